@@ -1,0 +1,115 @@
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/Zone.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+/// Memory that is counted and freed at once: what was mapped (or read, or copied) together lives in one
+/// block, and only blocks are counted. A block keeps the other blocks that its content points into. It is
+/// written by one `BlockWriter` and never changed afterwards, so counting is all that threads share.
+class QELMODELS_EXPORT Block {
+public:
+    Block(const Block&) = delete;
+    Block& operator=(const Block&) = delete;
+
+    void retain() const noexcept { uses_.fetch_add(1, std::memory_order_relaxed); }
+    void release() const noexcept {
+        if (uses_.fetch_sub(1, std::memory_order_acq_rel) == 1) free(this);
+    }
+
+    /// Bytes of memory that the block holds, without the blocks it keeps.
+    std::size_t size() const noexcept;
+
+private:
+    friend class BlockWriter;
+    struct Chunk;
+    struct KeptBlocks;
+
+    Block(Zone* zone, std::size_t size, bool original) noexcept
+        : zone_(zone), size_(size), original_(original) {}
+    ~Block() = default;
+
+    static void free(const Block* block) noexcept;
+
+    mutable std::atomic<std::size_t> uses_{1};
+    Zone* zone_;
+    std::size_t size_;  // of the first piece, which the block itself begins
+    // False for a copy: nobody keeps a copy's block, only the blocks that it keeps. So copies of copies do
+    // not chain.
+    bool original_;
+    Chunk* chunks_ = nullptr;  // what the first piece had no room for
+    KeptBlocks* kept_ = nullptr;
+};
+
+/// Writes a new block. The writer holds one use of it: until `finish` hands that over, whatever is thrown
+/// frees the block and all that it keeps.
+class QELMODELS_EXPORT BlockWriter {
+public:
+    enum class Origin : bool { original, copy };
+
+    /// A new block with room for `capacity` bytes before it has to grow. Throws `std::bad_alloc`.
+    explicit BlockWriter(std::size_t capacity, Zone* zone = nullptr, Origin origin = Origin::original);
+    ~BlockWriter();
+    BlockWriter(const BlockWriter&) = delete;
+    BlockWriter& operator=(const BlockWriter&) = delete;
+
+    Block* block() const noexcept { return block_; }
+
+    /// Memory for `bytes` bytes, as long-lived as the block; `alignment` is a power of two, at most that of
+    /// `std::max_align_t`. Throws `std::bad_alloc`.
+    void* allocate(std::size_t bytes, std::size_t alignment) {
+        const std::size_t padding = (0 - reinterpret_cast<std::uintptr_t>(next_)) & (alignment - 1);
+        if (bytes + padding > static_cast<std::size_t>(end_ - next_) || bytes > bytes + padding)
+            grow(bytes);
+        else
+            next_ += padding;
+        char* memory = next_;
+        next_ += bytes;
+        return memory;
+    }
+    template <class T>
+    T* allocate(std::size_t count) {
+        return static_cast<T*>(allocate(count * sizeof(T), alignof(T)));
+    }
+
+    /// Room for a text of at most `bytes` bytes; `commit` says how many of them it took.
+    char* reserve(std::size_t bytes) {
+        if (bytes > static_cast<std::size_t>(end_ - next_)) grow(bytes);
+        return next_;
+    }
+    void commit(std::size_t bytes) noexcept { next_ += bytes; }
+
+    /// One piece of memory whose length is not known before it is written: it is opened with a guess, may be
+    /// grown (which moves its first `used` bytes) and is cut to what was used when it is closed (which may
+    /// move it too). One piece is open at a time.
+    void* openPiece(std::size_t bytes);
+    void* growPiece(std::size_t used, std::size_t bytes);
+    void* closePiece(std::size_t used) noexcept;
+
+    /// Makes the block keep `other`, or, when that is a copy's block, all that the copy keeps. Null and the
+    /// block itself need no keeping.
+    void keep(const Block* other);
+    /// Makes room at once for so many blocks that will be kept.
+    void expectKept(std::size_t blocks);
+
+    /// Hands the writer's use of the block to the caller.
+    Block* finish() noexcept { return std::exchange(block_, nullptr); }
+
+private:
+    void grow(std::size_t bytes);
+    void keepOriginal(const Block* other);
+    void openKept(std::size_t capacity);
+
+    Block* block_;
+    char* next_;
+    char* end_;
+    Block::Chunk* open_ = nullptr;
+};
+
+}  // namespace QELModels::inline QELMODELS_ABI

@@ -1,0 +1,182 @@
+#pragma once
+
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <type_traits>
+
+#include "QELModels/Platform/Color.h"
+#include "QELModels/Platform/Date.h"
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/List.h"
+#include "QELModels/Platform/Number.h"
+#include "QELModels/Platform/Object.h"
+#include "QELModels/Platform/Representation.h"
+#include "QELModels/Platform/Text.h"
+#include "QELModels/Platform/URL.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+/// What a property holds. All but the last two are null when empty; those are false and 0.
+enum class PropertyKind : std::uint8_t {
+    number,
+    text,
+    url,
+    date,
+    color,
+    array,
+    dictionary,
+    record,
+    list,
+    boolean,
+    integer
+};
+
+/// Raw sub-trees of a document, kept as they came: what `Field<Array>` and `Field<Dictionary>` hold.
+struct Array;
+struct Dictionary;
+
+/// How each kind of property lies in a record: as little as reads back quickly. An empty one is all zero.
+struct NumberSlot {
+    std::uint64_t bits = 0;
+    Number::Origin origin{};
+    bool filled = false;
+};
+struct TextSlot {
+    const char* data = nullptr;
+    std::size_t size = 0;
+};
+struct DateSlot {
+    double seconds = 0;  // since 1970
+    bool filled = false;
+};
+struct ColorSlot {
+    Color color{0, 0, 0, 0};
+    bool filled = false;
+};
+struct RepresentationSlot {
+    const RepresentationNode* node = nullptr;
+    const Block* block = nullptr;
+};
+
+/// One stored property of a record, called to read it. It lends what it holds, for as long as the record it
+/// was read from; the record's block owns that. Nobody but the mapping engine writes a field, and that before
+/// anybody can read it. There is one form for each kind of property.
+template <PropertyKind Kind, class Slot>
+class StoredField {
+public:
+    static constexpr PropertyKind kKind = Kind;
+
+    constexpr StoredField() noexcept = default;
+    StoredField(const StoredField&) = delete;
+    StoredField& operator=(const StoredField&) = delete;
+
+protected:
+    friend struct FieldAccess;
+    Slot slot_{};
+};
+
+/// A nested record, lent as `const T*`: null when empty.
+template <class T>
+class Field : public StoredField<PropertyKind::record, const Object*> {
+public:
+    using Target = T;
+    const T* operator()() const noexcept QELMODELS_LENT { return static_cast<const T*>(slot_); }
+};
+
+/// A list of records, lent as `const List<T>*`: null when empty, which is not the same as a list without
+/// elements.
+template <class T>
+class Field<List<T>> : public StoredField<PropertyKind::list, const ListBase*> {
+public:
+    using Target = T;
+    const List<T>* operator()() const noexcept QELMODELS_LENT { return static_cast<const List<T>*>(slot_); }
+};
+
+template <>
+class Field<Number> : public StoredField<PropertyKind::number, NumberSlot> {
+public:
+    std::optional<Number> operator()() const noexcept {
+        if (!slot_.filled) return std::nullopt;
+        return NumberBits::number(slot_.bits, slot_.origin);
+    }
+};
+
+template <>
+class Field<Text> : public StoredField<PropertyKind::text, TextSlot> {
+public:
+    std::optional<std::string_view> operator()() const noexcept QELMODELS_LENT {
+        if (slot_.data == nullptr) return std::nullopt;
+        return std::string_view(slot_.data, slot_.size);
+    }
+};
+
+template <>
+class Field<URL> : public StoredField<PropertyKind::url, TextSlot> {
+public:
+    std::optional<URLView> operator()() const noexcept QELMODELS_LENT {
+        if (slot_.data == nullptr) return std::nullopt;
+        return URLAccess::fromValidated({slot_.data, slot_.size});
+    }
+};
+
+template <>
+class Field<Date> : public StoredField<PropertyKind::date, DateSlot> {
+public:
+    std::optional<Date> operator()() const noexcept {
+        if (!slot_.filled) return std::nullopt;
+        return dateFromSecondsSince1970(slot_.seconds);
+    }
+};
+
+template <>
+class Field<Color> : public StoredField<PropertyKind::color, ColorSlot> {
+public:
+    std::optional<Color> operator()() const noexcept {
+        if (!slot_.filled) return std::nullopt;
+        return slot_.color;
+    }
+};
+
+template <>
+class Field<Array> : public StoredField<PropertyKind::array, RepresentationSlot> {
+public:
+    std::optional<RepresentationView> operator()() const noexcept QELMODELS_LENT {
+        if (slot_.node == nullptr) return std::nullopt;
+        return RepresentationView::at(slot_.node, slot_.block);
+    }
+};
+
+template <>
+class Field<Dictionary> : public StoredField<PropertyKind::dictionary, RepresentationSlot> {
+public:
+    std::optional<RepresentationView> operator()() const noexcept QELMODELS_LENT {
+        if (slot_.node == nullptr) return std::nullopt;
+        return RepresentationView::at(slot_.node, slot_.block);
+    }
+};
+
+template <>
+class Field<bool> : public StoredField<PropertyKind::boolean, bool> {
+public:
+    bool operator()() const noexcept { return slot_; }
+};
+
+template <class T>
+requires(std::is_enum_v<T> || std::same_as<T, std::int64_t>) class Field<T>
+    : public StoredField<PropertyKind::integer, std::int64_t> {
+public:
+    T operator()() const noexcept { return static_cast<T>(slot_); }
+};
+
+/// The one way to a field's memory, for the tables of properties.
+struct FieldAccess {
+    template <PropertyKind Kind, class Slot>
+    static constexpr void* slot(StoredField<Kind, Slot>& field) noexcept {
+        return &field.slot_;
+    }
+};
+
+}  // namespace QELModels::inline QELMODELS_ABI

@@ -1,0 +1,142 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <new>
+#include <span>
+#include <string_view>
+#include <type_traits>
+
+#include "QELModels/Platform/Block.h"
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/Field.h"
+#include "QELModels/Platform/Object.h"
+#include "QELModels/Platform/Value.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+/// One declared property of a record: its name, what it holds, and where that is or how it is computed.
+struct QELMODELS_EXPORT Property {
+    using Place = void* (*)(Object&);
+    using Compute = Value (*)(const Object&);
+
+    std::string_view name;
+    PropertyKind kind;
+    Place place = nullptr;                ///< null for a computed property, which nothing can set
+    Compute compute = nullptr;            ///< null for a stored one
+    const ObjectClass* target = nullptr;  ///< the class of a record, or of a list's elements
+
+    bool isComputed() const noexcept { return compute != nullptr; }
+
+    /// The property's value; booleans and integers come as numbers. The value keeps what it points to.
+    Value value(const Object& object) const;
+
+    /// Puts a value into an object whose block is being written; what lies in another block is kept by this
+    /// one. Null empties the property, unless it is a scalar, which keeps what it has. False, and nothing
+    /// done, when the value is of a kind that does not fit. Throws `MappingFault` when the property is
+    /// computed.
+    bool setValue(Object& object, const Value& value, BlockWriter& writer) const;
+    /// The same for a raw value of a document, whose texts and sub-trees are copied into the block.
+    bool setValue(Object& object, RepresentationView value, BlockWriter& writer) const;
+    /// For the engine, which knows that they fit and that the block keeps them.
+    void setRecord(Object& object, const Object* record) const;
+    void setList(Object& object, const ListBase* list) const;
+    /// Makes the property null; scalars stay as they are.
+    void empty(Object& object) const;
+
+private:
+    bool put(Object& object, const Value& value, BlockWriter& writer) const;
+};
+
+/// The fields that a comparison or a hash goes through, in their order.
+struct PropertyOrder {
+    std::span<const Property* const> properties;
+    bool declared = false;       ///< without it, a record is its identity
+    bool identityFirst = false;  ///< identity is asked before the fields
+};
+
+/// A class of records: what is declared of it, as constant data. Property names that begin with "s_" stay out
+/// of `propertyKeys` and of all that works by it.
+class QELMODELS_EXPORT ObjectClass {
+public:
+    using Construct = Object* (*)(void*, const Construction&);
+    using ConstructList = ListBase* (*)(void*, const Block*, const Object* const*, std::size_t);
+
+    struct Description {
+        std::string_view name;
+        const ObjectClass* superclass;
+        std::span<const Property> properties;
+        std::span<const std::string_view> propertyKeys;
+        std::size_t size;
+        std::size_t alignment;
+        Construct construct;
+        ConstructList constructList;
+        bool root;
+        PropertyOrder equality;
+        PropertyOrder hash;
+    };
+    constexpr explicit ObjectClass(const Description& description) noexcept : is_(description) {}
+    ObjectClass(const ObjectClass&) = delete;
+    ObjectClass& operator=(const ObjectClass&) = delete;
+
+    std::string_view name() const noexcept { return is_.name; }
+    /// The class that this one extends; null for `QELBaseModel`.
+    const ObjectClass* superclass() const noexcept { return is_.superclass; }
+    /// Whether each of its records lives in a block of its own wherever it stands in a document.
+    bool isRoot() const noexcept { return is_.root; }
+
+    /// The properties that exactly this class declares, in the order of declaration.
+    std::span<const Property> properties() const noexcept { return is_.properties; }
+    /// Their names, in the same order, without those that begin with "s_".
+    std::span<const std::string_view> propertyKeys() const noexcept { return is_.propertyKeys; }
+    /// The declared property of that name; null when there is none.
+    const Property* property(std::string_view name) const noexcept;
+    /// Calls `visit(property, stop)` for each declared property, until it sets `stop`.
+    template <class Visitor>
+    void enumeratePropertiesUsingBlock(Visitor&& visit) const {
+        bool stop = false;
+        for (const Property& property : is_.properties) {
+            visit(property, stop);
+            if (stop) return;
+        }
+    }
+
+    const PropertyOrder& equality() const noexcept { return is_.equality; }
+    const PropertyOrder& hash() const noexcept { return is_.hash; }
+
+    friend bool operator==(const ObjectClass& a, const ObjectClass& b) noexcept { return &a == &b; }
+
+private:
+    friend struct ObjectAccess;
+    Description is_;
+};
+
+/// How the engine makes objects and lists in a block that it writes.
+struct QELMODELS_EXPORT ObjectAccess {
+    /// A new object with every property empty.
+    static Object* construct(const ObjectClass& isa, BlockWriter& writer) {
+        void* memory = writer.allocate(isa.is_.size, isa.is_.alignment);
+        return isa.is_.construct(memory, Construction(isa, writer.block()));
+    }
+    /// A list of objects of a class, over an array of elements in the same block.
+    static ListBase* list(const ObjectClass& isa, const Object* const* elements, std::size_t size,
+                          BlockWriter& writer) {
+        void* memory = writer.allocate(sizeof(ListBase), alignof(ListBase));
+        return isa.is_.constructList(memory, writer.block(), elements, size);
+    }
+    template <class C>
+    static Object* constructObject(void* memory, const Construction& construction) {
+        static_assert(std::is_trivially_destructible_v<C>,
+                      "a record is freed with its block, without its destructor");
+        return new (memory) C(construction);
+    }
+    template <class C>
+    static ListBase* constructList(void* memory, const Block* block, const Object* const* elements,
+                                   std::size_t size) {
+        static_assert(sizeof(List<C>) == sizeof(ListBase));
+        return new (memory) List<C>(block, elements, size);
+    }
+    static std::size_t size(const ObjectClass& isa) noexcept { return isa.is_.size; }
+};
+
+}  // namespace QELModels::inline QELMODELS_ABI

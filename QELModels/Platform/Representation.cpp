@@ -1,0 +1,505 @@
+#include "QELModels/Platform/Representation.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "QELModels/Platform/Hash.h"
+#include "QELModels/Platform/RepresentationBuilder.h"
+#include "QELModels/Platform/Text.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+namespace {
+
+using Node = RepresentationNode;
+using Tag = Node::Tag;
+
+// A value of up to so many nodes is copied into what wraps it; a larger one is linked.
+constexpr std::size_t kMostNodesCopied = 16;
+// Three offsets lie in one index node: one in its size, two in its bits.
+constexpr std::size_t kOffsetsPerIndexNode = 3;
+
+// The tags of numbers stand in the order of their origins.
+constexpr Tag kFirstNumber = Tag::int64;
+static_assert(static_cast<int>(Tag::boolean) - static_cast<int>(kFirstNumber) ==
+              static_cast<int>(Number::Origin::boolean));
+
+constinit const Node kNull{};
+constinit const Node kEmptyArray = [] {
+    Node node;
+    node.tag = Tag::array;
+    node.bits = 1;
+    return node;
+}();
+
+std::uint32_t indexedOffset(const Node* index, std::size_t position) noexcept {
+    const Node& node = index[position / kOffsetsPerIndexNode];
+    switch (position % kOffsetsPerIndexNode) {
+        case 0:
+            return node.size;
+        case 1:
+            return static_cast<std::uint32_t>(node.bits);
+        default:
+            return static_cast<std::uint32_t>(node.bits >> 32);
+    }
+}
+
+void setIndexedOffset(Node* index, std::size_t position, std::uint32_t offset) noexcept {
+    Node& node = index[position / kOffsetsPerIndexNode];
+    switch (position % kOffsetsPerIndexNode) {
+        case 0:
+            node.size = offset;
+            break;
+        case 1:
+            node.bits |= offset;
+            break;
+        default:
+            node.bits |= std::uint64_t{offset} << 32;
+    }
+}
+
+std::size_t indexNodes(std::size_t members) noexcept {
+    return (members + kOffsetsPerIndexNode - 1) / kOffsetsPerIndexNode;
+}
+
+// The order of the keys in an index: any total order will do, so the cheapest comparisons come first.
+std::strong_ordering compareKeys(std::uint16_t hashA, std::string_view a, std::uint16_t hashB,
+                                 std::string_view b) noexcept {
+    if (hashA != hashB) return hashA <=> hashB;
+    if (a.size() != b.size()) return a.size() <=> b.size();
+    return a.compare(b) <=> 0;
+}
+
+bool sameKey(const Node& a, const Node& b) noexcept {
+    return a.keyHash == b.keyHash && a.string() == b.string();
+}
+
+// The node of the value at a key, links not followed; null when it is missing.
+const Node* find(const Node* dictionary, std::string_view key) noexcept {
+    const std::uint16_t hash = keyHash(key);
+    if (!dictionary->indexed) {
+        const Node* member = dictionary + 1;
+        for (std::uint32_t i = 0; i < dictionary->size; ++i) {
+            if (member->keyHash == hash && member->string() == key) return member + 1;
+            member += 1 + (member + 1)->extent();
+        }
+        return nullptr;
+    }
+    const Node* index = dictionary + dictionary->extent() - indexNodes(dictionary->size);
+    std::size_t low = 0;
+    std::size_t high = dictionary->size;
+    while (low < high) {
+        const std::size_t middle = low + (high - low) / 2;
+        const Node* member = dictionary + indexedOffset(index, middle);
+        const auto order = compareKeys(member->keyHash, member->string(), hash, key);
+        if (order == 0) return member + 1;
+        if (order < 0)
+            low = middle + 1;
+        else
+            high = middle;
+    }
+    return nullptr;
+}
+
+Number numberOf(const Node& node) noexcept {
+    return NumberBits::number(
+        node.bits, static_cast<Number::Origin>(static_cast<int>(node.tag) - static_cast<int>(kFirstNumber)));
+}
+
+std::string withPairsJoined(std::string_view text) {
+    std::string joined;
+    std::size_t from = 0;
+    for (std::size_t i = Text::kHalfBytes; i < text.size(); ++i) {
+        if (!Text::endsInHighHalf(text.substr(0, i)) || !Text::beginsWithLowHalf(text.substr(i))) continue;
+        Text::append(joined, text.substr(from, i - from));
+        from = i;
+    }
+    Text::append(joined, text.substr(from));
+    return joined;
+}
+
+char* copyText(std::string_view text, BlockWriter& writer) {
+    char* to = writer.reserve(text.size());
+    std::copy(text.begin(), text.end(), to);
+    writer.commit(text.size());
+    return to;
+}
+
+// Mends what a plain copy of a node leaves pointing into the block that it was copied from.
+void adopt(Node& copy, BlockWriter& writer) {
+    if (copy.tag == Tag::string)
+        copy.text = copyText(copy.string(), writer);
+    else if (copy.tag == Tag::link)
+        writer.keep((&copy + 1)->block);
+}
+
+}  // namespace
+
+RepresentationView::Kind RepresentationView::kind() const noexcept {
+    switch (node_->tag) {
+        case Tag::null:
+            return Kind::null;
+        case Tag::string:
+            return Kind::string;
+        case Tag::array:
+            return Kind::array;
+        case Tag::dictionary:
+            return Kind::dictionary;
+        default:
+            return Kind::number;
+    }
+}
+
+std::optional<std::string_view> RepresentationView::text() const noexcept {
+    if (!isString()) return std::nullopt;
+    return node_->string();
+}
+
+std::optional<Number> RepresentationView::number() const noexcept {
+    if (!isNumber()) return std::nullopt;
+    return numberOf(*node_);
+}
+
+std::optional<RepresentationView> RepresentationView::valueForKey(std::string_view key) const noexcept {
+    const Node* value = isDictionary() ? nodeForKey(key) : nullptr;
+    if (value == nullptr) return std::nullopt;
+    return at(value, block_);
+}
+
+const RepresentationNode* RepresentationView::nodeForKey(std::string_view key) const noexcept {
+    return find(node_, key);
+}
+
+std::optional<RepresentationView> RepresentationView::valueForKeyPath(
+    std::string_view keyPath) const noexcept {
+    RepresentationView value = *this;
+    for (;;) {
+        const std::size_t dot = keyPath.find('.');
+        const auto next = value.valueForKey(keyPath.substr(0, dot));
+        if (!next || dot == std::string_view::npos) return next;
+        value = *next;
+        keyPath.remove_prefix(dot + 1);
+    }
+}
+
+std::uint64_t RepresentationView::hash() const noexcept {
+    switch (kind()) {
+        case Kind::null:
+            return 0;
+        case Kind::string:
+            return hashOfText(node_->string());
+        case Kind::number:
+            return numberOf(*node_).hash();
+        default:
+            return node_->size;
+    }
+}
+
+namespace {
+
+// The comparisons that are still to be made, so that nesting costs no stack.
+class Comparison {
+public:
+    bool equal(RepresentationView a, RepresentationView b) {
+        if (!compare(a, b)) return false;
+        while (!pending_.empty()) {
+            const auto [first, second] = pending_.back();
+            pending_.pop_back();
+            if (!compareContents(first, second)) return false;
+        }
+        return true;
+    }
+
+private:
+    bool compare(RepresentationView a, RepresentationView b) {
+        if (a.node() == b.node()) return true;
+        if (a.kind() != b.kind()) return false;
+        switch (a.kind()) {
+            case RepresentationView::Kind::null:
+                return true;
+            case RepresentationView::Kind::string:
+                return a.node()->string() == b.node()->string();
+            case RepresentationView::Kind::number:
+                return numberOf(*a.node()) == numberOf(*b.node());
+            default:
+                break;
+        }
+        if (a.size() != b.size()) return false;
+        if (a.size() != 0) pending_.emplace_back(a, b);
+        return true;
+    }
+
+    bool compareContents(RepresentationView a, RepresentationView b) {
+        if (a.isArray()) {
+            auto other = b.elements().begin();
+            for (const RepresentationView element : a.elements()) {
+                if (!compare(element, *other)) return false;
+                ++other;
+            }
+            return true;
+        }
+        for (const auto [key, value] : a.members()) {
+            const auto other = b.valueForKey(key);
+            if (!other || !compare(value, *other)) return false;
+        }
+        return true;
+    }
+
+    std::vector<std::pair<RepresentationView, RepresentationView>> pending_;
+};
+
+}  // namespace
+
+bool operator==(RepresentationView a, RepresentationView b) {
+    return Comparison().equal(a, b);
+}
+
+Representation::Representation() noexcept : view_(&kNull, nullptr) {}
+
+Representation::Representation(Number number) : Representation() {
+    RepresentationBuilder builder(1, 0);
+    builder.number(number);
+    *this = builder.finish();
+}
+
+Representation::Representation(std::string_view text) : Representation() {
+    RepresentationBuilder builder(1, text.size());
+    builder.string(text);
+    *this = builder.finish();
+}
+
+Representation::Representation(std::initializer_list<Member> members) : Representation(dictionary(members)) {}
+
+Representation Representation::dictionary(std::initializer_list<Member> members) {
+    RepresentationBuilder builder;
+    builder.beginDictionary();
+    for (const Member& member : members) {
+        builder.key(member.key);
+        builder.representation(member.value);
+    }
+    builder.endDictionary();
+    return builder.finish();
+}
+
+Representation Representation::array(std::initializer_list<Representation> elements) {
+    RepresentationBuilder builder;
+    builder.beginArray();
+    for (const Representation& element : elements)
+        builder.representation(element);
+    builder.endArray();
+    return builder.finish();
+}
+
+RepresentationView Representation::emptyArray() noexcept {
+    return {&kEmptyArray, nullptr};
+}
+
+Representation::Representation(RepresentationView view) noexcept : view_(view) {
+    if (view_.block_ != nullptr) view_.block_->retain();
+}
+
+Representation::Representation(const Representation& other) noexcept : Representation(other.view_) {}
+
+Representation::Representation(Representation&& other) noexcept : Representation() {
+    std::swap(view_, other.view_);
+}
+
+RepresentationBuilder::RepresentationBuilder(std::size_t nodes, std::size_t textBytes, Zone* zone)
+    : writer_(textBytes, zone) {
+    reserveNodes(nodes);
+}
+
+void RepresentationBuilder::grow(std::size_t capacity) {
+    // Offsets into a document are 32 bits wide.
+    if (count_ >= UINT32_MAX / 2) throwTooLong();
+    capacity = std::max<std::size_t>(capacity, kUsualNodes);
+    void* piece = nodes_ == nullptr ? writer_.openPiece(capacity * sizeof(Node))
+                                    : writer_.growPiece(count_ * sizeof(Node), capacity * sizeof(Node));
+    nodes_ = static_cast<Node*>(piece);
+    capacity_ = capacity;
+}
+
+std::size_t RepresentationBuilder::close(Tag tag) {
+    if (open_ == kNowhere || keyGiven_ || nodes_[open_].tag != tag) throwOutOfOrder();
+    return std::exchange(open_, static_cast<std::uint32_t>(nodes_[open_].bits));
+}
+
+void RepresentationBuilder::setExtent(std::size_t container) noexcept {
+    const auto before = static_cast<std::uint32_t>(nodes_[container].bits >> 32);
+    nodes_[container].bits = (count_ - container) | std::uint64_t{textBytes_ - before} << 32;
+}
+
+void RepresentationBuilder::endArray() {
+    setExtent(close(Tag::array));
+}
+
+void RepresentationBuilder::endDictionary() {
+    const std::size_t dictionary = close(Tag::dictionary);
+    settleKeys(dictionary);
+    setExtent(dictionary);
+}
+
+// Merges repeated keys and gives a large dictionary its index.
+void RepresentationBuilder::settleKeys(std::size_t dictionary) {
+    if (nodes_[dictionary].size > kMostMembersScanned)
+        index(dictionary);
+    else if (repeatsKeys(dictionary))
+        mergeRepeatedKeys(dictionary);
+}
+
+RepresentationNode* RepresentationBuilder::closeDictionary(std::size_t dictionary, std::size_t count) {
+    count_ = count;
+    const std::size_t room = capacity_ - count;
+    settleKeys(dictionary);
+    if (capacity_ - count_ < room) grow(count_ + room);
+    return nodes_ + count_;
+}
+
+bool RepresentationBuilder::repeatsKeys(std::size_t dictionary) const noexcept {
+    // Keys are mostly different and mostly few: six bits of the hash rule a repetition out for nearly all.
+    std::uint64_t seen = 0;
+    const Node* first = nodes_ + dictionary + 1;
+    for (const Node* member = first; member != nodes_ + count_; member += 1 + (member + 1)->extent()) {
+        const std::uint64_t bit = std::uint64_t{1} << (member->keyHash >> 10);
+        if ((seen & bit) != 0) {
+            const Node* earlier = first;
+            while (!sameKey(*earlier, *member))
+                earlier += 1 + (earlier + 1)->extent();
+            if (earlier != member) return true;
+        }
+        seen |= bit;
+    }
+    return false;
+}
+
+namespace {
+
+// Where the members of a dictionary lie, in the order of their keys and, among equal keys, of the document.
+std::vector<std::uint32_t> sortedMembers(const Node* dictionary) {
+    std::vector<std::uint32_t> offsets;
+    offsets.reserve(dictionary->size);
+    const Node* member = dictionary + 1;
+    for (std::uint32_t i = 0; i < dictionary->size; ++i) {
+        offsets.push_back(static_cast<std::uint32_t>(member - dictionary));
+        member += 1 + (member + 1)->extent();
+    }
+    std::sort(offsets.begin(), offsets.end(), [dictionary](std::uint32_t a, std::uint32_t b) {
+        const Node& first = dictionary[a];
+        const Node& second = dictionary[b];
+        const auto order = compareKeys(first.keyHash, first.string(), second.keyHash, second.string());
+        return order != 0 ? order < 0 : a < b;
+    });
+    return offsets;
+}
+
+}  // namespace
+
+void RepresentationBuilder::index(std::size_t dictionary) {
+    const std::vector<std::uint32_t> offsets = sortedMembers(nodes_ + dictionary);
+    const auto repeated = std::adjacent_find(offsets.begin(), offsets.end(), [&](auto a, auto b) {
+        return sameKey(nodes_[dictionary + a], nodes_[dictionary + b]);
+    });
+    if (repeated != offsets.end()) {
+        mergeRepeatedKeys(dictionary);
+        if (nodes_[dictionary].size > kMostMembersScanned) index(dictionary);
+        return;
+    }
+    const std::size_t first = count_;
+    for (std::size_t i = 0; i < indexNodes(offsets.size()); ++i)
+        append().tag = Tag::index;
+    for (std::size_t i = 0; i < offsets.size(); ++i)
+        setIndexedOffset(nodes_ + first, i, offsets[i]);
+    nodes_[dictionary].indexed = true;
+}
+
+void RepresentationBuilder::mergeRepeatedKeys(std::size_t dictionary) {
+    Node* base = nodes_ + dictionary;
+    const std::vector<std::uint32_t> sorted = sortedMembers(base);
+    // Pairs of a key's first place and its last value.
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> kept;
+    for (std::size_t i = 0; i < sorted.size(); ++i) {
+        if (i != 0 && sameKey(base[sorted[i - 1]], base[sorted[i]]))
+            kept.back().second = sorted[i] + 1;
+        else
+            kept.emplace_back(sorted[i], sorted[i] + 1);
+    }
+    std::sort(kept.begin(), kept.end());
+
+    std::vector<Node> merged;
+    merged.reserve(count_ - dictionary);
+    for (const auto& [key, value] : kept) {
+        merged.push_back(base[key]);
+        merged.insert(merged.end(), base + value, base + value + base[value].extent());
+    }
+    std::copy(merged.begin(), merged.end(), base + 1);
+    base->size = static_cast<std::uint32_t>(kept.size());
+    count_ = dictionary + 1 + merged.size();
+}
+
+std::string_view RepresentationBuilder::copied(std::string_view text) {
+    if (Text::isWellFormed(text)) return {copyText(text, writer_), text.size()};
+    const std::string joined = withPairsJoined(text);
+    if (const std::size_t at = Text::firstMalformedByte(joined); at != joined.size())
+        throw std::invalid_argument("a text is not UTF-8 at its byte " + std::to_string(at));
+    return {copyText(joined, writer_), joined.size()};
+}
+
+void RepresentationBuilder::key(std::string_view key) {
+    keyInPlace(copied(key));
+}
+
+void RepresentationBuilder::string(std::string_view text) {
+    stringInPlace(copied(text));
+}
+
+void RepresentationBuilder::number(Number number) {
+    value() = node(number);
+}
+
+void RepresentationBuilder::representation(RepresentationView view) {
+    const Node* from = view.node();
+    const std::size_t extent = from->extent();
+    textBytes_ += static_cast<std::uint32_t>(from->textBytes());
+    if (extent > kMostNodesCopied) {
+        Node& link = value();
+        link.tag = Tag::link;
+        link.target = from;
+        append().block = view.block();
+        writer_.keep(view.block());
+        return;
+    }
+    value();
+    for (std::size_t i = 1; i < extent; ++i)
+        append();
+    Node* to = nodes_ + count_ - extent;
+    std::copy_n(from, extent, to);
+    for (std::size_t i = 0; i < extent; ++i)
+        adopt(to[i], writer_);
+}
+
+Representation RepresentationBuilder::finish() {
+    if (count_ == 0 || open_ != kNowhere) throwOutOfOrder();
+    const auto* nodes = static_cast<const Node*>(writer_.closePiece(count_ * sizeof(Node)));
+    return Representation(Representation::Adopt{}, RepresentationView::at(nodes, writer_.finish()));
+}
+
+void RepresentationBuilder::throwOutOfOrder() {
+    throw std::logic_error("the events of a representation are out of order");
+}
+
+void RepresentationBuilder::throwTooLong() {
+    throw std::length_error("a representation is too large: a text, a container or the document");
+}
+
+const RepresentationNode* copyRepresentation(RepresentationView view, BlockWriter& writer) {
+    const std::size_t extent = view.node()->extent();
+    Node* copy = writer.allocate<Node>(extent);
+    std::copy_n(view.node(), extent, copy);
+    for (std::size_t i = 0; i < extent; ++i)
+        adopt(copy[i], writer);
+    return copy;
+}
+
+}  // namespace QELModels::inline QELMODELS_ABI

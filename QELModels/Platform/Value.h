@@ -1,0 +1,109 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include "QELModels/Platform/Color.h"
+#include "QELModels/Platform/Date.h"
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/List.h"
+#include "QELModels/Platform/Number.h"
+#include "QELModels/Platform/Object.h"
+#include "QELModels/Platform/Ref.h"
+#include "QELModels/Platform/Representation.h"
+#include "QELModels/Platform/URL.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+/// The value of any property, or what a transformer makes of a representation: one of the kinds below, or
+/// null. A value keeps what it holds: a text, a record or a raw sub-tree stays valid as long as the value
+/// lives.
+class QELMODELS_EXPORT Value {
+public:
+    enum class Kind : std::uint8_t { null, number, text, url, date, color, representation, record, list };
+
+    /// Null: a transformer that answers it has refused.
+    Value() noexcept : number_() {}
+    Value(Number number) noexcept : kind_(Kind::number), number_(number) {}
+    Value(Date date) noexcept : kind_(Kind::date), date_(date) {}
+    Value(Color color) noexcept : kind_(Kind::color), color_(color) {}
+    Value(const Representation& representation) noexcept;
+    template <class T>
+    Value(const Ref<T>& ref) noexcept : Value(ref.get()) {}
+    template <std::derived_from<Object> T>
+    explicit Value(const T* record) noexcept
+        : Value(record == nullptr ? Value() : Value(Kind::record, static_cast<const Object*>(record))) {}
+    template <std::derived_from<ListBase> T>
+    explicit Value(const T* list) noexcept
+        : Value(list == nullptr ? Value() : Value(Kind::list, static_cast<const ListBase*>(list))) {}
+    /// A copy of a text, which is WTF-8.
+    static Value text(std::string_view text);
+    /// A copy of a URL.
+    static Value url(URLView url);
+
+    Value(const Value& other) noexcept;
+    Value(Value&& other) noexcept;
+    Value& operator=(Value other) noexcept;
+    ~Value() {
+        if (keeps_) block_->release();
+    }
+
+    Kind kind() const noexcept { return kind_; }
+    bool isNull() const noexcept { return kind_ == Kind::null; }
+
+    /// What the value holds, if it is of that kind; nothing (or null) otherwise.
+    std::optional<Number> number() const noexcept;
+    std::optional<std::string_view> text() const noexcept QELMODELS_LENT;
+    std::optional<URLView> url() const noexcept QELMODELS_LENT;
+    std::optional<Date> date() const noexcept;
+    std::optional<Color> color() const noexcept;
+    std::optional<RepresentationView> representation() const noexcept QELMODELS_LENT;
+    const Object* record() const noexcept QELMODELS_LENT;
+    const ListBase* list() const noexcept QELMODELS_LENT;
+
+    /// Equality by value: records by `isEqual`, lists element by element.
+    QELMODELS_EXPORT friend bool operator==(const Value& a, const Value& b);
+
+private:
+    friend struct ValueAccess;
+    struct TextPlace {
+        const char* data;
+        std::size_t size;
+    };
+
+    Value(Kind kind, const Object* record) noexcept;
+    Value(Kind kind, const ListBase* list) noexcept;
+    Value(Kind kind, std::string_view text, const Block* block, bool keeps) noexcept;
+    static Value copied(Kind kind, std::string_view text);
+
+    Kind kind_ = Kind::null;
+    bool keeps_ = false;            // whether the value holds a use of its block
+    const Block* block_ = nullptr;  // where what the value points to lies, if it is known
+    union {
+        Number number_;
+        TextPlace text_;
+        Date date_;
+        Color color_;
+        const RepresentationNode* node_;
+        const Object* record_;
+        const ListBase* list_;
+    };
+};
+
+/// For the engine and the library's own transformers: values that borrow what they hold, so that nothing is
+/// copied or counted on the way into a record.
+struct QELMODELS_EXPORT ValueAccess {
+    /// A text that the value's user copies before it goes.
+    static Value lentText(std::string_view text) noexcept;
+    static Value lentURL(URLView url) noexcept;
+    /// A text that lies in the block of the record that it is made for.
+    static Value textIn(const Block* block, std::string_view text) noexcept;
+    static Value keptText(const Block* block, std::string_view text) noexcept;
+    static Value keptURL(const Block* block, URLView url) noexcept;
+    static Value keptRepresentation(RepresentationView view) noexcept;
+    static const Block* block(const Value& value) noexcept { return value.block_; }
+    static bool keeps(const Value& value) noexcept { return value.keeps_; }
+};
+
+}  // namespace QELModels::inline QELMODELS_ABI
