@@ -1,0 +1,161 @@
+#include "QELModels/Mapping/FEMMapping.h"
+
+#include <algorithm>
+#include <string>
+
+#include "QELModels/Platform/MappingFault.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+void FEMCaptures::take(const FEMRules& rules) {
+    for (const FEMCapture* capture : rules.captures) {
+        const bool taken = std::any_of(first_.begin(),
+                                       first_.begin() + count_,
+                                       [capture](const Entry& entry) { return entry.first == capture; }) ||
+                           furtherState(capture) != nullptr;
+        if (taken) continue;
+        const Entry entry{capture, capture->take(*capture)};
+        if (count_ < first_.size())
+            first_[count_++] = entry;
+        else
+            further_.push_back(entry);
+    }
+    for (const FEMRule& relationship : rules.relationships)
+        if (relationship.mapping == nullptr) take(*relationship.target);
+}
+
+const void* FEMCaptures::furtherState(const FEMCapture* capture) const noexcept {
+    const auto found = std::find_if(
+        further_.begin(), further_.end(), [capture](const Entry& entry) { return entry.first == capture; });
+    return found == further_.end() ? nullptr : found->second;
+}
+
+struct FEMMapping::Added {
+    FEMRules rules;
+    std::vector<FEMRule> attributes;
+    std::vector<FEMRule> relationships;
+    std::vector<std::string_view> keys;
+    std::vector<std::shared_ptr<const void>> owned;  // what the rules point to
+
+    // Puts a rule behind the others of its sort. Whatever is thrown leaves the rules as they were.
+    void append(std::vector<FEMRule>& list, FEMRule rule, std::shared_ptr<const void> ownedByRule) {
+        auto keyPath = std::make_shared<const std::string>(rule.keyPath);
+        rule.keyPath = *keyPath;
+        const std::size_t dot = rule.keyPath.find('.');
+        if (dot != std::string_view::npos) rule.furtherKeys = rule.keyPath.substr(dot + 1);
+        const std::string_view first = rule.keyPath.substr(0, dot);
+        rule.key = static_cast<std::uint32_t>(std::find(keys.begin(), keys.end(), first) - keys.begin());
+        owned.push_back(std::move(keyPath));
+        owned.push_back(std::move(ownedByRule));
+        if (rule.key == keys.size()) keys.push_back(first);
+        rules.keys = keys;
+        list.push_back(rule);
+        rules.attributes = attributes;
+        rules.relationships = relationships;
+    }
+};
+
+FEMMapping::FEMMapping(const ObjectClass& objectClass) : added_(std::make_shared<Added>()) {
+    added_->rules.objectClass = &objectClass;
+    rules_ = &added_->rules;
+}
+
+FEMMapping::FEMMapping(const FEMRules& rules) : rules_(&rules) {
+    captures_.take(rules);
+}
+
+// The rules of this mapping alone, ready for one more: copies of the mapping keep what they had.
+FEMMapping::Added& FEMMapping::added() {
+    if (added_ && added_.use_count() == 1) return *added_;
+    auto own = std::make_shared<Added>();
+    own->attributes.assign(rules_->attributes.begin(), rules_->attributes.end());
+    own->relationships.assign(rules_->relationships.begin(), rules_->relationships.end());
+    own->keys.assign(rules_->keys.begin(), rules_->keys.end());
+    if (added_) own->owned = added_->owned;
+    own->rules.objectClass = rules_->objectClass;
+    own->rules.attributes = own->attributes;
+    own->rules.relationships = own->relationships;
+    own->rules.keys = own->keys;
+    added_ = std::move(own);
+    rules_ = &added_->rules;
+    return *added_;
+}
+
+FEMRule FEMMapping::resolved(std::string_view property, std::string_view keyPath) const {
+    FEMRule rule;
+    rule.property = objectClass().property(property);
+    if (rule.property == nullptr) throwFault("there is no property '", property, "'");
+    if (rule.property->isComputed()) throwFault("the property '", property, "' cannot be set");
+    rule.keyPath = keyPath;
+    return rule;
+}
+
+void FEMMapping::throwFault(std::string_view before, std::string_view property,
+                            std::string_view after) const {
+    std::string what(objectClass().name());
+    what += ": ";
+    what += before;
+    what += property;
+    what += after;
+    throw MappingFault(what);
+}
+
+void FEMMapping::addAttributesFromArray(std::span<const std::string_view> properties) {
+    for (const std::string_view property : properties)
+        addAttributeWithProperty(property, property);
+}
+
+void FEMMapping::addAttributesFromArray(std::initializer_list<std::string_view> properties) {
+    addAttributesFromArray(std::span(properties.begin(), properties.size()));
+}
+
+void FEMMapping::addAttributesFromDictionary(
+    std::initializer_list<std::pair<std::string_view, std::string_view>> keyPathsOfProperties) {
+    for (const auto& [property, keyPath] : keyPathsOfProperties)
+        addAttributeWithProperty(property, keyPath);
+}
+
+void FEMMapping::addAttributeWithProperty(std::string_view property, std::string_view keyPath) {
+    addAttribute(FEMAttribute::mappingOfProperty(property, keyPath));
+}
+
+void FEMMapping::addAttribute(const FEMAttribute& attribute) {
+    FEMRule rule = resolved(attribute.property(), attribute.keyPath());
+    if (rule.property->kind == PropertyKind::record || rule.property->kind == PropertyKind::list)
+        throwFault("the property '", attribute.property(), "' holds records and needs a relationship");
+    std::shared_ptr<const FEMAttribute::Map> map;
+    if (attribute.map()) {
+        map = std::make_shared<const FEMAttribute::Map>(attribute.map());
+        rule.map.data = map.get();
+        rule.map.apply = [](const FEMMapRule& mapRule, const void*, RepresentationView value, BlockWriter&) {
+            return (*static_cast<const FEMAttribute::Map*>(mapRule.data))(value);
+        };
+    }
+    Added& own = added();
+    own.append(own.attributes, rule, std::move(map));
+}
+
+void FEMMapping::addRelationshipMapping(FEMMapping mapping, std::string_view property,
+                                        std::string_view keyPath) {
+    addRelationship(std::move(mapping), property, keyPath, false);
+}
+
+void FEMMapping::addToManyRelationshipMapping(FEMMapping mapping, std::string_view property,
+                                              std::string_view keyPath) {
+    addRelationship(std::move(mapping), property, keyPath, true);
+}
+
+void FEMMapping::addRelationship(FEMMapping mapping, std::string_view property, std::string_view keyPath,
+                                 bool toMany) {
+    FEMRule rule = resolved(property, keyPath);
+    const PropertyKind wanted = toMany ? PropertyKind::list : PropertyKind::record;
+    if (rule.property->kind != wanted || rule.property->target != &mapping.objectClass())
+        throwFault("the property '", property, "' does not hold what the relationship's mapping makes");
+    auto nested = std::make_shared<const FEMMapping>(std::move(mapping));
+    rule.toMany = toMany;
+    rule.mapping = nested.get();
+    Added& own = added();
+    own.append(own.relationships, rule, std::move(nested));
+}
+
+}  // namespace QELModels::inline QELMODELS_ABI

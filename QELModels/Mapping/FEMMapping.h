@@ -1,0 +1,90 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <initializer_list>
+#include <memory>
+#include <span>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "QELModels/Mapping/FEMAttribute.h"
+#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/ObjectClass.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+/// What the map rules of a mapping, and of all that it nests, hold on to since it was built.
+class FEMCaptures {
+public:
+    /// Takes all that these rules, and the constant rules that they nest, want to hold on to.
+    void take(const FEMRules& rules);
+    const void* state(const FEMCapture* capture) const noexcept {
+        for (std::size_t i = 0; i < count_; ++i)
+            if (first_[i].first == capture) return first_[i].second;
+        return furtherState(capture);
+    }
+
+private:
+    using Entry = std::pair<const FEMCapture*, const void*>;
+    const void* furtherState(const FEMCapture* capture) const noexcept;
+
+    // The library's own mappings hold on to four things at most; an application may want more.
+    std::array<Entry, 4> first_{};
+    std::size_t count_ = 0;
+    std::vector<Entry> further_;
+};
+
+/// How to fill the records of one class from a dictionary: an ordered list of rules. A value: copies may be
+/// changed without each other's notice. The library's own mappings are constant data until an application
+/// adds a rule, so making one is cheap.
+///
+/// A rule that names an unknown property, a property that cannot be set, or a relationship whose mapping
+/// makes another class than the property holds, throws `MappingFault` when it is added.
+class QELMODELS_EXPORT FEMMapping {
+public:
+    /// An empty mapping that makes records of a class (`initWithObjectClass`).
+    explicit FEMMapping(const ObjectClass& objectClass);
+    /// A mapping with constant rules. What their map rules hold on to is taken now.
+    explicit FEMMapping(const FEMRules& rules);
+
+    const ObjectClass& objectClass() const noexcept { return *rules().objectClass; }
+
+    /// For each name a rule whose key path is the name itself.
+    void addAttributesFromArray(std::span<const std::string_view> properties);
+    void addAttributesFromArray(std::initializer_list<std::string_view> properties);
+    /// For each pair of a property and a key path a rule.
+    void addAttributesFromDictionary(
+        std::initializer_list<std::pair<std::string_view, std::string_view>> keyPathsOfProperties);
+    void addAttributeWithProperty(std::string_view property, std::string_view keyPath);
+    void addAttribute(const FEMAttribute& attribute);
+    /// A nested record, filled by a mapping of its own.
+    void addRelationshipMapping(FEMMapping mapping, std::string_view property, std::string_view keyPath);
+    /// A list of nested records, one for each element of an array.
+    void addToManyRelationshipMapping(FEMMapping mapping, std::string_view property,
+                                      std::string_view keyPath);
+
+    /// The rules in the order in which they are applied, all attributes before all relationships. Valid until
+    /// a rule is added.
+    const FEMRules& rules() const noexcept QELMODELS_LENT { return *rules_; }
+    const FEMCaptures& captures() const noexcept QELMODELS_LENT { return captures_; }
+
+private:
+    struct Added;
+
+    FEMRule resolved(std::string_view property, std::string_view keyPath) const;
+    void addRelationship(FEMMapping mapping, std::string_view property, std::string_view keyPath,
+                         bool toMany);
+    [[noreturn]] void throwFault(std::string_view before, std::string_view property,
+                                 std::string_view after) const;
+    Added& added();
+
+    const FEMRules* rules_;  // constant, or those in `added_`
+    std::shared_ptr<Added>
+        added_;  // rules an application added, with a copy of the constant ones before them
+    FEMCaptures captures_;
+};
+
+}  // namespace QELModels::inline QELMODELS_ABI

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "QELModels/Mapping/FEMPath.h"
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/ObjectClass.h"
+#include "QELModels/Platform/Representation.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+/// What became of one rule.
+enum class FEMOutcome : std::uint8_t {
+    set,        ///< the property has a value
+    missing,    ///< the document has nothing there
+    null,       ///< the document has null there
+    refused,    ///< the rule could not convert the value, or does not know the word
+    wrongKind,  ///< the value does not fit the property, or an element or root is no dictionary
+    fault       ///< the value must never stand there: the mapping ends with a `MappingFault`
+};
+
+/// What the engine tells an observer: the outcome of one rule, in the order in which rules are applied. What
+/// it refers to is valid during the call alone.
+struct FEMEvent {
+    const FEMPath& path;
+    const Property* property;  ///< what the rule fills; null for an element of a list and for a root
+    FEMOutcome outcome;
+    std::optional<RepresentationView> value;  ///< what stands in the document; nothing when it is missing
+};
+
+/// Is told why each property is filled or empty. A mapping without an observer pays nothing for it.
+class QELMODELS_EXPORT FEMObserver {
+public:
+    virtual void ruleApplied(const FEMEvent& event) = 0;
+
+protected:
+    FEMObserver() = default;
+    ~FEMObserver() = default;
+};
+
+}  // namespace QELModels::inline QELMODELS_ABI

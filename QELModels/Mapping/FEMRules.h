@@ -1,0 +1,239 @@
+#pragma once
+
+#include <array>
+#include <bit>
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+#include <type_traits>
+
+#include "QELModels/Platform/Declaration.h"
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/KeyHash.h"
+#include "QELModels/Platform/ObjectClass.h"
+#include "QELModels/Platform/Representation.h"
+#include "QELModels/Platform/Value.h"
+
+/// @file
+/// The rules of a mapping as constant data, and the words in which a record's source writes them:
+///
+///     static constexpr auto rules = mapping<declared>(             // in the order in which they are applied
+///         attribute<&QELAsset::status>(),                          // the key path is the property's name
+///         attribute<&QELAsset::assetIdentifier>("id"),
+///         attribute<&QELAsset::title>("title", fetched(kQELHTMLTransformer)),
+///         relationship<&QELAsset::category>());                    // one or many: from the member's type
+///     constinit const FEMRules QELAsset::defaultRules = rules;
+
+namespace QELModels::inline QELMODELS_ABI {
+
+class FEMMapping;
+struct FEMRules;
+
+/// Something that a map rule holds on to from the moment in which its mapping is built.
+struct FEMCapture {
+    const void* (*take)(const FEMCapture&);
+    std::string_view name;
+};
+
+/// A map rule as constant data: what is called, and what it is called with. The value given to it is never
+/// absent, possibly null; a null result means that there is none.
+struct FEMMapRule {
+    using Apply = Value (*)(const FEMMapRule&, const void* captured, RepresentationView, BlockWriter&);
+
+    Apply apply = nullptr;  ///< null: the value is taken as it is
+    const void* data = nullptr;
+    std::size_t size = 0;
+    const FEMCapture* capture = nullptr;
+};
+
+/// One entry of a lookup table from a document's word to a number.
+template <class T>
+concept FEMLookupEntry = requires(const T& entry) {
+    std::string_view(entry.name);
+    static_cast<std::int64_t>(entry.value);
+};
+
+/// The map rule that looks a word up in a table: an exact match of the whole string; anything else has no
+/// entry.
+template <FEMLookupEntry Entry, std::size_t N>
+constexpr FEMMapRule lookedUpIn(const std::array<Entry, N>& table) {
+    return {[](const FEMMapRule& rule, const void*, RepresentationView value, BlockWriter&) -> Value {
+                const auto word = value.text();
+                if (!word) return {};
+                for (const Entry& entry : std::span(static_cast<const Entry*>(rule.data), rule.size))
+                    if (entry.name == *word) return Number(static_cast<std::int64_t>(entry.value));
+                return {};
+            },
+            table.data(),
+            N,
+            nullptr};
+}
+
+/// One rule, ready to be applied: its property is known and its key path is split.
+struct FEMRule {
+    const Property* property = nullptr;
+    std::string_view keyPath;
+    std::uint32_t key = 0;                ///< which of the mapping's first keys the key path begins with
+    bool toMany = false;                  ///< of a relationship
+    std::string_view furtherKeys;         ///< the key path after its first key; empty when that is all
+    FEMMapRule map;                       ///< of an attribute
+    const FEMRules* target = nullptr;     ///< of a relationship: constant rules, or ...
+    const FEMMapping* mapping = nullptr;  ///< ... a mapping with rules and captures of its own
+};
+
+/// The rules of one mapping. `keys` are the first keys of all key paths, each once; `slots` find a key among
+/// them by its hash in one step, where that can be had.
+struct FEMRules {
+    const ObjectClass* objectClass = nullptr;
+    std::span<const FEMRule> attributes;
+    std::span<const FEMRule> relationships;
+    std::span<const std::string_view> keys;
+    std::span<const FEMCapture* const> captures;  ///< what the attributes' map rules hold on to, each once
+    std::span<const std::uint8_t> slots;          ///< the position of a key plus one; 0: no key of ours
+    std::uint16_t multiplier = 0;
+    std::uint8_t shift = 0;
+
+    /// The position of a key among `keys`; `keys.size()` when no rule reads it. Needs `slots`.
+    std::size_t position(std::uint16_t hash, std::string_view key) const noexcept {
+        const std::uint8_t slot =
+            slots[static_cast<std::uint16_t>(std::uint32_t{hash} * multiplier) >> shift];
+        return slot != 0 && keys[slot - 1U] == key ? slot - 1U : keys.size();
+    }
+};
+
+/// A rule as it is written down; `mapping` resolves it.
+template <auto M>
+struct AttributeRule {
+    static constexpr auto kMember = M;
+    static constexpr bool kRelationship = false;
+    std::string_view keyPath;
+    FEMMapRule map;
+};
+template <auto M>
+struct RelationshipRule {
+    using Target = typename MemberOf<decltype(M)>::Type::Target;
+    static constexpr auto kMember = M;
+    static constexpr bool kRelationship = true;
+    std::string_view keyPath;
+};
+
+/// A rule that fills a property from a key path, the property's name where none is given, through a map rule
+/// or as the value is.
+template <auto Member>
+consteval AttributeRule<Member> attribute(std::string_view keyPath = {}, FEMMapRule map = {}) {
+    using Pointed = MemberOf<decltype(Member)>;
+    static_assert(!Pointed::kComputed, "a computed property cannot be set");
+    static_assert(Pointed::Type::kKind != PropertyKind::record && Pointed::Type::kKind != PropertyKind::list,
+                  "an attribute cannot be a record or a list of records");
+    return {keyPath, map};
+}
+
+/// A rule that fills a nested record, or a list of them, by the default rules of their class.
+template <auto Member>
+consteval RelationshipRule<Member> relationship(std::string_view keyPath = {}) {
+    using Pointed = MemberOf<decltype(Member)>;
+    static_assert(
+        requires { typename Pointed::Type::Target; }, "a relationship needs a record or a list of records");
+    return {keyPath};
+}
+
+/// The storage of one mapping's rules.
+template <std::size_t Attributes, std::size_t Relationships>
+struct ConstantRules {
+    static constexpr std::size_t kRules = Attributes + Relationships;
+    // Four slots a key find a hash without collisions in a few tries.
+    static constexpr std::size_t kSlots = std::bit_ceil(4 * kRules + 1);
+
+    const ObjectClass* objectClass = nullptr;
+    std::array<FEMRule, Attributes> attributes{};
+    std::array<FEMRule, Relationships> relationships{};
+    std::array<std::string_view, kRules> keys{};
+    std::size_t keyCount = 0;
+    std::array<const FEMCapture*, Attributes> captures{};
+    std::size_t captureCount = 0;
+    std::array<std::uint8_t, kSlots> slots{};
+    std::uint16_t multiplier = 0;
+
+    constexpr operator FEMRules() const& {
+        FEMRules rules;
+        rules.objectClass = objectClass;
+        rules.attributes = attributes;
+        rules.relationships = relationships;
+        rules.keys = std::span(keys).first(keyCount);
+        rules.captures = std::span(captures).first(captureCount);
+        if (multiplier != 0) rules.slots = slots;
+        rules.multiplier = multiplier;
+        rules.shift = static_cast<std::uint8_t>(16 - std::bit_width(kSlots - 1));
+        return rules;
+    }
+
+    constexpr std::uint32_t keyPosition(std::string_view key) {
+        for (std::size_t i = 0; i < keyCount; ++i)
+            if (keys[i] == key) return static_cast<std::uint32_t>(i);
+        keys[keyCount] = key;
+        return static_cast<std::uint32_t>(keyCount++);
+    }
+
+    constexpr void addCapture(const FEMCapture* capture) {
+        for (std::size_t i = 0; i < captureCount; ++i)
+            if (captures[i] == capture) return;
+        captures[captureCount++] = capture;
+    }
+
+    // Looks for a multiplier that sends every key's hash to a slot of its own; without one, keys are looked
+    // up.
+    constexpr void findMultiplier() {
+        if (keyCount > UINT8_MAX - 1) return;
+        for (std::uint32_t candidate = 1; candidate <= UINT16_MAX; candidate += 2) {
+            slots = {};
+            std::size_t placed = 0;
+            for (; placed < keyCount; ++placed) {
+                const auto product = static_cast<std::uint16_t>(keyHash(keys[placed]) * candidate);
+                std::uint8_t& slot = slots[product >> (16 - std::bit_width(kSlots - 1))];
+                if (slot != 0) break;
+                slot = static_cast<std::uint8_t>(placed + 1);
+            }
+            if (placed < keyCount) continue;
+            multiplier = static_cast<std::uint16_t>(candidate);
+            return;
+        }
+    }
+};
+
+/// The rules of the class whose properties are `Declared`, in the order in which they are applied: all
+/// attributes before all relationships.
+template <const auto& Declared, class... Rules>
+consteval auto mapping(Rules... written) {
+    using Class = typename std::remove_cvref_t<decltype(Declared)>::Class;
+    constexpr std::size_t kRelationships = (std::size_t{Rules::kRelationship} + ... + 0);
+    ConstantRules<sizeof...(Rules) - kRelationships, kRelationships> rules;
+    rules.objectClass = &Class::objectClass;
+    std::size_t attributes = 0;
+    std::size_t relationships = 0;
+    const auto add = [&]<class Rule>(const Rule& rule) {
+        constexpr const Property* property = declaredProperty<Declared, Rule::kMember>();
+        static_assert(property != nullptr, "a rule for a property that is not declared");
+        FEMRule resolved;
+        resolved.property = property;
+        resolved.keyPath = rule.keyPath.empty() ? property->name : rule.keyPath;
+        const std::size_t dot = resolved.keyPath.find('.');
+        resolved.key = rules.keyPosition(resolved.keyPath.substr(0, dot));
+        if (dot != std::string_view::npos) resolved.furtherKeys = resolved.keyPath.substr(dot + 1);
+        if constexpr (Rule::kRelationship) {
+            resolved.toMany = property->kind == PropertyKind::list;
+            resolved.target = &Rule::Target::defaultRules;
+            rules.relationships[relationships++] = resolved;
+        } else {
+            resolved.map = rule.map;
+            if (rule.map.capture != nullptr) rules.addCapture(rule.map.capture);
+            rules.attributes[attributes++] = resolved;
+        }
+    };
+    (add(written), ...);
+    rules.findMultiplier();
+    return rules;
+}
+
+}  // namespace QELModels::inline QELMODELS_ABI
