@@ -1,0 +1,579 @@
+#include "QELModels/Categories/NSString+HTMLRemoval.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <cstring>
+#include <utility>
+
+#include "QELModels/Platform/Text.h"
+
+// Cleaning is three passes over one buffer: tags, named references, numeric references. Each pass reads at or
+// ahead of where it writes, so the last two work in place. Each pass moves forward only; what it looks up
+// ahead of its place it either consumes, or looks up once for the whole text. That makes the whole linear.
+// In most texts the passes have nothing to do with each other, and one quicker pass does for all three.
+
+namespace QELModels::inline QELMODELS_ABI {
+
+namespace {
+
+// --- Looking for bytes, several at a step -----------------------------------------------------------------
+
+using Word = std::uint64_t;
+constexpr Word kEachByte = 0x0101010101010101;
+constexpr Word kHighBits = 0x80 * kEachByte;
+
+/// Eight bytes of text, the first one lowest on every machine.
+Word wordAt(const char* text) noexcept {
+    Word word = 0;
+    if constexpr (std::endian::native == std::endian::little) {
+        std::memcpy(&word, text, sizeof word);
+    } else {
+        for (std::size_t at = 0; at < sizeof word; ++at) {
+            word |= static_cast<Word>(static_cast<unsigned char>(text[at])) << (8 * at);
+        }
+    }
+    return word;
+}
+
+/// The same of text that may end within the word; NULs stand for what is missing.
+Word wordAt(const char* text, const char* end) noexcept {
+    if (end - text >= static_cast<std::ptrdiff_t>(sizeof(Word))) return wordAt(text);
+    Word word = 0;
+    for (unsigned shift = 0; text != end; ++text, shift += 8) {
+        word |= static_cast<Word>(static_cast<unsigned char>(*text)) << shift;
+    }
+    return word;
+}
+
+/// Has the high bit of the first byte that is equal to an ASCII character. Subtracting 1 borrows through the
+/// high bit of that byte; bits above it may be set for no reason, bits below it never are.
+constexpr Word firstOf(char byte, Word word) noexcept {
+    const Word zero = word ^ static_cast<unsigned char>(byte) * kEachByte;
+    return (zero - kEachByte) & ~word & kHighBits;
+}
+
+constexpr Word firstMark(Word word) noexcept {
+    return firstOf('<', word) | firstOf('&', word);
+}
+
+constexpr std::size_t placeOf(Word first) noexcept {
+    return static_cast<std::size_t>(std::countr_zero(first)) / 8;
+}
+
+constexpr std::size_t kBlock = 16;
+
+/// Not zero if a '<' or an '&' is among the bytes of a block.
+#if defined(__GNUC__)
+Word marksIn(const char* text) noexcept {
+    using Block [[gnu::vector_size(kBlock)]] = char;
+    Block block;
+    std::memcpy(&block, text, kBlock);
+    const auto marks = (block == '<') | (block == '&');
+    Word halves[2];
+    std::memcpy(halves, &marks, kBlock);
+    return halves[0] | halves[1];
+}
+#else
+Word marksIn(const char* text) noexcept {
+    return firstMark(wordAt(text)) | firstMark(wordAt(text + sizeof(Word)));
+}
+#endif
+
+/// How many bytes go by before the first '<' or '&'. Every text of every document comes through here.
+std::size_t plainPrefix(const char* text, std::size_t size) noexcept {
+    std::size_t at = 0;
+    if (size >= kBlock) {
+        while (at + 2 * kBlock <= size && (marksIn(text + at) | marksIn(text + at + kBlock)) == 0)
+            at += 2 * kBlock;
+        if (at + kBlock <= size && marksIn(text + at) == 0) at += kBlock;
+        // The last block overlaps what has been seen, which is cheaper than going by bytes.
+        if (at + kBlock > size && marksIn(text + size - kBlock) == 0) return size;
+    }
+    for (; at + sizeof(Word) <= size; at += sizeof(Word)) {
+        if (const Word first = firstMark(wordAt(text + at)); first != 0) return at + placeOf(first);
+    }
+    while (at < size && text[at] != '<' && text[at] != '&')
+        ++at;
+    return at;
+}
+
+/// Where the byte first stands; `end` if it does not.
+const char* find(const char* from, const char* end, char byte) noexcept {
+    const void* found = std::memchr(from, byte, static_cast<std::size_t>(end - from));
+    return found == nullptr ? end : static_cast<const char*>(found);
+}
+
+// --- Named references --------------------------------------------------------------------------------------
+
+// Every named reference: one for each code point from 160 to 255, in order, then five of ASCII characters.
+constexpr std::array<std::string_view, 101> kNames = {
+    "nbsp",   "iexcl",  "cent",   "pound",  "curren", "yen",    "brvbar", "sect",   "uml",    "copy",
+    "ordf",   "laquo",  "not",    "shy",    "reg",    "macr",   "deg",    "plusmn", "sup2",   "sup3",
+    "acute",  "micro",  "para",   "middot", "cedil",  "sup1",   "ordm",   "raquo",  "frac14", "frac12",
+    "frac34", "iquest", "Agrave", "Aacute", "Acirc",  "Atilde", "Auml",   "Aring",  "AElig",  "Ccedil",
+    "Egrave", "Eacute", "Ecirc",  "Euml",   "Igrave", "Iacute", "Icirc",  "Iuml",   "ETH",    "Ntilde",
+    "Ograve", "Oacute", "Ocirc",  "Otilde", "Ouml",   "times",  "Oslash", "Ugrave", "Uacute", "Ucirc",
+    "Uuml",   "Yacute", "THORN",  "szlig",  "agrave", "aacute", "acirc",  "atilde", "auml",   "aring",
+    "aelig",  "ccedil", "egrave", "eacute", "ecirc",  "euml",   "igrave", "iacute", "icirc",  "iuml",
+    "eth",    "ntilde", "ograve", "oacute", "ocirc",  "otilde", "ouml",   "divide", "oslash", "ugrave",
+    "uacute", "ucirc",  "uuml",   "yacute", "thorn",  "yuml",   "amp",    "lt",     "gt",     "apos",
+    "quot"};
+constexpr std::size_t kAmp = 96;       // the index of "amp"; what follows it may arise from decoding it
+constexpr char32_t kFirstLatin = 160;  // the code point of the name at index 0
+constexpr std::string_view kAscii = "&<>'\"";  // the characters of the names from kAmp on
+static_assert(kNames[kAmp] == "amp" && kAmp + kAscii.size() == kNames.size());
+
+/// A name and its ';' as a word, NULs behind. The ';' keeps names apart from those that go on with a NUL.
+constexpr Word keyOf(std::string_view name) noexcept {
+    Word key = static_cast<Word>(';') << (8 * name.size());
+    for (std::size_t at = 0; at < name.size(); ++at) {
+        key |= static_cast<Word>(static_cast<unsigned char>(name[at])) << (8 * at);
+    }
+    return key;
+}
+static_assert(std::all_of(kNames.begin(), kNames.end(),
+                          [](auto name) { return name.size() < sizeof(Word); }));
+
+/// A hash table of the names, open addressed. Small, so that it hardly disturbs the caches of a caller.
+class NameTable {
+public:
+    static constexpr std::size_t kNoName = kNames.size();
+
+    constexpr NameTable() noexcept {
+        slots_.fill(kNoName);
+        for (std::size_t index = 0; index < kNames.size(); ++index) {
+            keys_[index] = keyOf(kNames[index]);
+            std::size_t slot = slotOf(keys_[index]);
+            while (slots_[slot] != kNoName)
+                slot = (slot + 1) % kSlots;
+            slots_[slot] = static_cast<std::uint8_t>(index);
+        }
+    }
+
+    constexpr std::size_t find(Word key) const noexcept {
+        std::size_t slot = slotOf(key);
+        while (slots_[slot] != kNoName && keys_[slots_[slot]] != key)
+            slot = (slot + 1) % kSlots;
+        return slots_[slot];
+    }
+
+private:
+    static constexpr std::size_t kSlots = 256;               // 2.5 times the names keeps the probes short
+    static constexpr Word kMultiplier = 0x9E3779B97F4A7C15;  // 2^64 divided by the golden ratio
+    static constexpr std::size_t slotOf(Word key) noexcept {
+        return static_cast<std::size_t>(key * kMultiplier >> 56) % kSlots;
+    }
+
+    std::array<Word, kNames.size()> keys_{};
+    std::array<std::uint8_t, kSlots> slots_{};
+};
+constexpr NameTable kNameTable;
+
+/// What stands behind an '&': which name, and how many bytes it takes with its ';'.
+struct Reference {
+    std::size_t index = NameTable::kNoName;
+    std::size_t length = 0;
+    constexpr bool found() const noexcept { return index != NameTable::kNoName; }
+    constexpr bool isLatin() const noexcept { return index < kAmp; }
+    constexpr bool isAmp() const noexcept { return index == kAmp; }
+    /// One of the last four: found, and not one of the others.
+    constexpr bool isBehindAmp() const noexcept { return found() && index > kAmp; }
+    constexpr char32_t latin() const noexcept { return kFirstLatin + static_cast<char32_t>(index); }
+    constexpr char ascii() const noexcept { return kAscii[index - kAmp]; }
+};
+
+constexpr Reference referenceIn(Word word) noexcept {
+    const Word semicolon = firstOf(';', word);
+    if (semicolon == 0) return {};
+    const Word upToSemicolon = ((semicolon & (0 - semicolon)) << 1) - 1;
+    return {kNameTable.find(word & upToSemicolon), placeOf(semicolon) + 1};
+}
+
+/// The text that a pass has made so far, in a buffer of at least the size of what it reads.
+class Output {
+public:
+    Output(char* begin, char* end) noexcept : begin_(begin), end_(end) {}
+
+    char* end() const noexcept { return end_; }
+    void put(char byte) noexcept { *end_++ = byte; }
+    void putCharacter(char32_t character) noexcept { end_ += Text::encode(character, end_); }
+
+    /// Adds bytes that follow the output in the text as it was, perhaps in the very same buffer.
+    void putUnjoined(const char* from, const char* to) noexcept {
+        const auto size = static_cast<std::size_t>(to - from);
+        if (from != end_) std::memmove(end_, from, size);
+        end_ += size;
+    }
+
+    /// Adds bytes that have just come to follow the output: two halves that meet become one character.
+    void putJoined(const char* from, const char* to) noexcept {
+        const std::string_view made(begin_, static_cast<std::size_t>(end_ - begin_));
+        const std::string_view next(from, static_cast<std::size_t>(to - from));
+        if (Text::endsInHighHalf(made) && Text::beginsWithLowHalf(next)) {
+            const char32_t pair = Text::joined(made, next);
+            end_ -= Text::kHalfBytes;
+            putCharacter(pair);
+            from += Text::kHalfBytes;
+        }
+        putUnjoined(from, to);
+    }
+
+private:
+    char* begin_;
+    char* end_;
+};
+
+/// Copies the text without its tags. The first '<' is known.
+///
+/// A search for the next tag need not begin again at the start of the text after a tag has gone: the '<' that
+/// were passed over are each followed by a '>', and the last byte passed over is no '<', or it would have
+/// begun the tag. A '<' without a '>' behind it ends the pass, since no later one can have a '>' either.
+char* removeTags(const char* text, const char* tag, const char* end, char* to) noexcept {
+    Output out(to, to);
+    out.putUnjoined(text, tag);
+    while (tag != end) {
+        const char* rest = tag;
+        const char* next = tag + 1;
+        if (next == end || *next != '>') {
+            const char* close = find(next, end, '>');
+            if (close == end) {
+                out.putJoined(tag, end);
+                break;
+            }
+            rest = next = close + 1;
+        }
+        tag = find(next, end, '<');
+        out.putJoined(rest, tag);
+    }
+    return out.end();
+}
+
+/// Decodes named references in place, from the first '&' on.
+///
+/// The names are decoded one by one over the whole text: Latin-1 first, then "&amp;", then four more. One
+/// pass gives the same, for two references cannot overlap, and of the characters that decoding inserts only
+/// an '&' can be a part of another reference. So all that the order decides is "&amp;" directly in front of
+/// the rest of one of the last four, and that becomes a reference only if the text also holds it as it
+/// stands.
+class NamedReferences {
+public:
+    NamedReferences(char* first, char* end) noexcept : in_(first), end_(end), out_(first, first) {}
+
+    void decode() noexcept {
+        while (in_ != end_) {
+            const Reference reference = referenceIn(wordAt(++in_, end_));
+            if (reference.found()) in_ += reference.length;
+            if (reference.isLatin()) {
+                out_.putCharacter(reference.latin());
+            } else if (reference.isAmp()) {
+                decodeBehindAmp();
+            } else if (reference.found()) {
+                asWritten_ |= bit(reference);
+                out_.put(reference.ascii());
+            } else {
+                putAmpersand();
+            }
+            const char* next = find(in_, end_, '&');
+            out_.putUnjoined(in_, next);
+            in_ = next;
+        }
+    }
+
+    char* end() const noexcept { return out_.end(); }
+
+    /// Where the first "&#" of the decoded text stands; null if there is none.
+    char* firstNumeric() const noexcept { return firstNumeric_; }
+
+private:
+    static unsigned bit(const Reference& reference) noexcept { return 1u << (reference.index - kAmp); }
+
+    // Every '&' of the decoded text comes through here, and no '#' is ever inserted.
+    void putAmpersand() noexcept {
+        if (firstNumeric_ == nullptr && in_ != end_ && *in_ == '#') firstNumeric_ = out_.end();
+        out_.put('&');
+    }
+
+    void decodeBehindAmp() noexcept {
+        const Reference arisen = referenceIn(wordAt(in_, end_));
+        if (!arisen.isBehindAmp() || !isWritten(arisen)) {
+            putAmpersand();
+            return;
+        }
+        in_ += arisen.length;
+        out_.put(arisen.ascii());
+    }
+
+    /// Whether the text, before any decoding, holds the reference. What lies behind is known from passing it;
+    /// what lies ahead is looked through once, when first asked for.
+    bool isWritten(const Reference& wanted) noexcept {
+        if (!lookedAhead_) {
+            lookedAhead_ = true;
+            for (const char* at = find(in_, end_, '&'); at != end_; at = find(at + 1, end_, '&')) {
+                const Reference reference = referenceIn(wordAt(at + 1, end_));
+                if (reference.isBehindAmp()) asWritten_ |= bit(reference);
+            }
+        }
+        return (asWritten_ & bit(wanted)) != 0;
+    }
+
+    const char* in_;
+    const char* const end_;
+    Output out_;
+    char* firstNumeric_ = nullptr;
+    unsigned asWritten_ = 0;
+    bool lookedAhead_ = false;
+};
+
+constexpr bool isSpace(char byte) noexcept {
+    return byte == ' ' || (byte >= '\t' && byte <= '\r');
+}
+
+constexpr unsigned kNoDigit = 16;
+
+constexpr unsigned digitOf(char byte) noexcept {
+    if (byte >= '0' && byte <= '9') return static_cast<unsigned>(byte - '0');
+    if (byte >= 'a' && byte <= 'f') return static_cast<unsigned>(byte - 'a') + 10;
+    if (byte >= 'A' && byte <= 'F') return static_cast<unsigned>(byte - 'A') + 10;
+    return kNoDigit;
+}
+
+/// The digits that begin the text as a number, `limit` if it is greater. A limit is far below 2^60.
+constexpr std::uint64_t readDigits(std::string_view text, unsigned base, std::uint64_t limit) noexcept {
+    std::uint64_t value = 0;
+    for (const char byte : text) {
+        const unsigned digit = digitOf(byte);
+        if (digit >= base) break;
+        value = std::min(value * base + digit, limit);
+    }
+    return value;
+}
+
+/// The code unit of a numeric reference, from what stands between "&#" and ';'.
+char32_t codeUnitOf(std::string_view body) noexcept {
+    constexpr std::uint64_t kUnitMask = 0xFFFF;
+    const bool isHexadecimal = body.starts_with('x');
+    if (isHexadecimal) body.remove_prefix(1);
+    while (!body.empty() && isSpace(body.front()))
+        body.remove_prefix(1);
+
+    if (isHexadecimal) {
+        if (body.starts_with("0x") || body.starts_with("0X")) body.remove_prefix(2);
+        return static_cast<char32_t>(readDigits(body, 16, UINT32_MAX) & kUnitMask);
+    }
+    // Clamped to 32 bits with sign, then cut to the low bits of its two's complement.
+    const bool isNegative = body.starts_with('-');
+    if (isNegative || body.starts_with('+')) body.remove_prefix(1);
+    const std::uint64_t limit = std::uint64_t{INT32_MAX} + (isNegative ? 1 : 0);
+    const std::uint64_t magnitude = readDigits(body, 10, limit);
+    return static_cast<char32_t>((isNegative ? 0 - magnitude : magnitude) & kUnitMask);
+}
+
+const char* findNumeric(const char* from, const char* end) noexcept {
+    for (const char* at = find(from, end, '&'); at != end; at = find(at + 1, end, '&')) {
+        if (at + 1 != end && at[1] == '#') return at;
+    }
+    return end;
+}
+
+/// Decodes numeric references in place. `first` is where the first "&#" stands.
+///
+/// A reference runs from an "&#" to the next ';'. Its character takes its place, and the search goes on at
+/// that very character. It can matter only if it is an '&' in front of a '#': a '#' would need an '&' from
+/// before the place of the search, and a ';' in front of the next "&#" is passed over. A reference without
+/// ';' ends the pass, since no later one can have a ';' either.
+///
+/// The output never overtakes the input: a reference takes at least three bytes, a code unit at most three.
+char* decodeNumericReferences(char* text, char* first, char* end) noexcept {
+    Output out(text, first);
+    char* in = first;
+    while (in != end) {
+        char* const body = in + 2;
+        char* const semicolon = in + (find(body, end, ';') - in);
+        if (semicolon == end) break;
+        const char32_t unit = codeUnitOf({body, static_cast<std::size_t>(semicolon - body)});
+        char* const rest = semicolon + 1;
+        if (unit == '&' && rest != end && *rest == '#') {
+            *semicolon = '&';
+            in = semicolon;
+            continue;
+        }
+        char bytes[Text::kMaxCharacterBytes];
+        out.putJoined(bytes, bytes + Text::encode(unit, bytes));
+        in = rest + (findNumeric(rest, end) - rest);
+        out.putJoined(rest, in);
+    }
+    out.putJoined(in, end);
+    return out.end();
+}
+
+/// Decodes all references in place; returns the new end.
+char* decodeReferences(char* text, char* end) noexcept {
+    char* const ampersand = text + (find(text, end, '&') - text);
+    if (ampersand == end) return end;
+    NamedReferences named(ampersand, end);
+    named.decode();
+    if (named.firstNumeric() == nullptr) return named.end();
+    return decodeNumericReferences(text, named.firstNumeric(), named.end());
+}
+
+// --- In one go --------------------------------------------------------------------------------------------
+
+/// Does all passes at once, a word at a time, as long as none can see what another one has made. Nearly all
+/// texts are like that. Where a tag stands close behind an '&', a reference may arise from another one, or
+/// surrogate halves are about, it gives up, and the passes begin anew.
+class OneGo {
+public:
+    OneGo(std::string_view text, char* to) noexcept
+        : in_(text.data()), end_(text.data() + text.size()), to_(to), out_(to) {}
+
+    /// The end of the result; null if it gave up. `plain` bytes are known to hold no mark.
+    char* clean(std::size_t plain) noexcept {
+        std::memcpy(out_, in_, plain);
+        in_ += plain;
+        out_ += plain;
+        while (in_ != end_) {
+            if (!(*in_ == '<' ? passTag() : decode())) return nullptr;
+            copyPlain();
+        }
+        return out_;
+    }
+
+private:
+    bool passTag() noexcept {
+        const char* const next = in_ + 1;
+        if (next != end_ && *next == '>') {
+            *out_++ = '<';
+            in_ = next;
+            return true;
+        }
+        const char* const close = find(next, end_, '>');
+        if (close == end_) return false;
+        in_ = close + 1;
+        return !Text::beginsWithLowHalf({in_, static_cast<std::size_t>(end_ - in_)}) ||
+               !Text::endsInHighHalf({to_, static_cast<std::size_t>(out_ - to_)});
+    }
+
+    bool decode() noexcept {
+        const Word word = wordAt(++in_, end_);
+        const Reference reference = referenceIn(word);
+        if (reference.isLatin()) {
+            put(reference.latin(), reference.length);
+            return true;
+        }
+        if (reference.found()) {
+            put(static_cast<char32_t>(reference.ascii()), reference.length);
+            return !reference.isAmp() || isInert(wordAt(in_, end_));
+        }
+        if (isInert(word)) {
+            put('&', 0);
+            return true;
+        }
+        return decodeNumeric(word);
+    }
+
+    /// Whether what follows cannot make a reference of an '&' in front of it, not even when tags have gone:
+    /// no name is longer than the word, so a tag within one would show in it.
+    static bool isInert(Word word) noexcept {
+        return (word & 0xFF) != '#' && firstOf('<', word) == 0 && !referenceIn(word).found();
+    }
+
+    /// Numeric references with a short body that holds nothing which another pass would look at.
+    bool decodeNumeric(Word word) noexcept {
+        const Word semicolon = firstOf(';', word);
+        if ((word & 0xFF) != '#' || semicolon == 0) return false;
+        const std::size_t length = placeOf(semicolon);
+        const Word mark = firstMark(word);
+        if (mark != 0 && placeOf(mark) < length) return false;
+        const char32_t unit = codeUnitOf({in_ + 1, length - 1});
+        if (unit == '&' || (unit >= 0xD800 && unit <= 0xDFFF)) return false;
+        put(unit, length + 1);
+        return true;
+    }
+
+    void put(char32_t character, std::size_t length) noexcept {
+        out_ += Text::encode(character, out_);
+        in_ += length;
+    }
+
+    /// Copies up to the next mark. Whole words may be written since the output is never ahead of the input.
+    void copyPlain() noexcept {
+        while (end_ - in_ >= static_cast<std::ptrdiff_t>(sizeof(Word))) {
+            const Word mark = firstMark(wordAt(in_));
+            std::memcpy(out_, in_, sizeof(Word));
+            const std::size_t plain = mark == 0 ? sizeof(Word) : placeOf(mark);
+            in_ += plain;
+            out_ += plain;
+            if (mark != 0) return;
+        }
+        while (in_ != end_ && *in_ != '<' && *in_ != '&')
+            *out_++ = *in_++;
+    }
+
+    const char* in_;
+    const char* const end_;
+    char* const to_;
+    char* out_;
+};
+
+}  // namespace
+
+namespace HTMLRemoval {
+
+std::string stringByStrippingHTML(std::optional<std::string_view> text) {
+    return text ? withoutHTMLTags(*text) : std::string();
+}
+
+std::size_t withoutHTMLTags(std::string_view text, char* to) noexcept {
+    const std::size_t plain = plainPrefix(text.data(), text.size());
+    if (plain == text.size()) {
+        if (plain != 0) std::memcpy(to, text.data(), plain);
+        return plain;
+    }
+    if (const char* const end = OneGo(text, to).clean(plain); end != nullptr) {
+        return static_cast<std::size_t>(end - to);
+    }
+    const char* const end = text.data() + text.size();
+    const char* const tag = find(text.data() + plain, end, '<');
+    char* const stripped = removeTags(text.data(), tag, end, to);
+    return static_cast<std::size_t>(decodeReferences(to, stripped) - to);
+}
+
+std::string withoutHTMLTags(std::string_view text) {
+    if (isPlainText(text)) return std::string(text);
+    std::string result(text.size(), '\0');
+    result.resize(withoutHTMLTags(text, result.data()));
+    return result;
+}
+
+bool isPlainText(std::string_view text) noexcept {
+    return plainPrefix(text.data(), text.size()) == text.size();
+}
+
+std::string qel_decodeHTMLCharacterEntities(std::string_view text) {
+    return qel_decodeHTMLCharacterEntities(std::string(text));
+}
+
+std::string qel_decodeHTMLCharacterEntities(std::string&& text) {
+    char* const begin = text.data();
+    text.resize(static_cast<std::size_t>(decodeReferences(begin, begin + text.size()) - begin));
+    return std::move(text);
+}
+
+std::string mz_encodeHTMLCharacterEntities(std::string_view text) {
+    constexpr std::string_view kSpecial = "&<>";
+    std::string encoded;
+    encoded.reserve(text.size());
+    while (true) {
+        const std::size_t plain = std::min(text.find_first_of(kSpecial), text.size());
+        encoded.append(text.substr(0, plain));
+        if (plain == text.size()) return encoded;
+        encoded.append(text[plain] == '&' ? "&amp;" : text[plain] == '<' ? "&lt;" : "&gt;");
+        text.remove_prefix(plain + 1);
+    }
+}
+
+}  // namespace HTMLRemoval
+
+}  // namespace QELModels::inline QELMODELS_ABI

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "QELModels/Platform/Color.h"
+#include "QELModels/Platform/Export.h"
+
+namespace QELModels::inline QELMODELS_ABI::QELUtils {
+
+/// The opaque colour that `#RRGGBB` stands for; null unless the text is exactly seven UTF-16 code units long.
+///
+/// Reading is lenient, as formatted input with `#%2x%2x%2x` is: each part is optional white space and one or
+/// two hexadecimal digits of either case. The first character that does not fit ends the reading, and what
+/// was not read is 0: `#12 345` is 0x12, 0x34, 0x05, and `1234567` is black.
+QELMODELS_EXPORT std::optional<Color> colorFromRGBHexString(std::string_view text) noexcept;
+
+}  // namespace QELModels::inline QELMODELS_ABI::QELUtils

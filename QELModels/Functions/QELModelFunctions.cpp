@@ -1,0 +1,13 @@
+#include "QELModels/Functions/QELModelFunctions.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+std::string NSStringFromQELStreamType(QELStreamType streamType) {
+    // The list that mappings read, so that this stays their inverse when a type is added.
+    for (const auto& [name, value] : kQELStreamTypeNames) {
+        if (value == streamType) return std::string(name);
+    }
+    return {};
+}
+
+}  // namespace QELModels::inline QELMODELS_ABI

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "QELModels/Platform/Export.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+// Objects rather than compile-time constants: they tell the version of the library that a program runs with,
+// which need not be the one whose headers it was compiled with.
+
+/// The version of the library, major and minor, as a number: 1.0.
+QELMODELS_EXPORT extern const double QELModelsVersionNumber;
+
+/// The library's identification string, zero-terminated, ending in a newline. It begins with "@(#)", by which
+/// tools find it in a binary file.
+QELMODELS_EXPORT extern const char QELModelsVersionString[];
+
+}  // namespace QELModels::inline QELMODELS_ABI
