@@ -1,0 +1,24 @@
+#pragma once
+
+#include <optional>
+
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Transformers/QELValueTransformer.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+/// Reads a string as a URL. A string that is none becomes null, with one line in the log: "Unable to
+/// transform URL" and the string. Anything but a string becomes null in silence. The reverse gives a URL's
+/// text.
+class QELMODELS_EXPORT QELNSURLTransformer final : public QELValueTransformer {
+public:
+    constexpr QELNSURLTransformer() noexcept = default;
+
+    Value::Kind transformedValueClass() const noexcept override { return Value::Kind::url; }
+    Value transformedValue(std::optional<RepresentationView> value) const override;
+    bool allowsReverseTransformation() const noexcept override { return true; }
+    Value reverseTransformedValue(const Value& value) const override;
+    Value transformedValueInto(RepresentationView value, BlockWriter& writer) const override;
+};
+
+}  // namespace QELModels::inline QELMODELS_ABI

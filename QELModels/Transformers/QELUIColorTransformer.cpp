@@ -1,0 +1,17 @@
+#include "QELModels/Transformers/QELUIColorTransformer.h"
+
+#include "QELModels/Categories/UIColor+QELUtils.h"
+#include "QELModels/Platform/MappingFault.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+Value QELUIColorTransformer::transformedValue(std::optional<RepresentationView> value) const {
+    if (!value || value->isNull()) return {};
+    const auto text = value->text();
+    // A mistake of the API that must be seen: a silent null would look like a category without a colour.
+    if (!text) throw MappingFault("QELUIColorTransformer: a colour must be a string");
+    const auto color = QELUtils::colorFromRGBHexString(*text);
+    return color ? Value(*color) : Value();
+}
+
+}  // namespace QELModels::inline QELMODELS_ABI
