@@ -1,0 +1,12 @@
+#include "QELModels/Mappers/QELAssetsMapper.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+static_assert(QELMapperProtocol<QELAssetsMapper>);
+
+Ref<List<QELAsset>> QELAssetsMapper::mappedResponseFromJSONObject(RepresentationView representation, Error*,
+                                                                  const FEMOptions& options) const {
+    return mappedPage<QELAsset>(representation, assetsKeyPath_, options);
+}
+
+}  // namespace QELModels::inline QELMODELS_ABI

@@ -1,0 +1,13 @@
+#include "QELModels/Mappers/QELCategoriesMapper.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+static_assert(QELMapperProtocol<QELCategoriesMapper>);
+
+Ref<List<QELCategory>> QELCategoriesMapper::mappedResponseFromJSONObject(RepresentationView representation,
+                                                                         Error*,
+                                                                         const FEMOptions& options) const {
+    return mappedPage<QELCategory>(representation, kKeyPath, options);
+}
+
+}  // namespace QELModels::inline QELMODELS_ABI

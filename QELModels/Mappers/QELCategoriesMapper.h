@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string_view>
+
+#include "QELModels/Mappers/QELMapperProtocol.h"
+#include "QELModels/Models/QELCategory.h"
+#include "QELModels/Platform/Export.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+/// Maps a page of categories.
+class QELMODELS_EXPORT QELCategoriesMapper {
+public:
+    /// Where a page has its list.
+    static constexpr std::string_view kKeyPath = "_embedded.categories";
+
+    /// The page's categories; an empty list when the page has none. Never null; `error` is never written.
+    /// Throws `MappingFault`.
+    Ref<List<QELCategory>> mappedResponseFromJSONObject(RepresentationView representation,
+                                                        Error* error = nullptr,
+                                                        const FEMOptions& options = {}) const;
+};
+
+}  // namespace QELModels::inline QELMODELS_ABI

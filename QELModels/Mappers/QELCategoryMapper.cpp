@@ -1,0 +1,12 @@
+#include "QELModels/Mappers/QELCategoryMapper.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+static_assert(QELMapperProtocol<QELCategoryMapper>);
+
+Ref<QELCategory> QELCategoryMapper::mappedResponseFromJSONObject(RepresentationView representation, Error*,
+                                                                 const FEMOptions& options) const {
+    return mappedObject<QELCategory>(representation, options);
+}
+
+}  // namespace QELModels::inline QELMODELS_ABI

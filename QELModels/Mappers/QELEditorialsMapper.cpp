@@ -1,0 +1,13 @@
+#include "QELModels/Mappers/QELEditorialsMapper.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+static_assert(QELMapperProtocol<QELEditorialsMapper>);
+
+Ref<List<QELEditorial>> QELEditorialsMapper::mappedResponseFromJSONObject(RepresentationView representation,
+                                                                          Error*,
+                                                                          const FEMOptions& options) const {
+    return mappedPage<QELEditorial>(representation, kKeyPath, options);
+}
+
+}  // namespace QELModels::inline QELMODELS_ABI

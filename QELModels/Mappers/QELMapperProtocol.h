@@ -1,0 +1,43 @@
+#pragma once
+
+#include <concepts>
+#include <string_view>
+
+#include "QELModels/Mapping/FEMDeserializer.h"
+#include "QELModels/Platform/Error.h"
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/List.h"
+#include "QELModels/Platform/Ref.h"
+#include "QELModels/Platform/Representation.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+/// A mapper: the way from a parsed response body to models. Its result is one record or a list of records,
+/// never null. It never writes its error parameter: what a document lacks leaves properties empty. It throws
+/// `MappingFault`, and has made nothing, for a colour that is neither null nor a string.
+template <class M>
+concept QELMapperProtocol = requires(const M& mapper, const Representation& representation, Error* error) {
+    {*mapper.mappedResponseFromJSONObject(representation, error)};
+    {mapper.mappedResponseFromJSONObject(representation)};
+};
+
+/// The rule of mappers of one record: the whole representation, by the class's default mapping.
+template <class Model>
+Ref<Model> mappedObject(RepresentationView representation, const FEMOptions& options = {}) {
+    const FEMMapping mapping = Model::defaultMapping();
+    Ref<Object> object = FEMDeserializer::objectFromRepresentation(representation, mapping, options);
+    return Ref<Model>::adopt(static_cast<const Model*>(object.release()));
+}
+
+/// The rule of mappers of pages: what stands at a key path, absent included, by the class's default mapping.
+template <class Model>
+Ref<List<Model>> mappedPage(RepresentationView representation, std::string_view keyPath,
+                            FEMOptions options = {}) {
+    options.keyPath = keyPath;
+    const auto found = representation.valueForKeyPath(keyPath);
+    const FEMMapping mapping = Model::defaultMapping();
+    Ref<ListBase> list = FEMDeserializer::collectionFromRepresentation(found, mapping, options);
+    return Ref<List<Model>>::adopt(static_cast<const List<Model>*>(list.release()));
+}
+
+}  // namespace QELModels::inline QELMODELS_ABI

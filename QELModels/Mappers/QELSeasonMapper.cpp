@@ -1,0 +1,12 @@
+#include "QELModels/Mappers/QELSeasonMapper.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+static_assert(QELMapperProtocol<QELSeasonMapper>);
+
+Ref<QELSeason> QELSeasonMapper::mappedResponseFromJSONObject(RepresentationView representation, Error*,
+                                                             const FEMOptions& options) const {
+    return mappedObject<QELSeason>(representation, options);
+}
+
+}  // namespace QELModels::inline QELMODELS_ABI

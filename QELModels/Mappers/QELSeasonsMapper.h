@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string_view>
+
+#include "QELModels/Mappers/QELMapperProtocol.h"
+#include "QELModels/Models/QELSeason.h"
+#include "QELModels/Platform/Export.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+/// Maps a page of seasons.
+class QELMODELS_EXPORT QELSeasonsMapper {
+public:
+    /// Where a page has its list.
+    static constexpr std::string_view kKeyPath = "_embedded.seasons";
+
+    /// The page's seasons; an empty list when the page has none. Never null; `error` is never written.
+    /// Throws `MappingFault`.
+    Ref<List<QELSeason>> mappedResponseFromJSONObject(RepresentationView representation,
+                                                      Error* error = nullptr,
+                                                      const FEMOptions& options = {}) const;
+};
+
+}  // namespace QELModels::inline QELMODELS_ABI

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string_view>
+
+#include "QELModels/Models/QELBaseModel.h"
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/Field.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+/// The names of the properties of `QELAssetAdditionalSubtitle`, as `propertyKeys` and `dictionaryValue` have
+/// them.
+inline constexpr std::string_view kQELAssetAdditionalSubtitleLanguage = "language";
+inline constexpr std::string_view kQELAssetAdditionalSubtitleURL = "url";
+inline constexpr std::string_view kQELAssetAdditionalSubtitleIsDefault = "isDefault";
+
+/// A subtitle track of an asset.
+class QELMODELS_EXPORT QELAssetAdditionalSubtitle : public QELBaseModel {
+public:
+    using QELBaseModel::QELBaseModel;
+
+    Field<Text> language;
+    Field<URL> url;         ///< where the subtitle file is
+    Field<bool> isDefault;  ///< "default" in a document
+
+    /// How a document fills it, made anew at every call.
+    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
+
+    /// Compares the fields with another record of this class; false for null.
+    bool isEqualToSubtitle(const QELAssetAdditionalSubtitle* other) const { return isEqualByFields(other); }
+
+    static const ObjectClass objectClass;
+    static const FEMRules defaultRules;
+};
+
+}  // namespace QELModels::inline QELMODELS_ABI

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string_view>
+
+#include "QELModels/Models/QELBaseModel.h"
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/Field.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+/// The names of the properties of `QELAssetChapter`, as `propertyKeys` and `dictionaryValue` have them.
+inline constexpr std::string_view kQELChaptersTitle = "title";
+inline constexpr std::string_view kQELChaptersDescription = "chapterDescription";
+inline constexpr std::string_view kQELChaptersTimeline = "timeline";
+inline constexpr std::string_view kQELChaptersFeatured = "featured";
+
+/// A named point in the timeline of an asset. In effect equal to itself alone, since identity is asked
+/// first.
+class QELMODELS_EXPORT QELAssetChapter : public QELBaseModel {
+public:
+    using QELBaseModel::QELBaseModel;
+
+    Field<Text> title;               ///< cleaned of HTML
+    Field<Text> chapterDescription;  ///< cleaned of HTML
+    Field<Number> timeline;          ///< its position, in the unit of the content API
+    Field<bool> featured;            ///< picked for featuring
+
+    /// How a document fills it, made anew at every call.
+    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
+
+    /// Compares the fields with another record of this class; false for null.
+    bool isEqualToChapter(const QELAssetChapter* other) const { return isEqualByFields(other); }
+
+    static const ObjectClass objectClass;
+    static const FEMRules defaultRules;
+};
+
+}  // namespace QELModels::inline QELMODELS_ABI

@@ -1,0 +1,18 @@
+#include "QELModels/Models/QELAssetLead.h"
+
+#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Platform/Declaration.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+// What the record is made of ...
+static constexpr auto declared =
+    declare<QELAssetLead>(property<&QELAssetLead::assetLeadIdentifier>(kQELAssetLeadIdentifier));
+
+// ... where a document keeps it ...
+static constexpr auto rules = mapping<declared>(attribute<&QELAssetLead::assetLeadIdentifier>("id"));
+constinit const FEMRules QELAssetLead::defaultRules = rules;
+
+constinit const ObjectClass QELAssetLead::objectClass(describe<declared>("QELAssetLead"));
+
+}  // namespace QELModels::inline QELMODELS_ABI

@@ -1,0 +1,28 @@
+#include "QELModels/Models/QELAssetStreamUrls.h"
+
+#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Platform/Declaration.h"
+#include "QELModels/Transformers/QELValueTransformerRegistry.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+// What the record is made of ...
+static constexpr auto declared =
+    declare<QELAssetStreamUrls>(property<&QELAssetStreamUrls::hls>(kQELAssetStreamUrlsHls),
+                                property<&QELAssetStreamUrls::hds>(kQELAssetStreamUrlsHds),
+                                property<&QELAssetStreamUrls::mp4>(kQELAssetStreamUrlsMp4));
+
+// ... where a document keeps it ...
+static constexpr auto rules =
+    mapping<declared>(attribute<&QELAssetStreamUrls::hds>("hds", captured(kQELNSURLTransformer)),
+                      attribute<&QELAssetStreamUrls::hls>("hls", captured(kQELNSURLTransformer)),
+                      attribute<&QELAssetStreamUrls::mp4>("mp4", captured(kQELNSURLTransformer)));
+constinit const FEMRules QELAssetStreamUrls::defaultRules = rules;
+
+// ... and what makes two of them equal.
+using Compared = FieldsOf<&QELAssetStreamUrls::hls, &QELAssetStreamUrls::hds, &QELAssetStreamUrls::mp4>;
+
+constinit const ObjectClass QELAssetStreamUrls::objectClass(
+    describe<declared, Compared, Compared>("QELAssetStreamUrls"));
+
+}  // namespace QELModels::inline QELMODELS_ABI

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string_view>
+
+#include "QELModels/Models/QELBaseModel.h"
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/Field.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+/// The names of the properties of `QELAssetStreamUrls`, as `propertyKeys` and `dictionaryValue` have them.
+inline constexpr std::string_view kQELAssetStreamUrlsHls = "hls";
+inline constexpr std::string_view kQELAssetStreamUrlsHds = "hds";
+inline constexpr std::string_view kQELAssetStreamUrlsMp4 = "mp4";
+
+/// Where the streams of an asset are.
+class QELMODELS_EXPORT QELAssetStreamUrls : public QELBaseModel {
+public:
+    using QELBaseModel::QELBaseModel;
+
+    Field<URL> hls;  ///< HTTP Live Streaming
+    Field<URL> hds;  ///< HTTP Dynamic Streaming
+    Field<URL> mp4;  ///< progressive file
+
+    /// How a document fills it, made anew at every call.
+    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
+
+    /// Compares the fields with another record of this class; false for null.
+    bool isEqualToUrls(const QELAssetStreamUrls* other) const { return isEqualByFields(other); }
+
+    static const ObjectClass objectClass;
+    static const FEMRules defaultRules;
+};
+
+}  // namespace QELModels::inline QELMODELS_ABI

@@ -1,0 +1,116 @@
+#include "QELModels/Models/QELBaseModel.h"
+
+#include <algorithm>
+
+#include "QELModels/Platform/Declaration.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+namespace {
+
+// What the root object protocol declares: names alone, which `propertyKeys` lists. They are read by calling
+// them.
+constexpr Value (*kNoValue)(const Object&) = [](const Object&) { return Value(); };
+constexpr std::array<Property, 4> rootProperties{{
+    {"hash", PropertyKind::integer, nullptr, kNoValue, nullptr},
+    {"superclass", PropertyKind::text, nullptr, kNoValue, nullptr},
+    {"description", PropertyKind::text, nullptr, kNoValue, nullptr},
+    {"debugDescription", PropertyKind::text, nullptr, kNoValue, nullptr},
+}};
+constexpr std::array<std::string_view, 4> rootKeys{
+    rootProperties[0].name, rootProperties[1].name, rootProperties[2].name, rootProperties[3].name};
+
+void append(std::string& text, const Value& value) {
+    switch (value.kind()) {
+        case Value::Kind::null:
+            text += "(null)";
+            return;
+        case Value::Kind::number:
+            text += value.number()->toString();
+            return;
+        case Value::Kind::text:
+            (text += '"').append(*value.text()) += '"';
+            return;
+        case Value::Kind::url:
+            text += value.url()->text();
+            return;
+        case Value::Kind::date:
+            text += Number(secondsSince1970(*value.date())).toString();
+            return;
+        case Value::Kind::color: {
+            const Color color = *value.color();
+            text += "(red " + Number(color.red).toString() + ", green " + Number(color.green).toString() +
+                    ", blue " + Number(color.blue).toString() + ", alpha " + Number(color.alpha).toString() +
+                    ')';
+            return;
+        }
+        case Value::Kind::representation: {
+            const auto view = *value.representation();
+            text += view.isArray() ? "[" : "{";
+            text += Number(view.size()).toString();
+            text += view.isArray() ? " elements]" : " members}";
+            return;
+        }
+        case Value::Kind::record:
+            text += static_cast<const QELBaseModel*>(value.record())->description();
+            return;
+        case Value::Kind::list:
+            text += "[" + Number(value.list()->size()).toString() + " records]";
+            return;
+    }
+}
+
+}  // namespace
+
+constinit const ObjectClass QELBaseModel::objectClass({"QELBaseModel",
+                                                       nullptr,
+                                                       rootProperties,
+                                                       rootKeys,
+                                                       sizeof(QELBaseModel),
+                                                       alignof(QELBaseModel),
+                                                       &ObjectAccess::constructObject<QELBaseModel>,
+                                                       &ObjectAccess::constructList<QELBaseModel>,
+                                                       false,
+                                                       {},
+                                                       {}});
+
+const Value* PropertyDictionary::find(std::string_view name) const noexcept {
+    const auto found = std::find_if(
+        entries_.begin(), entries_.end(), [name](const Entry& entry) { return entry.first == name; });
+    return found == entries_.end() ? nullptr : &found->second;
+}
+
+PropertyDictionary QELBaseModel::dictionaryValue() const {
+    std::vector<PropertyDictionary::Entry> entries;
+    entries.reserve(isa().propertyKeys().size());
+    for (const std::string_view key : isa().propertyKeys())
+        entries.emplace_back(key, isa().property(key)->value(*this));
+    return PropertyDictionary(std::move(entries));
+}
+
+Ref<QELBaseModel> QELBaseModel::copyWithZone(Zone* zone) const {
+    // Room for the record, and for the blocks that it keeps.
+    constexpr std::size_t kRoomToKeep = 64;
+    BlockWriter writer(ObjectAccess::size(isa()) + kRoomToKeep, zone, BlockWriter::Origin::copy);
+    Object* copy = ObjectAccess::construct(isa(), writer);
+    for (const auto& [key, value] : dictionaryValue())
+        isa().property(key)->setValue(*copy, value, writer);
+    writer.finish();
+    return Ref<QELBaseModel>::adopt(static_cast<const QELBaseModel*>(copy));
+}
+
+std::string QELBaseModel::description() const {
+    std::string text = "<";
+    text += isa().name();
+    std::string_view separator = " ";
+    for (const auto& [key, value] : dictionaryValue()) {
+        text += separator;
+        text += key;
+        text += ": ";
+        append(text, value);
+        separator = ", ";
+    }
+    return text += '>';
+}
+
+}  // namespace QELModels::inline QELMODELS_ABI

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <concepts>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "QELModels/Mapping/FEMMapping.h"
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/Object.h"
+#include "QELModels/Platform/ObjectClass.h"
+#include "QELModels/Platform/Ref.h"
+#include "QELModels/Platform/Value.h"
+#include "QELModels/Platform/Zone.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+/// What a record holds, by property name, in the order of declaration. An empty property is there with null;
+/// booleans and integers come as numbers; nested records and lists are the record's own.
+class QELMODELS_EXPORT PropertyDictionary {
+public:
+    using Entry = std::pair<std::string_view, Value>;
+    using const_iterator = std::vector<Entry>::const_iterator;
+
+    explicit PropertyDictionary(std::vector<Entry> entries) noexcept : entries_(std::move(entries)) {}
+
+    /// The value of a property; null when the record has no property of that name.
+    const Value* find(std::string_view name) const noexcept QELMODELS_LENT;
+    std::size_t size() const noexcept { return entries_.size(); }
+    const_iterator begin() const noexcept QELMODELS_LENT { return entries_.begin(); }
+    const_iterator end() const noexcept QELMODELS_LENT { return entries_.end(); }
+
+private:
+    std::vector<Entry> entries_;
+};
+
+/// The root of all model classes. A record is filled by a mapping, never changed afterwards, and may be read
+/// from any thread. What it lends (texts, nested records, lists) lives as long as the record; a `Ref` to any
+/// record keeps it.
+///
+/// A model class declares a `Field` for each property and says in its source, in four short lists, what it is
+/// made of, where a document keeps it, and what makes two of them equal.
+class QELMODELS_EXPORT QELBaseModel : public Object {
+public:
+    using Super = QELBaseModel;
+
+    explicit QELBaseModel(const Construction& construction) noexcept : Object(construction) {}
+
+    /// Null here; each model class has a mapping of its own, which is made anew at every call.
+    static std::optional<FEMMapping> defaultMapping() { return std::nullopt; }
+
+    /// The record's values by property name.
+    PropertyDictionary dictionaryValue() const;
+
+    /// A record of the same class that shares everything nested with this one, and keeps what it shares.
+    /// `zone` is where its memory comes from; null: the usual place. Throws `MappingFault` for a class with a
+    /// property that cannot be set (`QELStreamConfiguration`).
+    Ref<QELBaseModel> copyWithZone(Zone* zone) const;
+
+    /// The class and its properties as text, for people: `<QELAssetLead assetLeadIdentifier: 1234>`.
+    std::string description() const;
+    std::string debugDescription() const { return description(); }
+
+    static const ObjectClass objectClass;
+};
+
+/// A copy as `copyWithZone` makes it, of the class that the caller knows.
+template <std::derived_from<QELBaseModel> T>
+Ref<T> copy(const T& record, Zone* zone = nullptr) {
+    return Ref<T>::adopt(static_cast<const T*>(record.copyWithZone(zone).release()));
+}
+
+/// A model class: records with equality, hash, description and copies, and a default mapping of their own.
+template <class T>
+concept QELModel = std::derived_from<T, QELBaseModel> && requires(const T& record, Zone* zone) {
+    { T::defaultMapping() } -> std::same_as<FEMMapping>;
+    { T::objectClass } -> std::same_as<const ObjectClass&>;
+    { record.isEqual(&record) } -> std::same_as<bool>;
+    { record.copyWithZone(zone) } -> std::same_as<Ref<QELBaseModel>>;
+};
+
+}  // namespace QELModels::inline QELMODELS_ABI

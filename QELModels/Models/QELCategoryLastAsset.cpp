@@ -1,0 +1,22 @@
+#include "QELModels/Models/QELCategoryLastAsset.h"
+
+#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Platform/Declaration.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+// What the record is made of ...
+static constexpr auto declared = declare<QELCategoryLastAsset>(
+    property<&QELCategoryLastAsset::lastAssetIdentifier>(kQELCategoryLastAssetIdentifier));
+
+// ... where a document keeps it ...
+static constexpr auto rules = mapping<declared>(attribute<&QELCategoryLastAsset::lastAssetIdentifier>("id"));
+constinit const FEMRules QELCategoryLastAsset::defaultRules = rules;
+
+// ... and what makes two of them equal.
+using Compared = FieldsOf<&QELCategoryLastAsset::lastAssetIdentifier>;
+
+constinit const ObjectClass QELCategoryLastAsset::objectClass(
+    describe<declared, Compared, Compared>("QELCategoryLastAsset"));
+
+}  // namespace QELModels::inline QELMODELS_ABI

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string_view>
+
+#include "QELModels/Models/QELBaseModel.h"
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/Field.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+/// The names of the properties of `QELCategoryLastAsset`, as `propertyKeys` and `dictionaryValue` have them.
+inline constexpr std::string_view kQELCategoryLastAssetIdentifier = "lastAssetIdentifier";
+
+/// A reference to the newest asset of a category.
+class QELMODELS_EXPORT QELCategoryLastAsset : public QELBaseModel {
+public:
+    using QELBaseModel::QELBaseModel;
+
+    Field<Number> lastAssetIdentifier;
+
+    /// How a document fills it, made anew at every call.
+    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
+
+    /// Compares the fields with another record of this class; false for null.
+    bool isEqualToAsset(const QELCategoryLastAsset* other) const { return isEqualByFields(other); }
+
+    static const ObjectClass objectClass;
+    static const FEMRules defaultRules;
+};
+
+}  // namespace QELModels::inline QELMODELS_ABI

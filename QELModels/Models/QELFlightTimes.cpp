@@ -1,0 +1,22 @@
+#include "QELModels/Models/QELFlightTimes.h"
+
+#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Platform/Declaration.h"
+#include "QELModels/Transformers/QELValueTransformerRegistry.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+// What the record is made of ...
+static constexpr auto declared =
+    declare<QELFlightTimes>(property<&QELFlightTimes::flightStart>(kQELFlightTimesStart),
+                            property<&QELFlightTimes::flightEnd>(kQELFlightTimesEnd));
+
+// ... where a document keeps it ...
+static constexpr auto rules =
+    mapping<declared>(attribute<&QELFlightTimes::flightEnd>("end", captured(kQELTimestampTransformer)),
+                      attribute<&QELFlightTimes::flightStart>("start", captured(kQELTimestampTransformer)));
+constinit const FEMRules QELFlightTimes::defaultRules = rules;
+
+constinit const ObjectClass QELFlightTimes::objectClass(describe<declared>("QELFlightTimes"));
+
+}  // namespace QELModels::inline QELMODELS_ABI

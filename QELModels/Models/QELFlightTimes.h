@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string_view>
+
+#include "QELModels/Models/QELBaseModel.h"
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/Field.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+/// The names of the properties of `QELFlightTimes`, as `propertyKeys` and `dictionaryValue` have them.
+inline constexpr std::string_view kQELFlightTimesStart = "flightStart";
+inline constexpr std::string_view kQELFlightTimesEnd = "flightEnd";
+
+/// The period in which an asset is on air. Equal to itself alone.
+class QELMODELS_EXPORT QELFlightTimes : public QELBaseModel {
+public:
+    using QELBaseModel::QELBaseModel;
+
+    Field<Date> flightStart;  ///< when it goes on air; null: not known
+    Field<Date> flightEnd;    ///< when it goes off air; null: not known
+
+    /// How a document fills it, made anew at every call.
+    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
+
+    static const ObjectClass objectClass;
+    static const FEMRules defaultRules;
+};
+
+}  // namespace QELModels::inline QELMODELS_ABI

@@ -1,0 +1,26 @@
+#include "QELModels/Models/QELSeason.h"
+
+#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Platform/Declaration.h"
+#include "QELModels/Transformers/QELValueTransformerRegistry.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+// What the record is made of ...
+static constexpr auto declared = declare<QELSeason>(
+    property<&QELSeason::title>(kQELSeasonTitle), property<&QELSeason::seasonNumber>(kQELSeasonSeasonNumber),
+    property<&QELSeason::assets>(kQELSeasonAssets));
+
+// ... where a document keeps it ...
+static constexpr auto rules = mapping<declared>(
+    attribute<&QELSeason::seasonNumber>(),
+    attribute<&QELSeason::title>("title", captured(kQELHTMLTransformer)), relationship<&QELSeason::assets>());
+constinit const FEMRules QELSeason::defaultRules = rules;
+
+// ... and what makes two of them equal.
+using Compared = FieldsOf<&QELSeason::title, &QELSeason::seasonNumber, &QELSeason::assets>;
+
+constinit const ObjectClass QELSeason::objectClass(
+    describe<declared, Compared, Compared>("QELSeason", Lives::inItsOwnBlock));
+
+}  // namespace QELModels::inline QELMODELS_ABI

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string_view>
+
+#include "QELModels/Models/QELAsset.h"
+#include "QELModels/Models/QELBaseModel.h"
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/Field.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+/// The names of the properties of `QELSeason`, as `propertyKeys` and `dictionaryValue` have them.
+inline constexpr std::string_view kQELSeasonTitle = "title";
+inline constexpr std::string_view kQELSeasonSeasonNumber = "seasonNumber";
+inline constexpr std::string_view kQELSeasonAssets = "assets";
+
+/// A season of a series and its episodes.
+class QELMODELS_EXPORT QELSeason : public QELBaseModel {
+public:
+    using QELBaseModel::QELBaseModel;
+
+    Field<Text> title;  ///< cleaned of HTML
+    Field<Number> seasonNumber;
+    Field<List<QELAsset>> assets;  ///< its episodes, in the order of the document
+
+    /// How a document fills it, made anew at every call.
+    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
+
+    /// Compares the fields with another record of this class; false for null.
+    bool isEqualToSeason(const QELSeason* other) const { return isEqualByFields(other); }
+
+    static const ObjectClass objectClass;
+    static const FEMRules defaultRules;
+};
+
+}  // namespace QELModels::inline QELMODELS_ABI
