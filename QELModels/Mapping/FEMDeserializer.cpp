@@ -1,10 +1,11 @@
 #include "QELModels/Mapping/FEMDeserializer.h"
 
 #include <algorithm>
-#include <array>
-#include <vector>
+#include <cstring>
+#include <memory>
 
 #include "QELModels/Platform/MappingFault.h"
+#include "QELModels/Platform/RepresentationBuilder.h"
 
 namespace QELModels::inline QELMODELS_ABI {
 
@@ -20,39 +21,58 @@ constexpr std::size_t kMostMembersWalked = 128;
 // most.
 constexpr std::size_t kRecordBytesPerNode = 11;
 
+bool sameText(std::string_view a, std::string_view b) noexcept {
+    if (a.size() != b.size()) return false;
+    // Keys are short: two overlapping words compare most of them without a call.
+    const auto word = [](const char* p) {
+        std::uint64_t bytes;
+        std::memcpy(&bytes, p, sizeof bytes);
+        return bytes;
+    };
+    constexpr std::size_t kWord = sizeof(std::uint64_t);
+    if (a.size() < kWord || a.size() > 2 * kWord) return std::memcmp(a.data(), b.data(), a.size()) == 0;
+    const std::size_t last = a.size() - kWord;
+    return word(a.data()) == word(b.data()) && word(a.data() + last) == word(b.data() + last);
+}
+
+struct Found {
+    const Node* node;
+    const Block* block;
+};
+
 // What each first key of a mapping stands for in one dictionary; null where it is missing.
 class FoundValues {
 public:
-    FoundValues(const FEMRules& rules, std::optional<RepresentationView> dictionary) {
-        if (rules.keys.size() > usual_.size()) {
-            many_.resize(rules.keys.size());
-            values_ = many_.data();
+    FoundValues(const FEMRules& rules, const Node* dictionary, const Block* block) : block_(block) {
+        const std::size_t count = rules.keys.size();
+        if (count > kUsualKeys) {
+            many_ = std::make_unique<const Node*[]>(count);
+            values_ = many_.get();
         } else {
-            std::fill_n(usual_.data(), rules.keys.size(), nullptr);
+            std::fill_n(values_, count, nullptr);
         }
-        if (!dictionary || !dictionary->isDictionary()) return;
-        block_ = dictionary->block();
-        if (!rules.slots.empty() && dictionary->size() <= kMostMembersWalked)
-            walk(rules, dictionary->node());
+        if (!rules.slots.empty() && dictionary->size <= kMostMembersWalked)
+            walk(rules, dictionary);
         else
-            lookUp(rules, *dictionary);
+            lookUp(rules, RepresentationView::at(dictionary, block));
     }
 
-    std::optional<RepresentationView> at(const FEMRule& rule) const {
+    // What a rule reads; its node is null when it is missing. Links are left for the reader to follow.
+    Found at(const FEMRule& rule) const {
         const Node* node = values_[rule.key];
-        if (node == nullptr) return std::nullopt;
-        const RepresentationView value = RepresentationView::at(node, block_);
-        if (rule.furtherKeys.empty()) [[likely]]
-            return value;
-        return value.valueForKeyPath(rule.furtherKeys);
+        if (node == nullptr || rule.furtherKeys.data() == nullptr) [[likely]]
+            return {node, block_};
+        const auto value = RepresentationView::at(node, block_).valueForKeyPath(rule.furtherKeys);
+        return value ? Found{value->node(), value->block()} : Found{nullptr, nullptr};
     }
 
 private:
     void walk(const FEMRules& rules, const Node* dictionary) {
         const Node* member = dictionary + 1;
-        for (std::uint32_t i = 0; i < dictionary->size; ++i) {
-            const std::size_t position = rules.position(member->keyHash, member->string());
-            if (position != rules.keys.size()) values_[position] = member + 1;
+        for (std::uint32_t left = dictionary->size; left != 0; --left) {
+            const std::uint8_t slot = rules.slot(member->keyHash);
+            if (slot != 0 && sameText(rules.keys[slot - 1U], member->string()))
+                values_[slot - 1U] = member + 1;
             member += 1 + (member + 1)->extent();
         }
     }
@@ -62,12 +82,67 @@ private:
             values_[i] = dictionary.nodeForKey(rules.keys[i]);
     }
 
-    std::array<const Node*, kUsualKeys> usual_;
-    std::vector<const Node*> many_;
-    const Node** values_ = usual_.data();
-    const Block* block_ = nullptr;
+    const Block* block_;
+    const Node* usual_[kUsualKeys];
+    std::unique_ptr<const Node*[]> many_;
+    const Node** values_ = usual_;
 };
 
+const char* copyText(std::string_view text, BlockWriter& writer) {
+    char* to = writer.reserve(text.size());
+    std::memcpy(to, text.data(), text.size());
+    writer.commit(text.size());
+    return to;
+}
+
+// Puts a raw value of a document into a property. False, and nothing done, when its kind does not fit; no raw
+// value is by itself a URL, a date, a colour or a record.
+bool putRaw(const Property& property, Object& object, RepresentationView value, BlockWriter& writer) {
+    const Node& node = *value.node();
+    switch (property.kind) {
+        case PropertyKind::text:
+            if (!value.isString()) return false;
+            property.slot<TextSlot>(object) = {copyText(node.string(), writer), node.size};
+            return true;
+        case PropertyKind::number:
+            if (!value.isNumber()) return false;
+            property.slot<NumberSlot>(object) = {node.bits, node.origin(), true};
+            return true;
+        case PropertyKind::boolean:
+            if (!value.isNumber()) return false;
+            property.slot<bool>(object) = NumberBits::number(node.bits, node.origin()).boolValue();
+            return true;
+        case PropertyKind::integer:
+            if (!value.isNumber()) return false;
+            property.slot<std::int64_t>(object) = NumberBits::number(node.bits, node.origin()).int64Value();
+            return true;
+        case PropertyKind::array:
+        case PropertyKind::dictionary:
+            if (!(property.kind == PropertyKind::array ? value.isArray() : value.isDictionary()))
+                return false;
+            property.slot<RepresentationSlot>(object) = {copyRepresentation(value, writer), writer.block()};
+            return true;
+        default:
+            return false;
+    }
+}
+
+// Puts the result of a map rule into a property: the kinds that most rules make without a detour.
+bool putMapped(const Property& property, Object& object, const Value& value, BlockWriter& writer) {
+    const bool isText = value.kind() == Value::Kind::text && property.kind == PropertyKind::text;
+    const bool isURL = value.kind() == Value::Kind::url && property.kind == PropertyKind::url;
+    if ((isText || isURL) && !ValueAccess::keeps(value)) {
+        const std::string_view text = ValueAccess::characters(value);
+        const bool inPlace = ValueAccess::block(value) == writer.block();
+        property.slot<TextSlot>(object) = {inPlace ? text.data() : copyText(text, writer), text.size()};
+        return true;
+    }
+    return property.setValue(object, value, writer);
+}
+
+// Applies rules to dictionaries. Whether somebody observes it is known when it is compiled, so that those who
+// do not ask pay nothing.
+template <bool kObserved>
 class Engine {
 public:
     explicit Engine(const FEMOptions& options) : observer_(options.observer), zone_(options.zone) {}
@@ -88,7 +163,7 @@ public:
         std::size_t count = 0;
         for (const RepresentationView element : array.elements()) {
             const FEMPath at(path, count);
-            if (observer_ != nullptr && !element.isDictionary()) tellOfNoDictionary(element, at);
+            if (!element.isDictionary()) tellOfNone(element, at);
             if (ofRoots) {
                 const Ref<Object> kept = root(element, rules, captures, at);
                 writer.keep(kept->block());
@@ -100,13 +175,19 @@ public:
         return ObjectAccess::list(*rules.objectClass, elements, count, writer);
     }
 
-    void tellOfNoDictionary(std::optional<RepresentationView> value, const FEMPath& path) const {
-        const FEMOutcome outcome = !value            ? FEMOutcome::missing
-                                   : value->isNull() ? FEMOutcome::null
-                                                     : FEMOutcome::wrongKind;
-        observer_->ruleApplied({path, nullptr, outcome, value});
+    // Of an element or a root that is not the container it should be.
+    void tellOfNone(std::optional<RepresentationView> value, const FEMPath& path) const {
+        if constexpr (kObserved) {
+            FEMOutcome outcome = FEMOutcome::wrongKind;
+            if (!value)
+                outcome = FEMOutcome::missing;
+            else if (value->isNull())
+                outcome = FEMOutcome::null;
+            observer_->ruleApplied({path, nullptr, outcome, value});
+        }
     }
 
+private:
     // Room for a root and all under it: what it keeps of the texts is known, the records are guessed by the
     // document's nodes. A guess too low costs one more piece of memory, one too high a few bytes.
     static std::size_t roomFor(std::optional<RepresentationView> value, const FEMRules& rules) {
@@ -115,42 +196,58 @@ public:
         return own + value->node()->textBytes() + kRecordBytesPerNode * value->node()->extent();
     }
 
-private:
     Object* record(std::optional<RepresentationView> dictionary, const FEMRules& rules,
                    const FEMCaptures& captures, BlockWriter& writer, const FEMPath& path) const {
+        const bool given = dictionary && dictionary->isDictionary();
+        return record(given ? dictionary->node() : nullptr,
+                      given ? dictionary->block() : nullptr,
+                      rules,
+                      captures,
+                      writer,
+                      path);
+    }
+
+    Object* record(const Node* dictionary, const Block* block, const FEMRules& rules,
+                   const FEMCaptures& captures, BlockWriter& writer, const FEMPath& path) const {
         Object* object = ObjectAccess::construct(*rules.objectClass, writer);
-        const FoundValues found(rules, dictionary);
+        // An observer has been told of the element or root that is none; there is nothing in it to tell of.
+        if (dictionary == nullptr) return object;
+        const FoundValues found(rules, dictionary, block);
         for (const FEMRule& rule : rules.attributes) {
-            const auto value = found.at(rule);
-            const FEMOutcome outcome =
-                value ? applyAttribute(rule, *value, captures, *object, writer, path) : FEMOutcome::missing;
-            if (observer_ != nullptr) tell(rule, outcome, value, path);
+            const Found value = found.at(rule);
+            if (value.node == nullptr)
+                tell(rule, FEMOutcome::missing, std::nullopt, path);
+            else
+                applyAttribute(
+                    rule, RepresentationView::at(value.node, value.block), captures, *object, writer, path);
         }
-        for (const FEMRule& rule : rules.relationships)
-            applyRelationship(rule, found.at(rule), captures, *object, writer, path);
+        for (const FEMRule& rule : rules.relationships) {
+            const Found value = found.at(rule);
+            if (value.node == nullptr)
+                tell(rule, FEMOutcome::missing, std::nullopt, path);
+            else
+                applyRelationship(
+                    rule, RepresentationView::at(value.node, value.block), captures, *object, writer, path);
+        }
         return object;
     }
 
-    FEMOutcome applyAttribute(const FEMRule& rule, RepresentationView value, const FEMCaptures& captures,
-                              Object& object, BlockWriter& writer, const FEMPath& path) const {
+    void applyAttribute(const FEMRule& rule, RepresentationView value, const FEMCaptures& captures,
+                        Object& object, BlockWriter& writer, const FEMPath& path) const {
         const Property& property = *rule.property;
+        FEMOutcome outcome = FEMOutcome::set;
         if (rule.map.apply == nullptr) {
-            if (value.isNull()) {
-                property.empty(object);
-                return FEMOutcome::null;
-            }
-            if (property.setValue(object, value, writer)) return FEMOutcome::set;
-            property.empty(object);
-            return FEMOutcome::wrongKind;
+            if (!putRaw(property, object, value, writer))
+                outcome = value.isNull() ? FEMOutcome::null : FEMOutcome::wrongKind;
+        } else {
+            const Value result = mapped(rule, value, captures, writer, path);
+            if (result.isNull())
+                outcome = value.isNull() ? FEMOutcome::null : FEMOutcome::refused;
+            else if (!putMapped(property, object, result, writer))
+                outcome = FEMOutcome::wrongKind;
         }
-        const Value result = mapped(rule, value, captures, writer, path);
-        if (result.isNull()) {
-            property.empty(object);
-            return value.isNull() ? FEMOutcome::null : FEMOutcome::refused;
-        }
-        if (property.setValue(object, result, writer)) return FEMOutcome::set;
-        property.empty(object);
-        return FEMOutcome::wrongKind;
+        if (outcome != FEMOutcome::set) property.empty(object);
+        tell(rule, outcome, value, path);
     }
 
     Value mapped(const FEMRule& rule, RepresentationView value, const FEMCaptures& captures,
@@ -162,75 +259,87 @@ private:
         } catch (MappingFault& fault) {
             if (!fault.hasPointer())
                 fault.setPointer(FEMPath(path, rule.keyPath, rule.property->name).pointer());
-            if (observer_ != nullptr) tell(rule, FEMOutcome::fault, value, path);
+            tell(rule, FEMOutcome::fault, value, path);
             throw;
         }
     }
 
-    void applyRelationship(const FEMRule& rule, std::optional<RepresentationView> value,
-                           const FEMCaptures& captures, Object& object, BlockWriter& writer,
-                           const FEMPath& path) const {
+    void applyRelationship(const FEMRule& rule, RepresentationView value, const FEMCaptures& captures,
+                           Object& object, BlockWriter& writer, const FEMPath& path) const {
         const Property& property = *rule.property;
-        if (!value) {
-            if (observer_ != nullptr) tell(rule, FEMOutcome::missing, value, path);
-            return;
-        }
-        if (!(rule.toMany ? value->isArray() : value->isDictionary())) {
+        if (!(rule.toMany ? value.isArray() : value.isDictionary())) {
             property.empty(object);
-            if (observer_ != nullptr)
-                tell(rule, value->isNull() ? FEMOutcome::null : FEMOutcome::wrongKind, value, path);
+            tell(rule, value.isNull() ? FEMOutcome::null : FEMOutcome::wrongKind, value, path);
             return;
         }
-        if (observer_ != nullptr) tell(rule, FEMOutcome::set, value, path);
+        tell(rule, FEMOutcome::set, value, path);
         const FEMRules& rules = rule.mapping == nullptr ? *rule.target : rule.mapping->rules();
         const FEMCaptures& held = rule.mapping == nullptr ? captures : rule.mapping->captures();
         const FEMPath at(path, rule.keyPath, property.name);
-        const bool root = rules.objectClass->isRoot();
+        const bool isRoot = rules.objectClass->isRoot();
         if (rule.toMany) {
-            property.setList(object, list(*value, rules, held, writer, at, root));
-        } else if (root) {
-            const Ref<Object> kept = this->root(value, rules, held, at);
+            property.slot<const ListBase*>(object) = list(value, rules, held, writer, at, isRoot);
+        } else if (isRoot) {
+            const Ref<Object> kept = root(value, rules, held, at);
             writer.keep(kept->block());
-            property.setRecord(object, kept.get());
+            property.slot<const Object*>(object) = kept.get();
         } else {
-            property.setRecord(object, record(value, rules, held, writer, at));
+            property.slot<const Object*>(object) =
+                record(value.node(), value.block(), rules, held, writer, at);
         }
     }
 
     void tell(const FEMRule& rule, FEMOutcome outcome, std::optional<RepresentationView> value,
               const FEMPath& path) const {
-        const FEMPath at(path, rule.keyPath, rule.property->name);
-        observer_->ruleApplied({at, rule.property, outcome, value});
+        if constexpr (kObserved) {
+            const FEMPath at(path, rule.keyPath, rule.property->name);
+            observer_->ruleApplied({at, rule.property, outcome, value});
+        }
     }
 
     FEMObserver* observer_;
     Zone* zone_;
 };
 
+template <bool kObserved>
+Ref<Object> object(std::optional<RepresentationView> representation, const FEMMapping& mapping,
+                   const FEMOptions& options) {
+    const Engine<kObserved> engine(options);
+    const FEMPath path(options.keyPath);
+    if (!representation || !representation->isDictionary()) engine.tellOfNone(representation, path);
+    return engine.root(representation, mapping.rules(), mapping.captures(), path);
+}
+
+template <bool kObserved>
+Ref<ListBase> collection(std::optional<RepresentationView> representation, const FEMMapping& mapping,
+                         const FEMOptions& options) {
+    constexpr std::size_t kBytesPerElement =
+        2 * sizeof(void*);  // in the list, and among the blocks that it keeps
+    constexpr std::size_t kBytesBesides = 64;
+    const bool given = representation && representation->isArray();
+    const RepresentationView array = given ? *representation : Representation::emptyArray();
+    const Engine<kObserved> engine(options);
+    const FEMPath path(options.keyPath);
+    if (!given) engine.tellOfNone(representation, path);
+    BlockWriter writer(sizeof(ListBase) + kBytesBesides + kBytesPerElement * array.size(), options.zone);
+    const ListBase* list = engine.list(array, mapping.rules(), mapping.captures(), writer, path, true);
+    writer.finish();
+    return Ref<ListBase>::adopt(list);
+}
+
 }  // namespace
 
 Ref<Object> FEMDeserializer::objectFromRepresentation(std::optional<RepresentationView> representation,
                                                       const FEMMapping& mapping, const FEMOptions& options) {
-    const Engine engine(options);
-    const FEMPath path(options.keyPath);
-    if (options.observer != nullptr && !(representation && representation->isDictionary()))
-        engine.tellOfNoDictionary(representation, path);
-    return engine.root(representation, mapping.rules(), mapping.captures(), path);
+    return options.observer == nullptr ? object<false>(representation, mapping, options)
+                                       : object<true>(representation, mapping, options);
 }
 
 Ref<ListBase> FEMDeserializer::collectionFromRepresentation(std::optional<RepresentationView> representation,
                                                             const FEMMapping& mapping,
                                                             const FEMOptions& options) {
-    const Engine engine(options);
-    const bool given = representation && representation->isArray();
-    const RepresentationView array = given ? *representation : Representation::emptyArray();
-    constexpr std::size_t kBytesPerElement =
-        2 * sizeof(void*);  // in the list, and among the blocks that it keeps
-    BlockWriter writer(sizeof(ListBase) + 64 + kBytesPerElement * array.size(), options.zone);
-    const ListBase* list =
-        engine.list(array, mapping.rules(), mapping.captures(), writer, FEMPath(options.keyPath), true);
-    writer.finish();
-    return Ref<ListBase>::adopt(list);
+    return options.observer == nullptr ? collection<false>(representation, mapping, options)
+                                       : collection<true>(representation, mapping, options);
 }
 
 }  // namespace QELModels::inline QELMODELS_ABI

@@ -18,7 +18,7 @@ namespace QELModels::inline QELMODELS_ABI {
 struct FEMOptions {
     FEMObserver* observer = nullptr;  ///< is told the outcome of every rule; null costs nothing
     Zone* zone = nullptr;             ///< where the models' memory comes from; null: the usual place
-    std::string_view keyPath;         ///< where in its document the representation stands; begins all paths
+    std::string_view keyPath = {};    ///< where in its document the representation stands; begins all paths
 };
 
 /// Applies mappings to representations. Data never throws, save for values that a map rule calls a fault:

@@ -37,15 +37,31 @@ struct FEMCapture {
     std::string_view name;
 };
 
+/// The JSON values that a rule has a use for, besides null.
+enum class FEMAccepts : std::uint8_t {
+    anything,    ///< not known: a map rule of an application decides
+    nothing,     ///< the property holds what no raw value is
+    text,        ///< a string
+    reference,   ///< a string that is a URL
+    color,       ///< a string that is a colour; all else but null is a fault
+    word,        ///< a string that stands in a table
+    number,      ///< a number or a boolean, which are one kind here
+    array,       ///< an array
+    dictionary,  ///< a dictionary
+};
+
 /// A map rule as constant data: what is called, and what it is called with. The value given to it is never
 /// absent, possibly null; a null result means that there is none.
 struct FEMMapRule {
     using Apply = Value (*)(const FEMMapRule&, const void* captured, RepresentationView, BlockWriter&);
+    using Word = std::string_view (*)(const FEMMapRule&, std::size_t);
 
     Apply apply = nullptr;  ///< null: the value is taken as it is
     const void* data = nullptr;
     std::size_t size = 0;
     const FEMCapture* capture = nullptr;
+    FEMAccepts accepts = FEMAccepts::anything;
+    Word word = nullptr;  ///< of a table: its `size` words by position
 };
 
 /// One entry of a lookup table from a document's word to a number.
@@ -68,7 +84,11 @@ constexpr FEMMapRule lookedUpIn(const std::array<Entry, N>& table) {
             },
             table.data(),
             N,
-            nullptr};
+            nullptr,
+            FEMAccepts::word,
+            [](const FEMMapRule& rule, std::size_t i) -> std::string_view {
+                return static_cast<const Entry*>(rule.data)[i].name;
+            }};
 }
 
 /// One rule, ready to be applied: its property is known and its key path is split.
@@ -77,10 +97,16 @@ struct FEMRule {
     std::string_view keyPath;
     std::uint32_t key = 0;                ///< which of the mapping's first keys the key path begins with
     bool toMany = false;                  ///< of a relationship
-    std::string_view furtherKeys;         ///< the key path after its first key; empty when that is all
+    std::string_view furtherKeys;         ///< the key path after its first key; null data when that is all
     FEMMapRule map;                       ///< of an attribute
     const FEMRules* target = nullptr;     ///< of a relationship: constant rules, or ...
     const FEMMapping* mapping = nullptr;  ///< ... a mapping with rules and captures of its own
+
+    bool isRelationship() const noexcept { return target != nullptr || mapping != nullptr; }
+    /// The JSON values that the rule has a use for.
+    QELMODELS_EXPORT FEMAccepts accepts() const noexcept;
+    /// Of a relationship: the rules for what stands under it.
+    QELMODELS_EXPORT const FEMRules& nestedRules() const noexcept;
 };
 
 /// The rules of one mapping. `keys` are the first keys of all key paths, each once; `slots` find a key among
@@ -95,11 +121,10 @@ struct FEMRules {
     std::uint16_t multiplier = 0;
     std::uint8_t shift = 0;
 
-    /// The position of a key among `keys`; `keys.size()` when no rule reads it. Needs `slots`.
-    std::size_t position(std::uint16_t hash, std::string_view key) const noexcept {
-        const std::uint8_t slot =
-            slots[static_cast<std::uint16_t>(std::uint32_t{hash} * multiplier) >> shift];
-        return slot != 0 && keys[slot - 1U] == key ? slot - 1U : keys.size();
+    /// The slot that a key's hash leads to: its position plus one if it is one of `keys`, which a comparison
+    /// of the whole key must tell; 0: it is none of them. Needs `slots`.
+    std::uint8_t slot(std::uint16_t hash) const noexcept {
+        return slots[static_cast<std::uint16_t>(std::uint32_t{hash} * multiplier) >> shift];
     }
 };
 

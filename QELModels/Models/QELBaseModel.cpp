@@ -20,13 +20,15 @@ constexpr std::array<Property, 4> rootProperties{{
 constexpr std::array<std::string_view, 4> rootKeys{
     rootProperties[0].name, rootProperties[1].name, rootProperties[2].name, rootProperties[3].name};
 
+void append(std::string& text, Number number) { text += number.toString(); }
+
 void append(std::string& text, const Value& value) {
     switch (value.kind()) {
         case Value::Kind::null:
             text += "(null)";
             return;
         case Value::Kind::number:
-            text += value.number()->toString();
+            append(text, *value.number());
             return;
         case Value::Kind::text:
             (text += '"').append(*value.text()) += '"';
@@ -35,27 +37,33 @@ void append(std::string& text, const Value& value) {
             text += value.url()->text();
             return;
         case Value::Kind::date:
-            text += Number(secondsSince1970(*value.date())).toString();
+            append(text, secondsSince1970(*value.date()));
             return;
         case Value::Kind::color: {
             const Color color = *value.color();
-            text += "(red " + Number(color.red).toString() + ", green " + Number(color.green).toString() +
-                    ", blue " + Number(color.blue).toString() + ", alpha " + Number(color.alpha).toString() +
-                    ')';
+            char separator = '(';
+            for (const double component : {color.red, color.green, color.blue, color.alpha}) {
+                text += separator;
+                append(text, component);
+                separator = ' ';
+            }
+            text += ')';
             return;
         }
         case Value::Kind::representation: {
-            const auto view = *value.representation();
-            text += view.isArray() ? "[" : "{";
-            text += Number(view.size()).toString();
-            text += view.isArray() ? " elements]" : " members}";
+            const auto raw = *value.representation();
+            text += raw.isArray() ? '[' : '{';
+            append(text, raw.size());
+            text += raw.isArray() ? " elements]" : " members}";
             return;
         }
         case Value::Kind::record:
             text += static_cast<const QELBaseModel*>(value.record())->description();
             return;
         case Value::Kind::list:
-            text += "[" + Number(value.list()->size()).toString() + " records]";
+            text += '[';
+            append(text, value.list()->size());
+            text += " records]";
             return;
     }
 }

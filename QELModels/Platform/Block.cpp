@@ -101,6 +101,30 @@ void BlockWriter::grow(std::size_t bytes) {
     end_ = memory + size;
 }
 
+void* BlockWriter::extend(std::size_t bytes) {
+    const std::size_t used = static_cast<std::size_t>(next_ - reinterpret_cast<char*>(block_));
+    const std::size_t start = (used + kAlignment - 1) / kAlignment * kAlignment;
+    if (bytes > SIZE_MAX / 2 - start) throw std::bad_alloc();
+    const std::size_t size = (start + bytes + kAlignment - 1) / kAlignment * kAlignment;
+    if (size > block_->size_) {
+        void* memory = nullptr;
+        if (Zone* zone = block_->zone_; zone == nullptr) {
+            memory = std::realloc(static_cast<void*>(block_), size);
+            if (memory == nullptr) throw std::bad_alloc();
+        } else {
+            memory = zone->allocate(size);
+            std::memcpy(memory, static_cast<void*>(block_), used);
+            zone->deallocate(block_, block_->size_);
+        }
+        block_ = static_cast<Block*>(memory);
+        block_->size_ = size;
+        end_ = static_cast<char*>(memory) + size;
+    }
+    char* const memory = reinterpret_cast<char*>(block_) + start;
+    next_ = memory + bytes;
+    return memory;
+}
+
 BlockWriter::~BlockWriter() {
     if (open_ != nullptr) deallocateTo(block_->zone_, open_, open_->size);
     if (block_ != nullptr) block_->release();

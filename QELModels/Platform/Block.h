@@ -85,6 +85,12 @@ public:
     }
     void commit(std::size_t bytes) noexcept { next_ += bytes; }
 
+    /// Memory for `bytes` bytes behind all that was allocated so far, for which the block itself is enlarged:
+    /// of a large block that is one piece, the system's memory is kept for the next one instead of being
+    /// given back and asked for page by page. The block may move, so nothing may point into it yet, and it
+    /// has no further pieces.
+    void* extend(std::size_t bytes);
+
     /// One piece of memory whose length is not known before it is written: it is opened with a guess, may be
     /// grown (which moves its first `used` bytes) and is cut to what was used when it is closed (which may
     /// move it too). One piece is open at a time.

@@ -57,6 +57,8 @@ Value computed(const Object& object) {
     const auto value = (static_cast<const Class&>(object).*Member)();
     if constexpr (std::is_enum_v<decltype(value)>)
         return Value(Number(static_cast<std::int64_t>(value)));
+    else if constexpr (std::is_arithmetic_v<decltype(value)>)
+        return Value(Number(value));
     else
         return Value(value);
 }
@@ -138,10 +140,13 @@ struct IdentityThenFieldsOf : FieldsOf<Members...> {
 };
 
 template <const auto& Declared, class Fields>
-consteval PropertyOrder orderOf() {
+constexpr PropertyOrder orderOf() {
     constexpr auto& properties = Fields::template in<Declared>;
     static_assert(std::none_of(properties.begin(), properties.end(), [](auto* p) { return p == nullptr; }),
                   "a field that is not declared");
+    static_assert(
+        std::none_of(properties.begin(), properties.end(), [](auto* p) { return p->compute != nullptr; }),
+        "a computed property is not compared: what it is computed from is");
     return {properties, true, Fields::kIdentityFirst};
 }
 
@@ -151,7 +156,7 @@ enum class Lives : bool { inItsOwnersBlock, inItsOwnBlock };
 
 /// A class that compares by identity. Its superclass is `Class::Super`.
 template <const auto& Declared>
-consteval ObjectClass::Description describe(std::string_view name, Lives lives = Lives::inItsOwnersBlock) {
+constexpr ObjectClass::Description describe(std::string_view name, Lives lives = Lives::inItsOwnersBlock) {
     using Class = typename std::remove_cvref_t<decltype(Declared)>::Class;
     return {name,
             &Class::Super::objectClass,
@@ -168,7 +173,7 @@ consteval ObjectClass::Description describe(std::string_view name, Lives lives =
 
 /// A class that compares and hashes by fields.
 template <const auto& Declared, class Equality, class Hash>
-consteval ObjectClass::Description describe(std::string_view name, Lives lives = Lives::inItsOwnersBlock) {
+constexpr ObjectClass::Description describe(std::string_view name, Lives lives = Lives::inItsOwnersBlock) {
     ObjectClass::Description description = describe<Declared>(name, lives);
     description.equality = orderOf<Declared, Equality>();
     description.hash = orderOf<Declared, Hash>();

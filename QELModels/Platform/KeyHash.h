@@ -55,14 +55,18 @@ constexpr std::uint16_t keyHash(std::string_view key) noexcept {
     return keyHash(all, all, size);
 }
 
-/// The same for a key of which eight bytes may be read however short it is: without a branch.
+/// The same for a key of which eight bytes may be read however short it is: without a branch, since the
+/// lengths of keys cannot be foretold.
 inline std::uint16_t paddedKeyHash(const char* key, std::size_t size) noexcept {
     if constexpr (std::endian::native != std::endian::little) return keyHash(std::string_view(key, size));
+    const std::size_t read = size < 8 ? size : 8;
     std::uint64_t first = 0;
     std::uint64_t last = 0;
     std::memcpy(&first, key, 8);
-    std::memcpy(&last, key + (size > 8 ? size - 8 : 0), 8);
-    const std::uint64_t mask = size >= 8 ? ~std::uint64_t{0} : (std::uint64_t{1} << (8 * size)) - 1;
+    std::memcpy(&last, key + size - read, 8);
+    // In two steps, since no shift may be as wide as the word.
+    const std::size_t unused = 8 - read;
+    const std::uint64_t mask = ~std::uint64_t{0} >> 4 * unused >> 4 * unused;
     return keyHash(first & mask, last & mask, size);
 }
 

@@ -6,22 +6,10 @@
 
 #include "QELModels/Platform/Hash.h"
 #include "QELModels/Platform/MappingFault.h"
-#include "QELModels/Platform/RepresentationBuilder.h"
 
 namespace QELModels::inline QELMODELS_ABI {
 
 namespace {
-
-template <class Slot>
-Slot& at(const Property& property, Object& object) {
-    return *static_cast<Slot*>(property.place(object));
-}
-
-// Slots are found in mutable objects; those who only read them say so here, once.
-template <class Slot>
-const Slot& at(const Property& property, const Object& object) {
-    return *static_cast<const Slot*>(property.place(const_cast<Object&>(object)));
-}
 
 std::string_view textOf(const TextSlot& slot) noexcept {
     return {slot.data, slot.size};
@@ -57,27 +45,27 @@ bool isOf(const ObjectClass* wanted, const Object& object) noexcept {
 void Property::empty(Object& object) const {
     switch (kind) {
         case PropertyKind::number:
-            at<NumberSlot>(*this, object) = {};
+            slot<NumberSlot>(object) = {};
             return;
         case PropertyKind::text:
         case PropertyKind::url:
-            at<TextSlot>(*this, object) = {};
+            slot<TextSlot>(object) = {};
             return;
         case PropertyKind::date:
-            at<DateSlot>(*this, object) = {};
+            slot<DateSlot>(object) = {};
             return;
         case PropertyKind::color:
-            at<ColorSlot>(*this, object) = {};
+            slot<ColorSlot>(object) = {};
             return;
         case PropertyKind::array:
         case PropertyKind::dictionary:
-            at<RepresentationSlot>(*this, object) = {};
+            slot<RepresentationSlot>(object) = {};
             return;
         case PropertyKind::record:
-            at<const Object*>(*this, object) = nullptr;
+            slot<const Object*>(object) = nullptr;
             return;
         case PropertyKind::list:
-            at<const ListBase*>(*this, object) = nullptr;
+            slot<const ListBase*>(object) = nullptr;
             return;
         case PropertyKind::boolean:
         case PropertyKind::integer:
@@ -89,40 +77,40 @@ Value Property::value(const Object& object) const {
     if (isComputed()) return compute(object);
     switch (kind) {
         case PropertyKind::number: {
-            const auto& slot = at<NumberSlot>(*this, object);
-            return slot.filled ? Value(NumberBits::number(slot.bits, slot.origin)) : Value();
+            const auto& stored = slot<NumberSlot>(object);
+            return stored.filled ? Value(NumberBits::number(stored.bits, stored.origin)) : Value();
         }
         case PropertyKind::text: {
-            const auto& slot = at<TextSlot>(*this, object);
-            return slot.data == nullptr ? Value() : ValueAccess::keptText(object.block(), textOf(slot));
+            const auto& stored = slot<TextSlot>(object);
+            return stored.data == nullptr ? Value() : ValueAccess::keptText(object.block(), textOf(stored));
         }
         case PropertyKind::url: {
-            const auto& slot = at<TextSlot>(*this, object);
-            if (slot.data == nullptr) return {};
-            return ValueAccess::keptURL(object.block(), URLAccess::fromValidated(textOf(slot)));
+            const auto& stored = slot<TextSlot>(object);
+            if (stored.data == nullptr) return {};
+            return ValueAccess::keptURL(object.block(), URLAccess::fromValidated(textOf(stored)));
         }
         case PropertyKind::date: {
-            const auto& slot = at<DateSlot>(*this, object);
-            return slot.filled ? Value(dateFromSecondsSince1970(slot.seconds)) : Value();
+            const auto& stored = slot<DateSlot>(object);
+            return stored.filled ? Value(dateFromSecondsSince1970(stored.seconds)) : Value();
         }
         case PropertyKind::color: {
-            const auto& slot = at<ColorSlot>(*this, object);
-            return slot.filled ? Value(slot.color) : Value();
+            const auto& stored = slot<ColorSlot>(object);
+            return stored.filled ? Value(stored.color) : Value();
         }
         case PropertyKind::array:
         case PropertyKind::dictionary: {
-            const auto& slot = at<RepresentationSlot>(*this, object);
-            if (slot.node == nullptr) return {};
-            return ValueAccess::keptRepresentation(RepresentationView::at(slot.node, slot.block));
+            const auto& stored = slot<RepresentationSlot>(object);
+            if (stored.node == nullptr) return {};
+            return ValueAccess::keptRepresentation(RepresentationView::at(stored.node, stored.block));
         }
         case PropertyKind::record:
-            return Value(at<const Object*>(*this, object));
+            return Value(slot<const Object*>(object));
         case PropertyKind::list:
-            return Value(at<const ListBase*>(*this, object));
+            return Value(slot<const ListBase*>(object));
         case PropertyKind::boolean:
-            return Value(Number(at<bool>(*this, object)));
+            return Value(Number(slot<bool>(object)));
         case PropertyKind::integer:
-            return Value(Number(at<std::int64_t>(*this, object)));
+            return Value(Number(slot<std::int64_t>(object)));
     }
     return {};
 }
@@ -134,44 +122,36 @@ bool Property::setValue(Object& object, const Value& value, BlockWriter& writer)
     return true;
 }
 
-void Property::setRecord(Object& object, const Object* record) const {
-    at<const Object*>(*this, object) = record;
-}
-
-void Property::setList(Object& object, const ListBase* list) const {
-    at<const ListBase*>(*this, object) = list;
-}
-
 bool Property::put(Object& object, const Value& value, BlockWriter& writer) const {
     switch (kind) {
         case PropertyKind::number: {
             const auto number = value.number();
             if (!number) return false;
-            at<NumberSlot>(*this, object) = {NumberBits::of(*number), number->origin(), true};
+            slot<NumberSlot>(object) = {NumberBits::of(*number), number->origin(), true};
             return true;
         }
         case PropertyKind::text: {
             const auto text = value.text();
             if (!text) return false;
-            putText(at<TextSlot>(*this, object), *text, value, writer);
+            putText(slot<TextSlot>(object), *text, value, writer);
             return true;
         }
         case PropertyKind::url: {
             const auto url = value.url();
             if (!url) return false;
-            putText(at<TextSlot>(*this, object), url->text(), value, writer);
+            putText(slot<TextSlot>(object), url->text(), value, writer);
             return true;
         }
         case PropertyKind::date: {
             const auto date = value.date();
             if (!date) return false;
-            at<DateSlot>(*this, object) = {secondsSince1970(*date), true};
+            slot<DateSlot>(object) = {secondsSince1970(*date), true};
             return true;
         }
         case PropertyKind::color: {
             const auto color = value.color();
             if (!color) return false;
-            at<ColorSlot>(*this, object) = {*color, true};
+            slot<ColorSlot>(object) = {*color, true};
             return true;
         }
         case PropertyKind::array:
@@ -180,14 +160,14 @@ bool Property::put(Object& object, const Value& value, BlockWriter& writer) cons
             if (!view || !(kind == PropertyKind::array ? view->isArray() : view->isDictionary()))
                 return false;
             writer.keep(view->block());
-            at<RepresentationSlot>(*this, object) = {view->node(), view->block()};
+            slot<RepresentationSlot>(object) = {view->node(), view->block()};
             return true;
         }
         case PropertyKind::record: {
             const Object* record = value.record();
             if (record == nullptr || !isOf(target, *record)) return false;
             writer.keep(record->block());
-            at<const Object*>(*this, object) = record;
+            slot<const Object*>(object) = record;
             return true;
         }
         case PropertyKind::list: {
@@ -196,59 +176,23 @@ bool Property::put(Object& object, const Value& value, BlockWriter& writer) cons
             for (const Object* element : list->objects())
                 if (!isOf(target, *element)) return false;
             writer.keep(list->block());
-            at<const ListBase*>(*this, object) = list;
+            slot<const ListBase*>(object) = list;
             return true;
         }
         case PropertyKind::boolean: {
             const auto number = value.number();
             if (!number) return false;
-            at<bool>(*this, object) = number->boolValue();
+            slot<bool>(object) = number->boolValue();
             return true;
         }
         case PropertyKind::integer: {
             const auto number = value.number();
             if (!number) return false;
-            at<std::int64_t>(*this, object) = number->int64Value();
+            slot<std::int64_t>(object) = number->int64Value();
             return true;
         }
     }
     return false;
-}
-
-bool Property::setValue(Object& object, RepresentationView value, BlockWriter& writer) const {
-    switch (kind) {
-        case PropertyKind::number: {
-            const auto number = value.number();
-            if (!number) return false;
-            at<NumberSlot>(*this, object) = {NumberBits::of(*number), number->origin(), true};
-            return true;
-        }
-        case PropertyKind::text:
-            if (!value.isString()) return false;
-            putText(at<TextSlot>(*this, object), value.node()->string(), writer);
-            return true;
-        case PropertyKind::array:
-        case PropertyKind::dictionary: {
-            if (!(kind == PropertyKind::array ? value.isArray() : value.isDictionary())) return false;
-            const RepresentationNode* copy = copyRepresentation(value, writer);
-            at<RepresentationSlot>(*this, object) = {copy, writer.block()};
-            return true;
-        }
-        case PropertyKind::boolean: {
-            const auto number = value.number();
-            if (!number) return false;
-            at<bool>(*this, object) = number->boolValue();
-            return true;
-        }
-        case PropertyKind::integer: {
-            const auto number = value.number();
-            if (!number) return false;
-            at<std::int64_t>(*this, object) = number->int64Value();
-            return true;
-        }
-        default:
-            return false;  // no JSON value is a URL, a date, a colour or a record by itself
-    }
 }
 
 namespace {
@@ -256,33 +200,33 @@ namespace {
 bool equalFields(const Property& property, const Object& a, const Object& b) {
     switch (property.kind) {
         case PropertyKind::record: {
-            const Object* first = at<const Object*>(property, a);
-            const Object* second = at<const Object*>(property, b);
+            const Object* first = property.slot<const Object*>(a);
+            const Object* second = property.slot<const Object*>(b);
             return first == nullptr ? second == nullptr : first->isEqual(second);
         }
         case PropertyKind::list: {
-            const ListBase* first = at<const ListBase*>(property, a);
-            const ListBase* second = at<const ListBase*>(property, b);
+            const ListBase* first = property.slot<const ListBase*>(a);
+            const ListBase* second = property.slot<const ListBase*>(b);
             return first == nullptr ? second == nullptr : first->isEqual(second);
         }
         case PropertyKind::text:
         case PropertyKind::url: {
-            const auto& first = at<TextSlot>(property, a);
-            const auto& second = at<TextSlot>(property, b);
+            const auto& first = property.slot<TextSlot>(a);
+            const auto& second = property.slot<TextSlot>(b);
             if (first.data == second.data) return first.size == second.size;
             return first.data != nullptr && second.data != nullptr && textOf(first) == textOf(second);
         }
         case PropertyKind::number: {
-            const auto& first = at<NumberSlot>(property, a);
-            const auto& second = at<NumberSlot>(property, b);
+            const auto& first = property.slot<NumberSlot>(a);
+            const auto& second = property.slot<NumberSlot>(b);
             if (!first.filled || !second.filled) return first.filled == second.filled;
             return NumberBits::number(first.bits, first.origin) ==
                    NumberBits::number(second.bits, second.origin);
         }
         case PropertyKind::boolean:
-            return at<bool>(property, a) == at<bool>(property, b);
+            return property.slot<bool>(a) == property.slot<bool>(b);
         case PropertyKind::integer:
-            return at<std::int64_t>(property, a) == at<std::int64_t>(property, b);
+            return property.slot<std::int64_t>(a) == property.slot<std::int64_t>(b);
         default:
             return property.value(a) == property.value(b);
     }
@@ -291,39 +235,39 @@ bool equalFields(const Property& property, const Object& a, const Object& b) {
 std::uint64_t hashOfField(const Property& property, const Object& object) {
     switch (property.kind) {
         case PropertyKind::number: {
-            const auto& slot = at<NumberSlot>(property, object);
-            return slot.filled ? NumberBits::number(slot.bits, slot.origin).hash() : 0;
+            const auto& stored = property.slot<NumberSlot>(object);
+            return stored.filled ? NumberBits::number(stored.bits, stored.origin).hash() : 0;
         }
         case PropertyKind::text:
         case PropertyKind::url: {
-            const auto& slot = at<TextSlot>(property, object);
-            return slot.data == nullptr ? 0 : hashOfText(textOf(slot));
+            const auto& stored = property.slot<TextSlot>(object);
+            return stored.data == nullptr ? 0 : hashOfText(textOf(stored));
         }
         case PropertyKind::date: {
-            const auto& slot = at<DateSlot>(property, object);
-            return slot.filled ? Number(slot.seconds).hash() : 0;
+            const auto& stored = property.slot<DateSlot>(object);
+            return stored.filled ? Number(stored.seconds).hash() : 0;
         }
         case PropertyKind::color: {
-            const auto& slot = at<ColorSlot>(property, object);
-            return slot.filled ? slot.color.hash() : 0;
+            const auto& stored = property.slot<ColorSlot>(object);
+            return stored.filled ? stored.color.hash() : 0;
         }
         case PropertyKind::array:
         case PropertyKind::dictionary: {
-            const auto& slot = at<RepresentationSlot>(property, object);
-            return slot.node == nullptr ? 0 : RepresentationView::at(slot.node, slot.block).hash();
+            const auto& stored = property.slot<RepresentationSlot>(object);
+            return stored.node == nullptr ? 0 : RepresentationView::at(stored.node, stored.block).hash();
         }
         case PropertyKind::record: {
-            const Object* record = at<const Object*>(property, object);
+            const Object* record = property.slot<const Object*>(object);
             return record == nullptr ? 0 : record->hash();
         }
         case PropertyKind::list: {
-            const ListBase* list = at<const ListBase*>(property, object);
+            const ListBase* list = property.slot<const ListBase*>(object);
             return list == nullptr ? 0 : list->hash();
         }
         case PropertyKind::boolean:
-            return at<bool>(property, object) ? 1 : 0;
+            return property.slot<bool>(object) ? 1 : 0;
         case PropertyKind::integer:
-            return static_cast<std::uint64_t>(at<std::int64_t>(property, object));
+            return static_cast<std::uint64_t>(property.slot<std::int64_t>(object));
     }
     return 0;
 }

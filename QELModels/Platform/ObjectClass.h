@@ -36,13 +36,19 @@ struct QELMODELS_EXPORT Property {
     /// done, when the value is of a kind that does not fit. Throws `MappingFault` when the property is
     /// computed.
     bool setValue(Object& object, const Value& value, BlockWriter& writer) const;
-    /// The same for a raw value of a document, whose texts and sub-trees are copied into the block.
-    bool setValue(Object& object, RepresentationView value, BlockWriter& writer) const;
-    /// For the engine, which knows that they fit and that the block keeps them.
-    void setRecord(Object& object, const Object* record) const;
-    void setList(Object& object, const ListBase* list) const;
     /// Makes the property null; scalars stay as they are.
     void empty(Object& object) const;
+
+    /// For the engine: where a stored property lies.
+    template <class Slot>
+    Slot& slot(Object& object) const {
+        return *static_cast<Slot*>(place(object));
+    }
+    template <class Slot>
+    const Slot& slot(const Object& object) const {
+        // Places are found in mutable objects; those who only read them say so here, once.
+        return *static_cast<const Slot*>(place(const_cast<Object&>(object)));
+    }
 
 private:
     bool put(Object& object, const Value& value, BlockWriter& writer) const;

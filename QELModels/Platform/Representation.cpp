@@ -18,12 +18,12 @@ using Tag = Node::Tag;
 
 // A value of up to so many nodes is copied into what wraps it; a larger one is linked.
 constexpr std::size_t kMostNodesCopied = 16;
+// From here on the nodes of a document lie in one piece with its text.
+constexpr std::size_t kLeastNodesBehind = 2048;
 // Three offsets lie in one index node: one in its size, two in its bits.
 constexpr std::size_t kOffsetsPerIndexNode = 3;
 
-// The tags of numbers stand in the order of their origins.
-constexpr Tag kFirstNumber = Tag::int64;
-static_assert(static_cast<int>(Tag::boolean) - static_cast<int>(kFirstNumber) ==
+static_assert(static_cast<int>(Tag::boolean) - static_cast<int>(Tag::int64) ==
               static_cast<int>(Number::Origin::boolean));
 
 constinit const Node kNull{};
@@ -104,8 +104,7 @@ const Node* find(const Node* dictionary, std::string_view key) noexcept {
 }
 
 Number numberOf(const Node& node) noexcept {
-    return NumberBits::number(
-        node.bits, static_cast<Number::Origin>(static_cast<int>(node.tag) - static_cast<int>(kFirstNumber)));
+    return NumberBits::number(node.bits, node.origin());
 }
 
 std::string withPairsJoined(std::string_view text) {
@@ -308,16 +307,33 @@ Representation::Representation(Representation&& other) noexcept : Representation
 
 RepresentationBuilder::RepresentationBuilder(std::size_t nodes, std::size_t textBytes, Zone* zone)
     : writer_(textBytes, zone) {
-    reserveNodes(nodes);
+    if (nodes != 0) grow(nodes);
+}
+
+char* RepresentationBuilder::reserveNodesBehind(char* text, std::size_t nodes) {
+    // A small block is got more quickly than one is enlarged.
+    if (nodes < kLeastNodesBehind) {
+        grow(nodes);
+        return text;
+    }
+    const std::ptrdiff_t offset = text - reinterpret_cast<char*>(writer_.block());
+    nodes_ = static_cast<Node*>(writer_.extend(nodes * sizeof(Node)));
+    capacity_ = nodes;
+    return reinterpret_cast<char*>(writer_.block()) + offset;
 }
 
 void RepresentationBuilder::grow(std::size_t capacity) {
     // Offsets into a document are 32 bits wide.
     if (count_ >= UINT32_MAX / 2) throwTooLong();
     capacity = std::max<std::size_t>(capacity, kUsualNodes);
-    void* piece = nodes_ == nullptr ? writer_.openPiece(capacity * sizeof(Node))
-                                    : writer_.growPiece(count_ * sizeof(Node), capacity * sizeof(Node));
-    nodes_ = static_cast<Node*>(piece);
+    if (nodesArePiece_) {
+        nodes_ = static_cast<Node*>(writer_.growPiece(count_ * sizeof(Node), capacity * sizeof(Node)));
+    } else {
+        auto* nodes = static_cast<Node*>(writer_.openPiece(capacity * sizeof(Node)));
+        std::copy_n(nodes_, count_, nodes);
+        nodes_ = nodes;
+        nodesArePiece_ = true;
+    }
     capacity_ = capacity;
 }
 
@@ -481,8 +497,13 @@ void RepresentationBuilder::representation(RepresentationView view) {
 
 Representation RepresentationBuilder::finish() {
     if (count_ == 0 || open_ != kNowhere) throwOutOfOrder();
-    const auto* nodes = static_cast<const Node*>(writer_.closePiece(count_ * sizeof(Node)));
-    return Representation(Representation::Adopt{}, RepresentationView::at(nodes, writer_.finish()));
+    const Node* nodes = nodes_;
+    if (nodesArePiece_) nodes = static_cast<const Node*>(writer_.closePiece(count_ * sizeof(Node)));
+    const RepresentationView view = RepresentationView::at(nodes, writer_.block());
+    // A document that is nothing but a link is the value that it links to; the writer frees its own block.
+    if (view.block() != writer_.block()) return Representation(view);
+    writer_.finish();
+    return Representation(Representation::Adopt{}, view);
 }
 
 void RepresentationBuilder::throwOutOfOrder() {

@@ -44,6 +44,11 @@ struct RepresentationNode {
     };
 
     std::string_view string() const noexcept { return {text, size}; }
+    /// What a number's bits are of; numbers' tags stand in the order of their origins.
+    Number::Origin origin() const noexcept {
+        return static_cast<Number::Origin>(static_cast<int>(tag) - static_cast<int>(Tag::int64));
+    }
+    bool isNumber() const noexcept { return tag >= Tag::int64 && tag <= Tag::boolean; }
     bool isContainer() const noexcept { return tag == Tag::array || tag == Tag::dictionary; }
     /// How many nodes the value takes, itself included.
     std::size_t extent() const noexcept {
@@ -71,7 +76,7 @@ public:
     bool isDictionary() const noexcept { return node_->tag == RepresentationNode::Tag::dictionary; }
     bool isArray() const noexcept { return node_->tag == RepresentationNode::Tag::array; }
     bool isString() const noexcept { return node_->tag == RepresentationNode::Tag::string; }
-    bool isNumber() const noexcept { return kind() == Kind::number; }
+    bool isNumber() const noexcept { return node_->isNumber(); }
     bool isNull() const noexcept { return node_->tag == RepresentationNode::Tag::null; }
 
     /// A string's text (WTF-8); nothing for another kind.

@@ -43,11 +43,9 @@ public:
 
     /// Memory for texts that lives as long as the representation: for parsers that unescape in place.
     char* reserveText(std::size_t bytes) { return static_cast<char*>(writer_.allocate(bytes, 1)); }
-    /// Room for that many values and keys in all, for parsers that learn it after they have reserved their
-    /// text.
-    void reserveNodes(std::size_t nodes) {
-        if (nodes > capacity_) grow(nodes);
-    }
+    /// Room for that many values and keys; if they are many, in one piece with the text reserved so far. The
+    /// text may move, and nothing may point into it yet; returns its new place.
+    char* reserveNodesBehind(char* text, std::size_t nodes);
     /// As `key` and `string`, for texts that lie in memory from `reserveText` and are known to be well
     /// formed.
     void keyInPlace(std::string_view key) {
@@ -156,6 +154,7 @@ private:
     std::size_t open_ = kNowhere;  // the innermost container that is not ended
     std::uint32_t textBytes_ = 0;  // so far, in strings that are no keys; an estimate, so it may wrap around
     bool keyGiven_ = false;
+    bool nodesArePiece_ = false;  // of their own
 };
 
 /// Copies a value, all that is in it and its texts into a block that is being written; what the value links

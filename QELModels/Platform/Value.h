@@ -104,6 +104,10 @@ struct QELMODELS_EXPORT ValueAccess {
     static Value keptRepresentation(RepresentationView view) noexcept;
     static const Block* block(const Value& value) noexcept { return value.block_; }
     static bool keeps(const Value& value) noexcept { return value.keeps_; }
+    /// The characters of a text or a URL.
+    static std::string_view characters(const Value& value) noexcept {
+        return {value.text_.data, value.text_.size};
+    }
 };
 
 }  // namespace QELModels::inline QELMODELS_ABI

@@ -64,13 +64,22 @@ struct QELMODELS_EXPORT QELTransformerSlots {
                                                          {&fetch, kQELNSURLTransformer},
                                                          {&fetch, kQELTimestampTransformer},
                                                          {&fetch, kQELUIColorTransformer}}};
+    /// What the library's own transformer of that name has a result for.
+    static constexpr FEMAccepts accepts(std::string_view name) noexcept {
+        if (name == kQELHTMLTransformer) return FEMAccepts::text;
+        if (name == kQELNSURLTransformer) return FEMAccepts::reference;
+        if (name == kQELTimestampTransformer) return FEMAccepts::number;
+        if (name == kQELUIColorTransformer) return FEMAccepts::color;
+        return FEMAccepts::anything;
+    }
     static Value applyFetched(const FEMMapRule&, const void* captured, RepresentationView, BlockWriter&);
     static Value applyCaptured(const FEMMapRule&, const void* captured, RepresentationView, BlockWriter&);
 };
 
 /// The map rule through one of the library's transformers, asked of the registry at each value.
 consteval FEMMapRule fetched(std::string_view name) {
-    return {&QELTransformerSlots::applyFetched, QELTransformerSlots::named(name), 0, nullptr};
+    return {&QELTransformerSlots::applyFetched, QELTransformerSlots::named(name), 0, nullptr,
+            QELTransformerSlots::accepts(name)};
 }
 
 /// The map rule through one of the library's transformers, asked of the registry once, when the mapping is
@@ -79,7 +88,8 @@ consteval FEMMapRule captured(std::string_view name) {
     std::size_t which = 0;
     while (QELTransformerSlots::captures[which].name != name)
         ++which;
-    return {&QELTransformerSlots::applyCaptured, nullptr, 0, &QELTransformerSlots::captures[which]};
+    return {&QELTransformerSlots::applyCaptured, nullptr, 0, &QELTransformerSlots::captures[which],
+            QELTransformerSlots::accepts(name)};
 }
 
 }  // namespace QELModels::inline QELMODELS_ABI

@@ -1,0 +1,138 @@
+#include "QELModels/Mapping/FEMUnreadKeys.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace QELModels::inline QELMODELS_ABI {
+
+namespace {
+
+using Node = RepresentationNode;
+
+// The key of a dictionary's member that comes first in a key path, and what comes after it: no text at all,
+// not even an empty one, when the key path ends there.
+struct SplitKeyPath {
+    explicit SplitKeyPath(std::string_view keyPath) {
+        const std::size_t dot = keyPath.find('.');
+        first = keyPath.substr(0, dot);
+        if (dot != std::string_view::npos) rest = keyPath.substr(dot + 1);
+    }
+    std::string_view first;
+    std::string_view rest;
+};
+
+// Which of the mapping's first keys a key is; as many as there are when it is none of them.
+std::size_t positionOf(const Node& key, const FEMRules& rules) {
+    const std::size_t count = rules.keys.size();
+    if (rules.slots.empty())
+        return static_cast<std::size_t>(std::find(rules.keys.begin(), rules.keys.end(), key.string()) -
+                                        rules.keys.begin());
+    const std::uint8_t slot = rules.slot(key.keyHash);
+    return slot != 0 && rules.keys[slot - 1U] == key.string() ? slot - 1U : count;
+}
+
+class Walk {
+public:
+    explicit Walk(const FEMUnreadKeys::Visit& visit) : visit_(visit) {}
+
+    void from(RepresentationView document, std::string_view keyPath, const FEMRules& rules, bool toMany) {
+        readers_.push_back({keyPath.empty() ? std::string_view() : keyPath, &rules, toMany});
+        lookAt(document, 0, FEMPath());
+    }
+
+private:
+    // Who reads a value: one that has further keys to follow, or one that has arrived and goes on by rules.
+    struct Reader {
+        std::string_view furtherKeys;  // null data: it has arrived
+        const FEMRules* rules;
+        bool toMany;
+
+        bool hasArrived() const { return furtherKeys.data() == nullptr; }
+    };
+
+    enum class Reading : std::uint8_t { none, inPart, whole };
+
+    // The readers of a value are those on the stack from `first` on.
+    void lookAt(RepresentationView value, std::size_t first, const FEMPath& at) {
+        const bool isArray = value.isArray();
+        bool isForElements = false;
+        for (std::size_t i = first; i < readers_.size(); ++i) {
+            if (!readers_[i].hasArrived()) continue;
+            if (readers_[i].toMany != isArray) return;  // of the wrong kind, and read
+            isForElements = isArray;
+        }
+        if (!isArray) return lookInto(value, first, at);
+        if (!isForElements) return;
+        std::size_t index = 0;
+        for (const RepresentationView element : value.elements())
+            lookInto(element, first, FEMPath(at, index++));
+    }
+
+    void lookInto(RepresentationView dictionary, std::size_t first, const FEMPath& at) {
+        if (!dictionary.isDictionary()) return;
+        const std::size_t last = readers_.size();
+        const Node* key = dictionary.node() + 1;
+        for (std::size_t left = dictionary.size(); left != 0; --left) {
+            const Node* node = key + 1;
+            const Reading reading = pushReaders(*key, first, last);
+            if (reading != Reading::whole) {
+                const RepresentationView value = RepresentationView::at(node, dictionary.block());
+                const FEMPath path = FEMPath::ofKey(at, key->string());
+                if (reading == Reading::none)
+                    visit_(path, value);
+                else
+                    lookAt(value, last, path);
+            }
+            readers_.resize(last);
+            key = node + node->extent();
+        }
+    }
+
+    // Puts on the stack who of the readers from `first` to `last`, which read a dictionary, go on to the value
+    // at one of its keys.
+    Reading pushReaders(const Node& key, std::size_t first, std::size_t last) {
+        for (std::size_t i = first; i < last; ++i) {
+            const Reader reader = readers_[i];  // a copy: the stack grows
+            if (reader.hasArrived()) {
+                if (pushRules(key, *reader.rules) == Reading::whole) return Reading::whole;
+            } else if (const SplitKeyPath path(reader.furtherKeys); path.first == key.string()) {
+                readers_.push_back({path.rest, reader.rules, reader.toMany});
+                if (reader.rules == nullptr && path.rest.data() == nullptr) return Reading::whole;
+            }
+        }
+        return readers_.size() == last ? Reading::none : Reading::inPart;
+    }
+
+    Reading pushRules(const Node& key, const FEMRules& rules) {
+        const std::size_t position = positionOf(key, rules);
+        if (position == rules.keys.size()) return Reading::none;
+        for (const FEMRule& rule : rules.attributes) {
+            if (rule.key != position) continue;
+            if (rule.furtherKeys.data() == nullptr) return Reading::whole;
+            readers_.push_back({rule.furtherKeys, nullptr, false});
+        }
+        for (const FEMRule& rule : rules.relationships)
+            if (rule.key == position)
+                readers_.push_back({rule.furtherKeys, &rule.nestedRules(), rule.toMany});
+        return Reading::inPart;
+    }
+
+    const FEMUnreadKeys::Visit& visit_;
+    std::vector<Reader> readers_;
+};
+
+}  // namespace
+
+void FEMUnreadKeys::inObject(RepresentationView document, std::string_view keyPath, const FEMRules& rules,
+                             const Visit& visit) {
+    Walk(visit).from(document, keyPath, rules, false);
+}
+
+void FEMUnreadKeys::inCollection(RepresentationView document, std::string_view keyPath, const FEMRules& rules,
+                                 const Visit& visit) {
+    Walk(visit).from(document, keyPath, rules, true);
+}
+
+}  // namespace QELModels::inline QELMODELS_ABI
