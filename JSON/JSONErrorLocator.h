@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+#include "JSON/JSONReader.h"
+
+// The reader's own; applications have no use for it.
+namespace QELModels::inline QELMODELS_ABI::jsonDetail {
+
+/// The first mistake in a document that the reader has refused. Slow and simple, byte by byte: a reader that
+/// has to be fast need not know where it is.
+JSONError locateError(std::string_view document, std::size_t maxDepth);
+
+}  // namespace QELModels::inline QELMODELS_ABI::jsonDetail

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <cstdint>
+
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/Number.h"
+
+// The reader's own; applications have no use for it.
+namespace QELModels::inline QELMODELS_ABI::jsonDetail {
+
+enum class NumberOutcome : std::uint8_t { read, malformed, tooLarge };
+
+/// Reads the number at `at`, moves `at` behind it, and does not look at what follows. Some byte that cannot
+/// belong to a number stands behind the text. Unless the outcome is `read`, `at` stays where it is.
+NumberOutcome readNumber(const char*& at, Number& number) noexcept;
+
+}  // namespace QELModels::inline QELMODELS_ABI::jsonDetail

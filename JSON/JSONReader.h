@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/Representation.h"
+#include "QELModels/Platform/Zone.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+/// Why a document is no JSON, and where: of several mistakes the one that stands first.
+///
+/// The place is that of the cause: the opening quote of a text that never ends, the backslash of a bad
+/// escape, the first byte of a bad number or of a sequence that is not UTF-8, the bracket that nests too
+/// deep, the first byte that does not belong there, and the document's end when it is cut short or empty.
+struct JSONError {
+    std::size_t line = 1;    ///< from 1; lines end with a line feed
+    std::size_t column = 1;  ///< in bytes, from 1; a byte-order mark takes three columns
+    std::size_t offset = 0;  ///< in bytes from the document's first, 0
+    std::string reason;      ///< an English phrase, without a full stop
+};
+
+/// Reads JSON (RFC 8259) into representations. It keeps its working memory from one document to the next, so
+/// a reader that is used again allocates only what the documents themselves need. One thread at a time.
+///
+/// Beyond the letter of the standard: a byte-order mark at the start is passed over; a lone surrogate escape
+/// is kept as that code unit; an integer beyond 64 bits is read as a double. A number that no double can hold
+/// is an error. Of a repeated key the first place and the last value count.
+class QELMODELS_EXPORT JSONReader {
+public:
+    /// How deep containers may nest unless asked otherwise: far more than any document of the content API,
+    /// and little enough for programs behind this one that handle nesting by recursion.
+    static constexpr std::size_t kDefaultMaxDepth = 1024;
+
+    /// A reader that accepts `maxDepth` containers around a value. Reading takes no stack, so any limit is
+    /// safe. The representations are allocated in `zone`; null is the usual one.
+    explicit JSONReader(std::size_t maxDepth = kDefaultMaxDepth, Zone* zone = nullptr);
+    ~JSONReader();
+    JSONReader(JSONReader&&) noexcept;
+    JSONReader& operator=(JSONReader&&) noexcept;
+
+    /// The document's value, which does not need `bytes` any more. Nothing when it is not JSON, or 4 GB or
+    /// more: then `error`, unless null, says why. It is written in no other case. Throws nothing but
+    /// `std::bad_alloc`.
+    std::optional<Representation> read(std::string_view bytes, JSONError* error = nullptr);
+
+private:
+    struct StructuralIndex;
+    enum class Outcome : unsigned char { done, malformed, tooLarge };
+
+    Outcome read(std::string_view bytes, std::optional<Representation>& result);
+
+    std::size_t maxDepth_;
+    Zone* zone_;
+    std::unique_ptr<StructuralIndex> index_;
+};
+
+/// Reads one document as a new `JSONReader` does.
+QELMODELS_EXPORT std::optional<Representation> representationFromJSON(std::string_view bytes,
+                                                                      JSONError* error = nullptr);
+
+}  // namespace QELModels::inline QELMODELS_ABI

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/Number.h"
+#include "QELModels/Platform/Representation.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+/// Writes one JSON text, event by event, behind what a string holds already. The events come in the order of
+/// a well-formed document, each key directly in front of its value; whoever calls keeps to that.
+///
+/// Texts are exact: a lone surrogate becomes an escape (`\ud83d`), control characters, quotes and backslashes
+/// are escaped, everything else stands as UTF-8.
+class QELMODELS_EXPORT JSONWriter {
+public:
+    enum class Layout : bool {
+        compact,   ///< no white space at all
+        indented,  ///< one value a line, indented by two blanks a level; `[]` and `{}` when empty
+    };
+
+    /// `out` outlives the writer and is the writer's until the text is complete.
+    explicit JSONWriter(std::string& out, Layout layout = Layout::compact) noexcept
+        : out_(out), isIndented_(layout == Layout::indented) {}
+
+    void beginDictionary() { begin('{'); }
+    void endDictionary() { end('}'); }
+    void beginArray() { begin('['); }
+    void endArray() { end(']'); }
+
+    void key(std::string_view key);
+    void string(std::string_view text);
+    /// The shortest digits that read back as that double or integer, without ".0"; `true` or `false` for a
+    /// number that came as a boolean. JSON has no NaN and no infinities: they are null.
+    void number(Number number);
+    void null() { literal("null"); }
+    /// A value with all that is in it, its keys in the document's order. Nesting costs no stack.
+    void representation(RepresentationView view);
+
+private:
+    void begin(char bracket);
+    void end(char bracket);
+    void beginValue();
+    void newLine();
+    void literal(std::string_view text);
+    void quoted(std::string_view text);
+
+    std::string& out_;
+    bool isIndented_;
+    bool isFirst_ = true;  // in its container
+    bool isKeyGiven_ = false;
+    std::size_t depth_ = 0;
+};
+
+/// A value as JSON text.
+QELMODELS_EXPORT std::string jsonFromRepresentation(RepresentationView view,
+                                                    JSONWriter::Layout layout = JSONWriter::Layout::compact);
+
+}  // namespace QELModels::inline QELMODELS_ABI
