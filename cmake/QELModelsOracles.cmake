@@ -1,0 +1,6 @@
+# The literal twins of the fast algorithms, tests/*Oracle.cpp: the tests and the fuzz targets compare with them.
+file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/*Oracle.cpp)
+add_library(QELModelsOracles STATIC ${sources})
+qelmodels_warnings(QELModelsOracles)
+target_include_directories(QELModelsOracles PUBLIC ${PROJECT_SOURCE_DIR})
+target_link_libraries(QELModelsOracles PUBLIC QELModels::JSON)

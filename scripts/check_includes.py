@@ -1,0 +1,145 @@
+#!/usr/bin/env python3
+"""Checks that includes only go upwards in the order of folders, that no headers include each other in a
+circle, and that the umbrella header has every header of the library. With --self-test it checks itself on small trees that keep and break the rules."""
+
+import re
+import sys
+import tempfile
+from pathlib import Path
+
+# A folder may include from itself and from the folders above it. JSON stands on the whole library.
+LAYERS = [
+    "QELModels/Platform",
+    "QELModels/Mapping",
+    "QELModels/Categories",
+    "QELModels/Functions",
+    "QELModels/Transformers",
+    "QELModels/Models",
+    "QELModels/Mappers",
+    "QELModels",
+    "JSON",
+    "tool",
+]
+
+UMBRELLA = "QELModels/QELModels.h"
+NOT_IN_UMBRELLA = {
+    "QELModels/Platform/MemoryResourceZone.h",  # not every standard library has memory resources
+    "QELModels/Platform/SharedSlot.h",  # for the library's own process-wide variables
+}
+
+INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<((?:QELModels|JSON|tool)/[^>]+)>)')
+
+
+def layer_of(path):
+    return LAYERS.index(str(Path(path).parent)) if str(Path(path).parent) in LAYERS else None
+
+
+def includes_of(root, path):
+    for number, line in enumerate((root / path).read_text(encoding="utf-8").splitlines(), 1):
+        if match := INCLUDE.match(line):
+            yield number, match[1] or match[2]
+
+
+def cycle_in(graph):
+    """The headers of one cycle, first and last the same, or None."""
+    done = set()
+    for start in sorted(graph):
+        if start in done:
+            continue
+        stack, trail, on_trail = [(start, iter(graph[start]))], [start], {start}
+        while stack:
+            node, rest = stack[-1]
+            following = next((n for n in rest if n in graph and n not in done), None)
+            if following is None:
+                done.add(node)
+                stack.pop()
+                on_trail.discard(trail.pop())
+            elif following in on_trail:
+                return trail[trail.index(following):] + [following]
+            else:
+                stack.append((following, iter(graph[following])))
+                trail.append(following)
+                on_trail.add(following)
+    return None
+
+
+def faults_in(root):
+    """One line for every broken rule, as `file:line: what is wrong`."""
+    files = sorted(str(path.relative_to(root))
+                   for layer in LAYERS for path in (root / layer).glob("*") if path.suffix in (".h", ".cpp"))
+    graph = {}
+    for path in files:
+        graph[path] = []
+        for number, target in includes_of(root, path):
+            graph[path].append(target)
+            if not (root / target).is_file():
+                yield f"{path}:{number}: no such file from the root: {target}"
+            elif layer_of(target) is None:
+                yield f"{path}:{number}: {target} is in none of the library's folders"
+            elif layer_of(target) > layer_of(path):
+                yield f"{path}:{number}: {Path(path).parent} must not include from {Path(target).parent}"
+    if UMBRELLA in graph:
+        for path in files:
+            if not path.startswith("QELModels/") or not path.endswith(".h"):
+                continue
+            if path not in graph[UMBRELLA] and path != UMBRELLA and path not in NOT_IN_UMBRELLA:
+                yield f"{UMBRELLA}: {path} is missing"
+    if cycle := cycle_in(graph):
+        yield "include cycle: " + " -> ".join(cycle)
+
+
+def self_test():
+    cases = [
+        ("upwards and within a folder",
+         {"QELModels/Models/A.h": '#include "QELModels/Platform/B.h"\n#include <vector>\n',
+          "QELModels/Platform/B.h": '#include "QELModels/Platform/C.h"\n', "QELModels/Platform/C.h": ""}, None),
+        ("the umbrella includes all",
+         {"QELModels/QELModels.h": "#include <QELModels/Models/A.h>\n", "QELModels/Models/A.h": ""}, None),
+        ("the umbrella lacks one",
+         {"QELModels/QELModels.h": '#include "QELModels/Models/A.h"\n', "QELModels/Models/A.h": "",
+          "QELModels/Mapping/B.h": "", "JSON/C.h": ""},
+         "QELModels/QELModels.h: QELModels/Mapping/B.h is missing"),
+        ("downwards in quotes",
+         {"QELModels/Platform/B.h": '\n#include "QELModels/Models/A.h"\n', "QELModels/Models/A.h": ""},
+         "QELModels/Platform/B.h:2: QELModels/Platform must not include from QELModels/Models"),
+        ("downwards in brackets, from a source",
+         {"QELModels/Mapping/B.cpp": "#  include <QELModels/Categories/A.h>\n", "QELModels/Categories/A.h": ""},
+         "QELModels/Mapping/B.cpp:1: QELModels/Mapping must not include from QELModels/Categories"),
+        ("the library stands without JSON",
+         {"QELModels/Models/A.cpp": '#include "JSON/R.h"\n', "JSON/R.h": ""},
+         "QELModels/Models/A.cpp:1: QELModels/Models must not include from JSON"),
+        ("relative to the file", {"JSON/A.cpp": '#include "A.h"\n', "JSON/A.h": ""},
+         "JSON/A.cpp:1: no such file from the root: A.h"),
+        ("out of the library", {"JSON/A.cpp": '#include "tests/A.h"\n', "tests/A.h": ""},
+         "JSON/A.cpp:1: tests/A.h is in none of the library's folders"),
+        ("a circle of three",
+         {"JSON/A.h": '#include "JSON/B.h"\n', "JSON/B.h": '#include "JSON/C.h"\n',
+          "JSON/C.h": '#include "JSON/A.h"\n'},
+         "include cycle: JSON/A.h -> JSON/B.h -> JSON/C.h -> JSON/A.h"),
+        ("a diamond is no circle",
+         {"JSON/A.h": '#include "JSON/B.h"\n#include "JSON/C.h"\n', "JSON/B.h": '#include "JSON/D.h"\n',
+          "JSON/C.h": '#include "JSON/D.h"\n', "JSON/D.h": ""}, None),
+    ]
+    failed = 0
+    for name, files, expected in cases:
+        with tempfile.TemporaryDirectory() as folder:
+            for path, text in files.items():
+                (Path(folder) / path).parent.mkdir(parents=True, exist_ok=True)
+                (Path(folder) / path).write_text(text, encoding="utf-8")
+            found = list(faults_in(Path(folder)))
+        if found != ([expected] if expected else []):
+            print(f"{name}: expected {expected}, found {found}")
+            failed += 1
+    return failed
+
+
+def main():
+    if "--self-test" in sys.argv[1:]:
+        return 1 if self_test() else 0
+    faults = list(faults_in(Path(__file__).resolve().parent.parent))
+    print(*faults, sep="\n", end="\n" if faults else "")
+    return 1 if faults else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

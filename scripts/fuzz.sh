@@ -1,0 +1,42 @@
+#!/usr/bin/env bash
+# Runs the fuzz targets that ./dev fuzz has built: old findings first, then the seeds, which are made of the
+# examples, then new inputs. What an earlier run discovered is gone on with.
+# A new finding is kept in fuzz/findings/<target>, to be mended and then replayed by the tests.
+set -euo pipefail
+
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+seconds=$1
+shift
+targets=("$@")
+if [[ ${#targets[@]} -eq 0 ]]; then
+    for source in fuzz/*Fuzz.cpp; do
+        targets+=("$(basename "$source" Fuzz.cpp)")
+    done
+fi
+
+for target in "${targets[@]}"; do
+    program=build/fuzz/fuzz/fuzz-$target
+    [[ -x $program ]] || { echo "no fuzz target '$target'" >&2 && exit 1; }
+    corpus=build/fuzz/corpus/$target
+    findings=fuzz/findings/$target
+    log=build/fuzz/$target.log
+    mkdir -p "$corpus" "$findings"
+    seeds=build/fuzz/seeds/$target
+    scripts/fuzz_seeds.sh "$target" "$seeds"
+    dictionary=()
+    [[ -f fuzz/$target.dict ]] && dictionary=("-dict=fuzz/$target.dict")
+
+    {
+        find "$findings" -type f -print0 | xargs -0 -r "$program" &&
+            find "$seeds" -type f -print0 | xargs -0 -r "$program" &&
+            "$program" "$corpus" "$seeds" "${dictionary[@]}" -max_total_time="$seconds" \
+                -artifact_prefix="$findings/" -print_final_stats=1 -timeout=10 -rss_limit_mb=2048
+    } >"$log" 2>&1 || {
+        tail -n 40 "$log" >&2
+        echo "fuzz $target: a finding, see above and $findings" >&2
+        exit 1
+    }
+    rmdir --ignore-fail-on-non-empty "$findings"
+    runs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log" | tail -n 1)
+    echo "fuzz $target: old findings and seeds replayed, $runs new inputs in $seconds s, no finding"
+done

@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# Makes the seeds of one fuzz target from the examples: scripts/fuzz_seeds.sh TARGET FOLDER
+set -euo pipefail
+
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+target=$1
+folder=$2
+rm -rf "$folder"
+mkdir -p "$folder"
+
+# One file for each distinct line.
+split_lines() {
+    sort -u | split --lines=1 --suffix-length=4 --numeric-suffixes - "$folder/line-"
+    # The line feed is not part of the text.
+    find "$folder" -name 'line-*' -exec truncate --size=-1 {} +
+}
+
+case $target in
+    TextCleaning)
+        grep -ohE '"([^"\\]|\\.)*[<&]([^"\\]|\\.)*"' examples/documents/*.json | sed 's/^"//; s/"$//' | split_lines
+        ;;
+    URL)
+        grep -ohE '"[A-Za-z]*:?//[^"]*"' examples/documents/*.json | tr -d '"' | split_lines
+        ;;
+    Mapping)
+        # The first byte names the mapper: that of a record is even, that of its pages follows.
+        mapper=0
+        for name in asset assets-page category categories-page editorial editorials-page season seasons-page; do
+            { printf %d $mapper && cat "examples/documents/$name.json"; } >"$folder/$name"
+            mapper=$((mapper + 1))
+        done
+        ;;
+    *)
+        cp examples/documents/*.json "$folder"
+        ;;
+esac

@@ -1,0 +1,57 @@
+# The distribution's packages that each part of the work stands on, and what to do when some are missing.
+# Sourced by ./dev.
+
+packages_build=(g++ cmake ninja-build libsimdjson-dev libcli11-dev libfmt-dev)
+packages_test=(libgtest-dev librapidcheck-dev pkg-config python3-minimal)
+packages_clang=(clang-14 libclang-rt-14-dev)
+packages_libcxx=(libc++-14-dev libc++abi-14-dev)
+packages_lint=(clang-format-14 clang-tidy-14 python3-minimal git)
+packages_bench=(libbenchmark-dev nlohmann-json3-dev rapidjson-dev)
+packages_docs=(doxygen)
+
+is_installed() {
+    [[ $(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null) == installed ]]
+}
+
+# Makes sure that the packages are there: installs them, or says how to and ends the script.
+need_packages() {
+    if ! command -v dpkg-query >/dev/null; then
+        # Not a distribution of that family: the tools may well be there under other names.
+        return 0
+    fi
+    local missing=() package
+    for package in "$@"; do
+        is_installed "$package" || missing+=("$package")
+    done
+    if [[ ${#missing[@]} -eq 0 ]]; then
+        return 0
+    fi
+
+    if [[ $EUID -ne 0 ]] || ! command -v apt-get >/dev/null; then
+        {
+            echo "These packages are missing: ${missing[*]}"
+            echo "Install them with:"
+            echo "  sudo apt-get update && sudo apt-get install -y ${missing[*]}"
+        } >&2
+        exit 1
+    fi
+
+    echo "Installing missing packages: ${missing[*]}" >&2
+    local log
+    log=$(mktemp)
+    if ! apt-get update >"$log" 2>&1; then
+        tail -n 5 "$log" >&2
+        echo "apt-get update failed, see above; trying with the package lists that are there" >&2
+    fi
+    if ! DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}" >"$log" 2>&1; then
+        tail -n 20 "$log" >&2
+        local failed=()
+        for package in "${missing[@]}"; do
+            is_installed "$package" || failed+=("$package")
+        done
+        echo "Could not install: ${failed[*]}. apt-get's last lines are above." >&2
+        rm -f "$log"
+        exit 1
+    fi
+    rm -f "$log"
+}
