@@ -1,0 +1,48 @@
+// Any bytes: the reader and the naive one agree on the value, or on what is wrong and where; and what was
+// read is written as JSON that reads back.
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "JSON/JSONReader.h"
+#include "JSON/JSONWriter.h"
+#include "tests/NaiveJSONOracle.h"
+
+namespace {
+
+// Little enough for small inputs to exceed it.
+constexpr std::size_t kMaxDepth = 40;
+
+void fail(const std::string& what) {
+    std::fprintf(stderr, "%s\n", what.c_str());
+    std::abort();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace QELModels;
+    static JSONReader reader(kMaxDepth);
+    const std::string_view document(reinterpret_cast<const char*>(data), size);
+
+    JSONError error;
+    const std::optional<Representation> value = reader.read(document, &error);
+    const std::string disagreement = NaiveJSONOracle::disagreement(document, value, error, kMaxDepth);
+    if (!disagreement.empty()) fail(disagreement);
+    if (!value) return 0;
+
+    for (const auto layout : {JSONWriter::Layout::compact, JSONWriter::Layout::indented}) {
+        const std::string text = jsonFromRepresentation(*value, layout);
+        const std::optional<Representation> again = reader.read(text, &error);
+        if (!again) fail("not JSON: " + error.reason + " in " + text);
+        // The texts are compared, since the shortest digits of a double beyond 2^53 are those of another
+        // integer.
+        if (jsonFromRepresentation(*again, layout) != text) fail("does not read back: " + text);
+    }
+    return 0;
+}

@@ -1,0 +1,617 @@
+// The promise: the reader takes JSON and nothing else, gives every value exactly, names the place of the
+// first mistake, never reads outside its input or costs stack, and agrees in all of this with the naive
+// reader.
+
+#include <JSON/JSONReader.h>
+#include <QELModels/Platform/RepresentationBuilder.h>
+#include <QELModels/Platform/Text.h>
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <random>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "NaiveJSONOracle.h"
+#include "TestSupport.h"
+
+namespace {
+
+using namespace QELModels;
+using namespace std::string_literals;
+using test::CountingZone;
+
+constexpr double kTwoTo64 = 18446744073709551616.0;
+
+/// A copy in a heap block of exactly its size, so that an address sanitizer sees one byte too many.
+struct Exact {
+    explicit Exact(std::string_view text) : size(text.size()), bytes(new char[size]) {
+        std::copy(text.begin(), text.end(), bytes.get());
+    }
+    std::string_view view() const { return {bytes.get(), size}; }
+    std::size_t size;
+    std::unique_ptr<char[]> bytes;
+};
+
+/// The value of a document whose bytes are gone by the time that one looks at it.
+std::optional<Representation> valueOf(std::string_view document, JSONError* error = nullptr) {
+    static JSONReader reader;
+    return reader.read(Exact(document).view(), error);
+}
+
+std::string printable(std::string_view document) {
+    return testing::PrintToString(std::string(document.substr(0, 500)));
+}
+
+/// The reader and the naive one agree on the document.
+[[nodiscard]] testing::AssertionResult agrees(std::string_view document) {
+    JSONError error;
+    const auto value = valueOf(document, &error);
+    const std::string disagreement = NaiveJSONOracle::disagreement(document, value, error);
+    if (disagreement.empty()) return testing::AssertionSuccess();
+    return testing::AssertionFailure() << printable(document) << ": " << disagreement;
+}
+
+std::string repeated(std::string_view text, std::size_t count) {
+    std::string result;
+    for (std::size_t i = 0; i < count; ++i)
+        result += text;
+    return result;
+}
+
+std::string joined(const std::vector<std::string>& pieces) {
+    std::string result;
+    for (const std::string& piece : pieces)
+        result += (result.empty() ? "" : ",") + piece;
+    return result;
+}
+
+TEST(JSONReader, Numbers) {
+    struct Row {
+        const char* text;
+        Number number;
+    };
+    constexpr auto kInt64 = std::numeric_limits<std::int64_t>();
+    constexpr auto kDouble = std::numeric_limits<double>();
+    const Row rows[] = {
+        {"0", 0},
+        {"-0", 0},
+        {"-0.0", -0.0},
+        {"7", 7},
+        {"-12", -12},
+        {"1234567", 1234567},
+        {"12345678", 12345678},
+        {"-123456789", -123456789},
+        {"123456789012345678", 123456789012345678},
+        {"1234567890123456789", 1234567890123456789},
+        {"9223372036854775807", kInt64.max()},
+        {"-9223372036854775808", kInt64.min()},
+        {"9223372036854775808", std::uint64_t{1} << 63},
+        {"18446744073709551615", std::numeric_limits<std::uint64_t>::max()},
+        {"18446744073709551616", kTwoTo64},
+        {"-9223372036854775809", -9223372036854775808.0},
+        {"100000000000000000000000000", 1e26},
+        {"1.0", 1.0},
+        {"0.5", 0.5},
+        {"1e2", 100.0},
+        {"1E+2", 100.0},
+        {"-25e-1", -2.5},
+        {"9007199254740993.0", 9007199254740992.0},
+        {"0.1", 0.1},
+        {"123456.789e22", 123456.789e22},
+        {"1.7976931348623157e308", kDouble.max()},
+        {"1.7976931348623158079e308", kDouble.max()},
+        {"2.2250738585072014e-308", kDouble.min()},
+        {"4.9406564584124654e-324", kDouble.denorm_min()},
+        {"2e-324", 0.0},
+        {"-1e-400", -0.0},
+        {"0e999999999999999999999", 0.0},
+        {"1e-99999999999999999999", 0.0},
+        {"true", true},
+        {"false", false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.text);
+        const auto value = valueOf(row.text);
+        ASSERT_TRUE(value);
+        ASSERT_TRUE(value->view().isNumber());
+        EXPECT_EQ(value->view().number()->origin(), row.number.origin());
+        EXPECT_EQ(NumberBits::of(*value->view().number()), NumberBits::of(row.number));
+        for (const char* end : {"", " ", ",3", "]", "}", ":"})
+            EXPECT_TRUE(agrees("[" + std::string(row.text) + end));
+    }
+    EXPECT_EQ(*valueOf("0." + std::string(400, '0') + "25e401")->view().number(), Number(2.5));
+    EXPECT_EQ(*valueOf("1" + std::string(400, '0') + "e-400")->view().number(), Number(1.0));
+}
+
+TEST(JSONReader, Texts) {
+    struct Row {
+        const char* json;
+        std::string text;
+    };
+    const Row rows[] = {
+        {R"("")", ""},
+        {R"("a")", "a"},
+        {R"("\"")", "\""},
+        {R"("\\")", "\\"},
+        {R"("a\\" )", "a\\"},
+        {R"("\"\\\/\b\f\n\r\t")", "\"\\/\b\f\n\r\t"},
+        {R"("bl\u00e5b\u00E6r \u20ac")", "bl\u00e5b\u00e6r \u20ac"},
+        {R"("\u0000x")", "\0x"s},
+        {R"("\u007F\u0080\u07FF\u0800")", "\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80"},
+        {R"("\ud83d\ude00")", "\U0001F600"},
+        {R"("\udbff\udfff!")", "\U0010FFFF!"},
+        {R"("\ud83d")", "\xED\xA0\xBD"},
+        {R"("\ude00")", "\xED\xB8\x80"},
+        {R"("\ude00\ud83d")", "\xED\xB8\x80\xED\xA0\xBD"},
+        {R"("\ud83d\ud83d\ude00")", "\xED\xA0\xBD\U0001F600"},
+        {R"("\ud83dx\ude00")", "\xED\xA0\xBDx\xED\xB8\x80"},
+        {R"("\ud83d\n")", "\xED\xA0\xBD\n"},
+        {R"("\ud83d\\ude00")", "\xED\xA0\xBD\\ude00"},
+        {"\"\xF0\x9F\x98\x80 \xEF\xBB\xBF \xC3\xA6 \x7F /\"", "\U0001F600 \uFEFF \u00e6 \x7F /"},
+        {R"("https:\/\/tv.example\/a?b=[1,2],{\"c\":null}")", R"(https://tv.example/a?b=[1,2],{"c":null})"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.json);
+        const auto value = valueOf(row.json);
+        ASSERT_TRUE(value);
+        EXPECT_EQ(value->view().text(), row.text);
+        EXPECT_TRUE(Text::isWellFormed(row.text));
+        EXPECT_EQ(valueOf("{" + std::string(row.json) + ":1}")->view().valueForKey(row.text)->number(),
+                  Number(1));
+    }
+}
+
+// Wherever a text lies in the words and blocks that are looked at together, and wherever its escapes are.
+TEST(JSONReader, TextsOfEveryLengthAndPlace) {
+    for (std::size_t length = 0; length < 70; ++length) {
+        for (std::size_t place = 0; place <= length; ++place) {
+            const std::string before = std::string(place, 'a');
+            const std::string after = std::string(length - place, 'b');
+            for (const auto& [escape, meaning] : {std::pair(R"(\n)", "\n"),
+                                                  std::pair(R"(\\)", "\\"),
+                                                  std::pair(R"(\u00e5)", "\u00e5"),
+                                                  std::pair(R"(\/\ud83d\ude00)", "/\U0001F600")}) {
+                const auto value = valueOf("[\"" + before + escape + after + "\" , \"" + after + "\",\"" +
+                                           before + escape + "\"]");
+                ASSERT_TRUE(value);
+                auto element = value->view().elements().begin();
+                ASSERT_EQ((*element++).text(), before + meaning + after);
+                ASSERT_EQ((*element++).text(), after);
+                ASSERT_EQ((*element++).text(), before + meaning);
+            }
+        }
+    }
+}
+
+/// How many nodes and bytes of text each container takes, as both makers of representations have to note.
+std::vector<std::pair<std::size_t, std::size_t>> extents(RepresentationView view) {
+    std::vector<std::pair<std::size_t, std::size_t>> result;
+    for (const RepresentationNode* node = view.node(); node != view.node() + view.node()->extent(); ++node) {
+        if (node->isContainer()) result.emplace_back(node->extent(), node->textBytes());
+    }
+    return result;
+}
+
+TEST(JSONReader, Containers) {
+    const auto null = Representation();
+    const auto array = [](std::initializer_list<Representation> elements) {
+        return Representation::array(elements);
+    };
+    const auto dictionary = [](std::initializer_list<Representation::Member> members) {
+        return Representation::dictionary(members);
+    };
+    struct Row {
+        const char* json;
+        Representation value;
+    };
+    const Row rows[] = {
+        {"null", null},
+        {" \t\r\n[ ] \n", array({})},
+        {"{}", dictionary({})},
+        {"{\"\":{ \"\" : [ ]},\"b\":[{},[]]}",
+         dictionary({{"", dictionary({{"", array({})}})}, {"b", array({dictionary({}), array({})})}})},
+        {"[1,[2,[3]],{\"a\":[null]}]",
+         array({1, array({2, array({3})}), dictionary({{"a", array({null})}})})},
+        {"[\"abc\",{\"key\":[\"de\",\"\\u00e6\"]},\"f\"]",
+         array({"abc", dictionary({{"key", array({"de", "\u00e6"})}}), "f"})},
+        {"\xEF\xBB\xBF[true]", array({true})},
+    };
+    for (const Row& row : rows) {
+        ASSERT_TRUE(valueOf(row.json)) << row.json;
+        EXPECT_EQ(*valueOf(row.json), row.value) << row.json;
+        EXPECT_EQ(extents(*valueOf(row.json)), extents(row.value)) << row.json;
+        EXPECT_TRUE(agrees(row.json));
+    }
+    EXPECT_FALSE(valueOf("{}")->view().valueForKey("a"));
+    EXPECT_TRUE(valueOf("{\"a\":null}")->view().valueForKey("a")->isNull());
+}
+
+// The naive reader knows which of two equal keys counts. The large dictionaries here are the last thing in
+// their documents and lie in each other, so that their indexes need more room than the characters read
+// account for.
+TEST(JSONReader, RepeatedKeysAndLargeDictionaries) {
+    for (const std::size_t size : std::initializer_list<std::size_t>{1, 2, 8, 20, 32, 33, 34, 100, 1000}) {
+        for (const std::size_t keys : {size, size / 2 + 1, std::size_t{1}}) {
+            std::string members;
+            for (std::size_t i = 0; i < size; ++i)
+                members +=
+                    (i == 0 ? "" : ",") + ("\"k" + std::to_string(i * 7 % keys) + "\":") + std::to_string(i);
+            const std::string flat = "{" + members + "}";
+            EXPECT_TRUE(agrees(flat)) << size << " " << keys;
+            std::string nested = flat;
+            for (int i = 0; i < 40; ++i)
+                nested = "{" + members + ",\"k0\":[" + nested + "," + flat + "]}";
+            EXPECT_TRUE(nested.size() > 200'000 || agrees(nested)) << size << " " << keys;
+        }
+    }
+    EXPECT_TRUE(agrees(R"({"a":1,"\u0061":[{"b":1,"b":{"c":2,"\u0063":3}}],"b":2,"a":{"a":4,"a":5}})"));
+}
+
+TEST(JSONReader, PlacesOfMistakes) {
+    // The caret stands under the mistake, in the last of the lines that come before it or that it is in.
+    struct Row {
+        std::string document;
+        std::string caret;
+        const char* reason;
+        std::size_t line = 1;
+    };
+    const char* const cutShort = "the document ends before its value does";
+    const char* const empty = "the document is empty";
+    const char* const badNumber = "a bad number";
+    const char* const badWord = "a word that is no value";
+    const char* const badEscape = "a bad escape";
+    const char* const control = "a control character that is not escaped";
+    const char* const unclosed = "a text without closing quote";
+    const char* const notUTF8 = "a sequence that is not UTF-8";
+    const char* const more = "something follows the document's value";
+    const char* const noDouble = "a number that no double can hold";
+    const Row rows[] = {
+        {"", "^", empty},
+        {"  ", "  ^", empty},
+        {"\n \n", "^", empty, 3},
+        {"\xEF\xBB\xBF", "...^", empty},
+        {"\xEF\xBB\xBF[1,2", "...    ^", cutShort},
+        {"[1, 2", "     ^", cutShort},
+        {"[1,\n", "^", cutShort, 2},
+        {"{\"a\":\n {\"b\": ", "       ^", cutShort, 2},
+        {"{\"a\"", "    ^", cutShort},
+        {"[tru", "    ^", cutShort},
+        {"[tru ", " ^", badWord},
+        {"[nul]", " ^", badWord},
+        {"[truefalse]", " ^", badWord},
+        {"[True]", " ^", badWord},
+        {"nullx", "^", badWord},
+        {"[NaN]", " ^", badWord},
+        {"[\"a\", \"bc]", "      ^", unclosed},
+        {"\"", "^", unclosed},
+        {"[\"a\\\"]", " ^", unclosed},
+        {"{\"a\\q\":\"b\\u12", "   ^", badEscape},
+        {"[\"\\q", " ^", unclosed},
+        {"[\"ab\\x41\"]", "    ^", badEscape},
+        {"[\"ab\\u12g4\"]", "    ^", badEscape},
+        {"[\"\\u123\"]", "  ^", badEscape},
+        {"[\"\\ud83d\\u\"]", "        ^", badEscape},
+        {"[\"\\ud83d\\x\"]", "        ^", badEscape},
+        {"[\n\"a\tb\"]", "  ^", control, 2},
+        {"[\"a\nb\"]", "   ^", control},
+        {"[\"a\0\"]"s, "   ^", control},
+        {"[01]", " ^", badNumber},
+        {"[-]", " ^", badNumber},
+        {"[1.]", " ^", badNumber},
+        {"[1.", " ^", badNumber},
+        {"[.5]", " ^", badWord},
+        {"[+1]", " ^", badWord},
+        {"[1e]", " ^", badNumber},
+        {"[1e+, 2]", " ^", badNumber},
+        {"[2, 1x]", "    ^", badNumber},
+        {"[2, 0x10]", "    ^", badNumber},
+        {"[1\0]"s, " ^", badNumber},
+        {"[1\v]", " ^", badNumber},
+        {"[1\xC3\xA6]", " ^", badNumber},
+        {"[--1]", " ^", badNumber},
+        {"[-0123456789]", " ^", badNumber},
+        {"[1.5.5]", " ^", badNumber},
+        {"{\"a\":{\"unread\":1e400}}", "               ^", noDouble},
+        {"[-1.7976931348623159e308]", " ^", noDouble},
+        {"[1" + std::string(309, '0') + "]", " ^", noDouble},
+        {"[0.01e311]", " ^", noDouble},
+        {"[1e99999999999999999999]", " ^", noDouble},
+        {"[\"\xC3\xA6\xE2\x82\"]", "    ^", notUTF8},
+        {"[\"\xED\xA0\xBD\"]", "  ^", notUTF8},
+        {"[\"\xC0\x80\"]", "  ^", notUTF8},
+        {"[\"\xF5\x80\x80\x80\"]", "  ^", notUTF8},
+        {"[\"\xF4\x90\x80\x80\"]", "  ^", notUTF8},
+        {"[\"a\x80\"]", "   ^", notUTF8},
+        {"[\xFF]", " ^", notUTF8},
+        {"\xEF\xBB", "^", notUTF8},
+        {"[\xEF\xBB\xBF]", " ^", badWord},
+        {"[1,]", "   ^", "a value is missing"},
+        {"[,1]", " ^", "a value is missing"},
+        {"{\"a\":}", "     ^", "a value is missing"},
+        {"{\"a\" 1}", "     ^", "':' is missing"},
+        {"{\"a\":1,}", "       ^", "a key in quotes is missing"},
+        {"{a:1}", " ^", "a key in quotes is missing"},
+        {"{1:2}", " ^", "a key in quotes is missing"},
+        {"[1 2]", "   ^", "',' or ']' is missing"},
+        {"[1}", "  ^", "',' or ']' is missing"},
+        {"[1:2]", "  ^", "',' or ']' is missing"},
+        {"{\"a\":1]", "      ^", "',' or '}' is missing"},
+        {"[\"a\"b]", "    ^", "',' or ']' is missing"},
+        {"[\"a\"\"b\"]", "    ^", "',' or ']' is missing"},
+        {"[true\"b\", 1]", "     ^", "',' or ']' is missing"},
+        {"[1\"b\"]", "  ^", "',' or ']' is missing"},
+        {"[\"a\"\\]", "    ^", "',' or ']' is missing"},
+        {"\\\"", "^", badWord},
+        {"[1]]", "   ^", more},
+        {"[1] x", "    ^", more},
+        {"1 2", "  ^", more},
+        {"\"a\" \"b", "    ^", more},
+        {"{}\n\xFF", "^", more, 2},
+        {"]", "^", "a value is missing"},
+        {"// x\n1", "^", badWord},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.document.substr(0, 100));
+        JSONError error;
+        EXPECT_FALSE(valueOf(row.document, &error));
+        EXPECT_EQ(error.line, row.line);
+        EXPECT_EQ(error.column, row.caret.size());
+        EXPECT_EQ(error.reason, row.reason);
+        EXPECT_TRUE(agrees(row.document));
+    }
+}
+
+// Nesting is bounded where it is asked to be, and costs no stack at any depth.
+TEST(JSONReader, Nesting) {
+    constexpr std::size_t kMost = JSONReader::kDefaultMaxDepth;
+    JSONError error;
+    struct Row {
+        std::string open, close;
+        std::size_t brackets;
+    };
+    for (const Row& row : {Row{"[", "]", 1}, Row{"{\"a\":", "}", 1}, Row{"[1,{\"a\":", "}]", 2}}) {
+        const auto nested = [&](std::size_t count) {
+            return repeated(row.open, count) + "0" + repeated(row.close, count);
+        };
+        const std::size_t most = kMost / row.brackets;
+        EXPECT_TRUE(agrees(nested(most)));
+        EXPECT_TRUE(representationFromJSON(nested(most)));
+        EXPECT_TRUE(agrees(nested(most + 1)));
+        EXPECT_FALSE(representationFromJSON(nested(most + 1), &error));
+        EXPECT_EQ(error.reason, "nested deeper than 1024");
+    }
+    const auto deep = [](std::size_t count) {
+        return repeated("[{\"a\":", count) + "0" + repeated("}]", count);
+    };
+    constexpr std::size_t kDeep = 500'000;
+    JSONReader reader(2 * kDeep);
+    const auto value = reader.read(deep(kDeep));
+    ASSERT_TRUE(value);
+    EXPECT_EQ(*reader.read(deep(kDeep)), *value);
+    EXPECT_FALSE(reader.read(repeated("[{\"a\":", kDeep), &error));
+    EXPECT_EQ(error.offset, 6 * kDeep);
+    EXPECT_FALSE(reader.read(deep(kDeep + 1), &error));
+    EXPECT_EQ(error.offset, 6 * kDeep);
+    EXPECT_TRUE(JSONReader(0).read("1"));
+    EXPECT_FALSE(JSONReader(0).read("[]", &error));
+    EXPECT_EQ(error.column, 1u);
+}
+
+// What one document leaves behind does not show in the next one, and only documents allocate.
+TEST(JSONReader, IsUsedAgain) {
+    CountingZone zone;
+    {
+        JSONReader reader(100, &zone);
+        JSONError error;
+        const std::string large = "[" + joined(std::vector<std::string>(5000, R"({"a\n":"b"})")) + "]";
+        const auto kept = reader.read(large, &error);
+        EXPECT_LE(zone.requests(), 3u);
+        EXPECT_FALSE(reader.read("[\"\\q\"]", &error));
+        EXPECT_FALSE(reader.read("[[[[1", nullptr));
+        EXPECT_EQ(error.column, 3u);
+        JSONReader moved = std::move(reader);
+        const auto small = moved.read("{\"a\":[1]}", &error);
+        EXPECT_EQ(error.column, 3u) << "an error is written only when there is one";
+        EXPECT_EQ(small->view().valueForKey("a")->elements().size(), 1u);
+        const std::size_t before = zone.bytes();
+        EXPECT_TRUE(moved.read(repeated("[", 100) + repeated("]", 100)));
+        const auto tiny = moved.read("[]");
+        EXPECT_LT(zone.bytes() - before, 1000u)
+            << "what a deep document needs is not set aside for the next one";
+        EXPECT_EQ(*kept, *representationFromJSON(large));
+    }
+    EXPECT_EQ(zone.pieces(), 0u);
+}
+
+TEST(JSONReader, SurvivesFailingAllocations) {
+    std::string members;
+    for (int i = 0; i < 60; ++i)
+        members += "\"" + std::to_string(i % 50) + "\":[[]],";
+    const std::string document = repeated("[", 80) + "{" + members + "\"z\":0}" + repeated("]", 80);
+    for (std::size_t failAt = 0;; ++failAt) {
+        CountingZone zone(failAt);
+        JSONReader reader(100, &zone);
+        bool isRead = false;
+        try {
+            isRead = reader.read(document).has_value();
+        } catch (const std::bad_alloc&) {
+            EXPECT_EQ(zone.pieces(), 0u);
+            EXPECT_TRUE(reader.read(document)) << "the next time there is memory";
+        }
+        EXPECT_EQ(zone.pieces(), 0u);
+        if (!isRead) continue;
+        EXPECT_GT(failAt, 2u);
+        return;
+    }
+}
+
+TEST(JSONReader, RefusesFourGigabytes) {
+    // Nothing of it is read, so it need not be there.
+    const std::string_view document("[", std::size_t{1} << 32);
+    JSONError error;
+    EXPECT_FALSE(JSONReader().read(document, &error));
+    EXPECT_EQ(error.reason, "a document of 4 GB or more");
+    EXPECT_EQ(error.line + error.column, 2u);
+}
+
+// --- Against the naive reader -----------------------------------------------------------------------------
+
+class Generator {
+public:
+    explicit Generator(std::uint64_t seed) : random_(seed) {}
+
+    std::size_t below(std::size_t count) { return random_() % count; }
+    template <std::size_t N>
+    std::string oneOf(const std::array<std::string_view, N>& choices) {
+        return std::string(choices[below(N)]);
+    }
+
+    std::string text() {
+        static constexpr std::array<std::string_view, 16> pieces = {"a",
+                                                                    "key",
+                                                                    "\\\"",
+                                                                    "\\\\",
+                                                                    "\\n",
+                                                                    "\\u00e5",
+                                                                    "\\ud83d",
+                                                                    "\\ude00",
+                                                                    "\\/",
+                                                                    "\xC3\xB8",
+                                                                    "\xF0\x9F\x98\x80",
+                                                                    ",",
+                                                                    "{}",
+                                                                    " ",
+                                                                    "identifier",
+                                                                    "\\uD83D\\uDE00"};
+        std::string result = "\"";
+        for (std::size_t i = below(6); i > 0; --i)
+            result += oneOf(pieces);
+        return result + "\"";
+    }
+
+    std::string number() {
+        std::string result = below(3) == 0 ? "-" : "";
+        result += below(6) == 0 ? "0" : digits(1 + below(below(4) == 0 ? 24 : 10));
+        if (below(4) == 0) result += "." + std::to_string(below(10)) + digits(below(20));
+        if (below(6) == 0) result += (below(2) == 0 ? "e-" : "E") + std::to_string(below(330));
+        return result;
+    }
+
+    std::string value(std::size_t depth = 0) {
+        const std::size_t kind = below(depth > 5 ? 4 : 7);
+        if (kind == 0) return oneOf<3>({"true", "false", "null"});
+        if (kind < 3) return text();
+        if (kind == 3) return number();
+        const bool isDictionary = kind != 4;
+        std::string result = isDictionary ? "{" : "[";
+        const std::size_t size = below(below(20) == 0 ? 50 : 6);
+        for (std::size_t i = 0; i < size; ++i) {
+            if (i != 0) result += "," + space();
+            if (isDictionary) result += text() + space() + ":" + space();
+            result += value(depth + (size > 6 ? 4 : 1)) + space();
+        }
+        return result + (isDictionary ? "}" : "]");
+    }
+
+    std::string mutated(std::string document) {
+        static constexpr std::array<std::string_view, 22> edits = {"\"",   "\\",   "{",
+                                                                   "}",    "[",    "]",
+                                                                   ",",    ":",    "1",
+                                                                   "-",    ".",    "e",
+                                                                   "true", " ",    "\n",
+                                                                   "\x01", "\xC3", "\xED\xA0\xBD",
+                                                                   "\\u",  "0",    "\xEF\xBB\xBF",
+                                                                   "\"\""};
+        for (std::size_t i = below(3); i > 0 && !document.empty(); --i) {
+            const std::size_t at = below(document.size() + 1);
+            if (below(3) == 0)
+                document.resize(at);
+            else if (below(2) == 0)
+                document.insert(at, oneOf(edits));
+            else
+                document.erase(at, 1);
+        }
+        return document;
+    }
+
+    std::string soup() {
+        static constexpr std::array<std::string_view, 26> tokens = {
+            "{",   "}",     "[",    "]",        ",",    ":",   "\"a\"", "\"b\":",   "\"",
+            "\\",  "1",     "-",    "0",        "true", "tru", "null",  " ",        "\n",
+            "1.5", "1e999", "\\\"", "\xC3\xA6", "\xC3", "[]",  "{}",    "\"\\ud83d"};
+        std::string result = below(2) == 0 ? "[" : "";
+        for (std::size_t i = below(9); i > 0; --i)
+            result += oneOf(tokens);
+        return result + (below(2) == 0 ? "]" : "");
+    }
+
+private:
+    std::string digits(std::size_t count) {
+        std::string result;
+        for (std::size_t i = 0; i < count; ++i)
+            result += static_cast<char>('0' + (i == 0 ? 1 + below(9) : below(10)));
+        return result;
+    }
+    std::string space() { return below(8) == 0 ? oneOf<4>({" ", "\n", "\t ", "\r\n"}) : ""; }
+
+    std::mt19937_64 random_;
+};
+
+RC_GTEST_PROP(JSONReader, AgreesOnWellFormedDocuments, (std::uint64_t seed)) {
+    Generator generator(seed);
+    for (int i = 0; i < 10; ++i) {
+        const std::string document = generator.value();
+        JSONError error;
+        if (!valueOf(document, &error)) RC_ASSERT(error.reason == "a number that no double can hold");
+        const auto result = agrees(document);
+        if (!result) RC_FAIL(result.message());
+    }
+}
+
+RC_GTEST_PROP(JSONReader, AgreesOnBrokenDocuments, (std::uint64_t seed)) {
+    Generator generator(seed);
+    for (int i = 0; i < 30; ++i) {
+        const auto result = agrees(generator.mutated(generator.value()));
+        if (!result) RC_FAIL(result.message());
+        const auto soup = agrees(generator.soup());
+        if (!soup) RC_FAIL(soup.message());
+    }
+}
+
+RC_GTEST_PROP(JSONReader, ReadsEveryDouble, (std::uint64_t seed)) {
+    std::mt19937_64 random(seed);
+    for (int i = 0; i < 100; ++i) {
+        const double value = std::bit_cast<double>(random());
+        if (!std::isfinite(value)) continue;
+        for (const auto format : {std::chars_format::general, std::chars_format::scientific}) {
+            char digits[40];
+            const auto end = std::to_chars(digits, digits + sizeof digits, value, format).ptr;
+            const std::string text(digits, end);
+            const Number number = *valueOf(text)->view().number();
+            RC_ASSERT(number == Number(value) || text.find_first_of(".e") == std::string::npos);
+            RC_ASSERT(number.doubleValue() == value);
+        }
+    }
+}
+
+TEST(JSONReader, AgreesOnEveryBeginningOfADocument) {
+    const std::string document =
+        "\xEF\xBB\xBF{\"bl\xC3\xA5\\u00e6\": [true, false, null, -12.5e+3, "
+        "\"\xF0\x9F\x98\x80\\ud83d\\ude00\"],\n"
+        " \"a\": {\"b\": {}, \"c\": [[], 1234567890123]}}\n";
+    ASSERT_TRUE(valueOf(document));
+    for (std::size_t size = 0; size < document.size(); ++size)
+        EXPECT_TRUE(agrees(document.substr(0, size)));
+}
+
+}  // namespace

@@ -1,0 +1,142 @@
+// The promise: what the writer writes is JSON, the same bytes for the same value, exact to the last code
+// unit, in two layouts, at any depth.
+
+#include <JSON/JSONReader.h>
+#include <JSON/JSONWriter.h>
+#include <QELModels/Platform/RepresentationBuilder.h>
+#include <QELModels/Platform/Text.h>
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <limits>
+#include <string>
+#include <string_view>
+
+namespace {
+
+using namespace QELModels;
+using namespace std::string_view_literals;
+using Layout = JSONWriter::Layout;
+
+std::string written(const Representation& value, Layout layout = Layout::compact) {
+    return jsonFromRepresentation(value, layout);
+}
+
+TEST(JSONWriter, Scalars) {
+    struct Row {
+        Representation value;
+        std::string text;
+    };
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    const Row rows[] = {
+        {nullptr, "null"},
+        {true, "true"},
+        {false, "false"},
+        {42, "42"},
+        {-1.0, "-1"},
+        {-0.0, "0"},
+        {2.50, "2.5"},
+        {100000.0, "100000"},
+        {1e21, "1e+21"},
+        {1e-7, "1e-7"},
+        {std::numeric_limits<std::uint64_t>::max(), "18446744073709551615"},
+        {std::numeric_limits<double>::quiet_NaN(), "null"},
+        {-kInfinity, "null"},
+        {"", R"("")"},
+        {"bl\u00e5 \U0001F600 / \x7F \u2028 <&>", "\"bl\u00e5 \U0001F600 / \x7F \u2028 <&>\""},
+        {"\"\\\b\f\n\r\t\x01\x1F\0"sv, R"("\"\\\b\f\n\r\t\u0001\u001f\u0000")"},
+        {"\xED\xA0\xBD", R"("\ud83d")"},
+        {"a\xED\xB8\x80\xED\xA0\xBD\n", R"("a\ude00\ud83d\n")"},
+        // Hangul shares its first byte with the surrogates.
+        {"\xED\x95\x9C\xED\x9F\xBF\xEE\x80\x80", "\"\xED\x95\x9C\xED\x9F\xBF\xEE\x80\x80\""},
+    };
+    for (const auto& [value, text] : rows) {
+        EXPECT_EQ(written(value), text);
+        EXPECT_EQ(written(value, Layout::indented), text);
+        EXPECT_EQ(written(Representation::array({value})), "[" + text + "]");
+    }
+}
+
+TEST(JSONWriter, Layouts) {
+    const std::string compact =
+        R"({"a":1,"":[],"b":{},"c":[[1,"x"],{"d":{"e\n":null},"f":[true]},[[]]],"g":"\ud83d"})";
+    const std::string indented = R"({
+  "a": 1,
+  "": [],
+  "b": {},
+  "c": [
+    [
+      1,
+      "x"
+    ],
+    {
+      "d": {
+        "e\n": null
+      },
+      "f": [
+        true
+      ]
+    },
+    [
+      []
+    ]
+  ],
+  "g": "\ud83d"
+})";
+    for (const std::string& text : {compact, indented}) {
+        const auto value = representationFromJSON(text);
+        ASSERT_TRUE(value);
+        EXPECT_EQ(written(*value), compact);
+        EXPECT_EQ(written(*value, Layout::indented), indented);
+    }
+}
+
+// Events by hand, values that lie elsewhere in between, behind what stands in the string already.
+TEST(JSONWriter, Events) {
+    const Representation linked = *representationFromJSON("[" + written(std::string(50, 'x').c_str()) +
+                                                          ",0,1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17]");
+    std::string out = "data: ";
+    JSONWriter writer(out);
+    writer.beginDictionary();
+    writer.key("\xED\xA0\xBD");
+    writer.beginArray();
+    writer.representation(
+        Representation::dictionary({{"k", linked}, {"l", Representation::array({linked})}}));
+    writer.string("s");
+    writer.endArray();
+    writer.key("n");
+    writer.number(1.5);
+    writer.key("z");
+    writer.null();
+    writer.endDictionary();
+    const std::string list = written(linked);
+    EXPECT_EQ(out, R"(data: {"\ud83d":[{"k":)" + list + R"(,"l":[)" + list + R"(]},"s"],"n":1.5,"z":null})");
+}
+
+TEST(JSONWriter, AMillionDeep) {
+    constexpr std::size_t kDeep = 500'000;
+    std::string text;
+    for (std::size_t i = 0; i < kDeep; ++i)
+        text += R"([{"a":)";
+    text += "1";
+    for (std::size_t i = 0; i < kDeep; ++i)
+        text += "}]";
+    const auto value = JSONReader(2 * kDeep).read(text);
+    ASSERT_TRUE(value);
+    EXPECT_TRUE(written(*value) == text);
+}
+
+// Every sequence of code units comes back.
+RC_GTEST_PROP(JSONWriter, TextsReadBack, (std::u16string units)) {
+    constexpr char16_t kAwkward[] = {0xD83D, 0xDE00, 0xD7FF, 0xE000, u'"', u'\\', 0x1F, u'/', 0};
+    for (std::size_t i = 0; i < units.size(); i += 2)
+        units[i] = kAwkward[units[i] % std::size(kAwkward)];
+    const std::string text = Text::fromUTF16(units);
+    const std::string json = written(Representation::dictionary({{text, std::string_view(text)}}));
+    const auto value = representationFromJSON(json);
+    RC_ASSERT(value.has_value());
+    RC_ASSERT((*value->view().members().begin()).key == text);
+    RC_ASSERT(value->view().valueForKey(text)->text() == text);
+}
+
+}  // namespace

@@ -1,0 +1,256 @@
+// An image is asked for at the first size of its table that covers what is wanted, and at the last where none
+// does, for every size that doubles can state.
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <concepts>
+#include <cstdint>
+#include <limits>
+#include <numeric>
+#include <optional>
+#include <set>
+#include <span>
+#include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+#include "QELModels/Categories/NSURL+QELKavoHelper.h"
+#include "QELModels/Platform/MainScreen.h"
+
+namespace QELModels {
+namespace {
+
+using namespace QELKavoHelper;
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kAny = 12345;
+
+// An entry as three plain numbers: width, height, quality.
+using Entry = std::tuple<double, double, double>;
+
+Entry entry(const QELKavoConfiguration& size) {
+    return {size.width()->doubleValue(), size.height()->doubleValue(), size.quality()->doubleValue()};
+}
+
+std::vector<Entry> entries(std::span<const QELKavoConfiguration> table) {
+    std::vector<Entry> all;
+    for (const QELKavoConfiguration& size : table)
+        all.push_back(entry(size));
+    return all;
+}
+
+// The rule, word by word: keep what covers; the first that was kept, else the last of all.
+template <typename Predicate>
+const QELKavoConfiguration* literalChoice(std::span<const QELKavoConfiguration> table,
+                                          const std::vector<Entry>& values, Predicate covers) {
+    const auto first = std::find_if(values.begin(), values.end(), covers);
+    return first == values.end() ? &table.back() : &table[static_cast<std::size_t>(first - values.begin())];
+}
+
+void expectLiteralChoices(Size pixels) {
+    static const auto fixed = entries(fixedImageSizes());
+    static const auto autoWidth = entries(autoWidthImageSizes());
+    static const auto autoHeight = entries(autoHeightImageSizes());
+    const auto wide = [=](const Entry& size) { return std::get<0>(size) >= pixels.width; };
+    const auto high = [=](const Entry& size) { return std::get<1>(size) >= pixels.height; };
+    const auto both = [=](const Entry& size) { return wide(size) && high(size); };
+    ASSERT_EQ(&configurationForSize(pixels), literalChoice(fixedImageSizes(), fixed, both))
+        << pixels.width << " x " << pixels.height;
+    ASSERT_EQ(&autoWidthConfigurationForSize(pixels), literalChoice(autoWidthImageSizes(), autoWidth, high))
+        << pixels.height;
+    ASSERT_EQ(&autoHeightConfigurationForSize(pixels),
+              literalChoice(autoHeightImageSizes(), autoHeight, wide))
+        << pixels.width;
+}
+
+// Between two neighbouring numbers of a table every request is answered alike, so these stand for all.
+std::vector<double> telling(const std::set<double>& boundaries) {
+    std::vector<double> values{kNaN,
+                               -kInfinity,
+                               kInfinity,
+                               -1,
+                               -0.0,
+                               0,
+                               std::numeric_limits<double>::denorm_min(),
+                               std::numeric_limits<double>::max()};
+    for (const double boundary : boundaries) {
+        for (const double step : {-1.0, -0.5, 0.0, 0.5, 1.0})
+            values.push_back(boundary + step);
+        values.push_back(std::nextafter(boundary, kInfinity));
+        values.push_back(std::nextafter(boundary, -kInfinity));
+    }
+    return values;
+}
+
+TEST(Choice, IsTheFirstThatCoversElseTheLastAtEveryBoundary) {
+    std::set<double> widths, heights;
+    for (const auto table : {fixedImageSizes(), autoWidthImageSizes(), autoHeightImageSizes()}) {
+        for (const auto& [width, height, quality] : entries(table)) {
+            widths.insert(width);
+            heights.insert(height);
+        }
+    }
+    const std::vector<double> tellingHeights = telling(heights);
+    for (const double width : telling(widths)) {
+        for (const double height : tellingHeights)
+            ASSERT_NO_FATAL_FAILURE(expectLiteralChoices({width, height}));
+    }
+}
+
+RC_GTEST_PROP(Choice, IsTheFirstThatCoversElseTheLastForAnyDoubles,
+              (std::uint64_t width, std::uint64_t height)) {
+    expectLiteralChoices({std::bit_cast<double>(width), std::bit_cast<double>(height)});
+    expectLiteralChoices({static_cast<double>(width % 8800) / 4, static_cast<double>(height % 6400) / 4});
+    RC_ASSERT(!::testing::Test::HasFailure());
+}
+
+TEST(SizeTables, HoldTheServersSizes) {
+    const std::vector<Entry> autoHeight{{316, 0, 80}, {480, 0, 80},  {652, 0, 80}, {725, 0, 80},
+                                        {800, 0, 80}, {1080, 0, 80}, {1205, 0, 80}};
+    const std::vector<Entry> autoWidth{{0, 50, 80},  {0, 52, 80},  {0, 75, 80}, {0, 100, 80},
+                                       {0, 104, 50}, {0, 150, 80}, {0, 360, 80}};
+    EXPECT_EQ(entries(autoHeightImageSizes()), autoHeight);
+    EXPECT_EQ(entries(autoWidthImageSizes()), autoWidth);
+
+    const std::vector<Entry> fixed = entries(fixedImageSizes());
+    ASSERT_EQ(fixed.size(), 121u);
+    EXPECT_EQ(fixed.front(), Entry(80, 45, 80));
+    EXPECT_EQ(fixed.back(), Entry(2048, 1536, 50));
+    EXPECT_TRUE(std::is_sorted(fixed.begin(), fixed.end()));
+    EXPECT_EQ(std::count_if(fixed.begin(), fixed.end(), [](const Entry& e) { return std::get<2>(e) == 80; }),
+              61);
+    EXPECT_EQ(std::count_if(fixed.begin(), fixed.end(), [](const Entry& e) { return std::get<2>(e) == 50; }),
+              60);
+
+    // A digit that was mistyped anywhere changes the sum, two that were exchanged do too.
+    double sum = 0;
+    for (std::size_t i = 0; i < fixed.size(); ++i) {
+        const auto [width, height, quality] = fixed[i];
+        sum += static_cast<double>(i + 1) * (7 * width + 11 * height + 13 * quality);
+    }
+    EXPECT_EQ(sum, 90918840);
+}
+
+TEST(SizeTables, StandOutWhereTheyShould) {
+    using Shape = std::pair<double, double>;
+    std::vector<Shape> twice, notWidescreen;
+    double lastQuality = 0;
+    Shape last;
+    for (const auto& [width, height, quality] : entries(fixedImageSizes())) {
+        const Shape shape{width, height};
+        if (shape == last) {
+            twice.push_back(shape);
+            EXPECT_EQ(std::pair(lastQuality, quality), std::pair(50.0, 80.0));
+        }
+        if (std::abs(width / height - 16.0 / 9.0) > 0.02) notWidescreen.push_back(shape);
+        last = shape;
+        lastQuality = quality;
+    }
+    EXPECT_EQ(twice, (std::vector<Shape>{{306, 172}, {440, 248}, {480, 270}, {640, 360}, {1280, 720}}));
+    EXPECT_EQ(notWidescreen, (std::vector<Shape>{{160, 160},
+                                                 {200, 100},
+                                                 {220, 220},
+                                                 {288, 288},
+                                                 {320, 320},
+                                                 {370, 150},
+                                                 {400, 200},
+                                                 {440, 440},
+                                                 {460, 345},
+                                                 {460, 748},
+                                                 {576, 576},
+                                                 {740, 300},
+                                                 {920, 690},
+                                                 {920, 1496},
+                                                 {988, 660},
+                                                 {1024, 768},
+                                                 {2048, 1536}}));
+}
+
+TEST(Configuration, HoldsWhatItIsGivenAndIsNotComparedByValue) {
+    auto size = QELKavoConfiguration::configurationWithWidth(320, std::nullopt, 80);
+    EXPECT_EQ(size.width(), Number(320));
+    EXPECT_EQ(size.height(), std::nullopt);
+    EXPECT_EQ(size.quality(), Number(80));
+    size.setWidth(std::nullopt);
+    size.setHeight(180);
+    size.setQuality(50);
+    EXPECT_EQ(size.width(), std::nullopt);
+    EXPECT_EQ(size.height(), Number(180));
+    EXPECT_EQ(size.quality(), Number(50));
+    static_assert(!std::equality_comparable<QELKavoConfiguration>);
+}
+
+class ImageURL : public ::testing::Test {
+protected:
+    ~ImageURL() override { MainScreen::setScale(1.0); }
+
+    static constexpr const char* kImage = "https://img.example/i/42";
+
+    // What is put behind the image's URL.
+    template <typename Operation, typename... Scale>
+    static std::string query(Operation operation, double screen, Size size, Scale... scale) {
+        MainScreen::setScale(screen);
+        const std::optional<URL> url = operation(*URLView::parse(kImage), size, scale...);
+        if (!url) return "no URL";
+        const std::string text(url->text());
+        return text.starts_with(kImage) ? text.substr(std::char_traits<char>::length(kImage)) : text;
+    }
+};
+
+constexpr auto fixedURL = [](auto... arguments) { return getURLWithSize(arguments...); };
+constexpr auto autoWidthURL = [](auto... arguments) { return getAutoWidthURLWithSize(arguments...); };
+constexpr auto autoHeightURL = [](auto... arguments) { return getAutoHeightURLWithSize(arguments...); };
+
+TEST_F(ImageURL, AsksForTheSizeInPixels) {
+    EXPECT_EQ(query(fixedURL, 1, {320, 180}), "?t[]=320x180q80");
+    EXPECT_EQ(query(fixedURL, 2, {300, 169}), "?t[]=602x338q50");
+    EXPECT_EQ(query(fixedURL, 2, {320, 180}), "?t[]=640x360q50");
+    EXPECT_EQ(query(fixedURL, 2, {150, 150}), "?t[]=320x320q50");
+    EXPECT_EQ(query(fixedURL, 3, {375, 211}), "?t[]=1152x648q50");
+    EXPECT_EQ(query(fixedURL, 3, {1024, 768}), "?t[]=2048x1536q50");
+    EXPECT_EQ(query(fixedURL, 2, {80.25, 45}, 1.0), "?t[]=161x91q80");
+    EXPECT_EQ(query(fixedURL, 2, {80, 45}, 2.0), "?t[]=320x180q80");
+    EXPECT_EQ(query(fixedURL, 1, {-5, 0}), "?t[]=80x45q80");
+    EXPECT_EQ(query(fixedURL, 1, {kNaN, 10}), "?t[]=2048x1536q50");
+    EXPECT_EQ(query(fixedURL, 1, {10, kNaN}), "?t[]=2048x1536q50");
+    EXPECT_EQ(query(fixedURL, 0, {kInfinity, 10}), "?t[]=2048x1536q50");  // infinity times 0
+    EXPECT_EQ(query(autoWidthURL, 1, {kAny, 104}), "?t[]=x104q50");
+    EXPECT_EQ(query(autoWidthURL, 1, {kNaN, 100.25}), "?t[]=x104q50");
+    EXPECT_EQ(query(autoWidthURL, 2, {kAny, 100}), "?t[]=x360q80");
+    EXPECT_EQ(query(autoWidthURL, 2, {kAny, 200}), "?t[]=x360q80");
+    EXPECT_EQ(query(autoWidthURL, 2, {kAny, 20}, 1.25), "?t[]=x50q80");
+    EXPECT_EQ(query(autoHeightURL, 2, {320, kAny}), "?t[]=652q80");
+    EXPECT_EQ(query(autoHeightURL, 3, {500, kAny}), "?t[]=1205q80");
+    EXPECT_EQ(query(autoHeightURL, 2, {200, kNaN}, 1.5), "?t[]=652q80");
+}
+
+TEST_F(ImageURL, KeepsTheURLAsItStands) {
+    for (const char* text :
+         {"", "i/42", "https://img.example", "HTTPS://Img.Example:443/%7e/a.jpg", "https://img.example/?",
+          "https://img.example/i?v=1&t[]=80x45q80", "https://img.example/i#top", "data:,x"}) {
+        const std::optional<URL> image = URL::parse(text);
+        ASSERT_TRUE(image) << text;
+        const std::optional<URL> sized = getAutoHeightURLWithSize(*image, {316, 0});
+        ASSERT_TRUE(sized) << text;
+        EXPECT_EQ(sized->text(), std::string(text) + "?t[]=316q80");
+    }
+}
+
+// Which factor comes first decides the last bit.
+RC_GTEST_FIXTURE_PROP(ImageURL, ScalesByTheScreenFirst,
+                      (std::uint64_t width, std::uint64_t screen, std::uint64_t scale)) {
+    const auto factor = [](std::uint64_t bits) { return 0.1 + static_cast<double>(bits >> 11) * 0x1p-50; };
+    MainScreen::setScale(factor(screen));
+    const Size pixels = QELApplyScaleToSize({factor(width), -factor(width) / 3}, factor(scale));
+    RC_ASSERT(pixels.width == (factor(width) * factor(screen)) * factor(scale));
+    RC_ASSERT(pixels.height == (-factor(width) / 3 * factor(screen)) * factor(scale));
+}
+
+}  // namespace
+}  // namespace QELModels

@@ -1,0 +1,311 @@
+// What is kept stays whole, whatever else is dropped, and keeps nothing that it does not need. Whatever fails
+// on the way leaves nothing behind.
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "QELModels/Mappers/QELAssetMapper.h"
+#include "QELModels/Mappers/QELAssetsMapper.h"
+#include "QELModels/Mappers/QELCategoriesMapper.h"
+#include "QELModels/Models/QELAssetAdditional+Utils.h"
+#include "QELModels/Models/QELEditorial.h"
+#include "QELModels/Models/QELSeason.h"
+#include "QELModels/Platform/RepresentationBuilder.h"
+#include "tests/TestSupport.h"
+
+namespace QELModels::test {
+namespace {
+
+// An asset with a text, a list, a raw sub-tree and nested records; texts differ by `name`.
+std::string assetText(const std::string& name) {
+    return R"({"title": "<b>title &amp; )" + name + R"(</b>", "status": "status )" + name +
+           R"(", "articleUrl": "https://a.example/)" + name + R"(", "category": {"title": "category )" +
+           name + R"(", "lastAsset": {"id": 77}}, "additional": {"metadata": {"raw": [")" + name +
+           R"(", {"deep": true}]}, "chapters": [{"title": "first"}, {"title": "chapter &lt; )" + name +
+           R"("}], "cuePoints": [{"timeline": 20}, {"timeline": 10}]}})";
+}
+
+std::string pageOf(int count, const std::string& filling = "") {
+    std::string assets;
+    for (int i = 0; i < count; ++i)
+        assets += (i == 0 ? "" : ", ") + assetText(std::to_string(i) + filling);
+    return R"({"_embedded": {"assets": [)" + assets + "]}, \"unread\": [1, 2, 3]}";
+}
+
+using Reading = std::function<std::string()>;
+
+TEST(Lifetime, lastsAsLongAsAnyPartIsKept) {
+    const struct {
+        const char* name;
+        Reading (*keep)(const QELAsset& asset);
+        std::string read;
+    } rows[] = {
+        {"a nested record",
+         [](const QELAsset& asset) -> Reading {
+             return [kept = Ref(asset.category())] { return showAt(*kept, "title"); };
+         },
+         R"("category x")"},
+        {"a record in a nested record",
+         [](const QELAsset& asset) -> Reading {
+             return
+                 [kept = Ref(asset.category()->lastAsset())] { return showAt(*kept, "lastAssetIdentifier"); };
+         },
+         "77"},
+        {"an element of a list",
+         [](const QELAsset& asset) -> Reading {
+             return [kept = Ref(&asset.assetAdditional()->chapters()->back())] {
+                 return showAt(*kept, "title");
+             };
+         },
+         R"("chapter < x")"},
+        {"a list",
+         [](const QELAsset& asset) -> Reading {
+             return [kept = Ref(asset.assetAdditional()->chapters())] { return showAt((*kept)[1], "title"); };
+         },
+         R"("chapter < x")"},
+        {"a sorted list",
+         [](const QELAsset& asset) -> Reading {
+             return [kept = sortedAdCuePoints(*asset.assetAdditional())] {
+                 return showAt(kept->front(), "timeline");
+             };
+         },
+         "10"},
+        {"an element of a sorted list",
+         [](const QELAsset& asset) -> Reading {
+             return [kept = Ref(&sortedAdCuePoints(*asset.assetAdditional())->back())] {
+                 return showAt(*kept, "timeline");
+             };
+         },
+         "20"},
+        {"a text",
+         [](const QELAsset& asset) -> Reading { return [kept = at(asset, "title")] { return show(kept); }; },
+         R"("title & x")"},
+        {"a URL",
+         [](const QELAsset& asset) -> Reading {
+             return [kept = at(asset, "articleUrl")] { return show(kept); };
+         },
+         "<https://a.example/x>"},
+        {"a raw sub-tree",
+         [](const QELAsset& asset) -> Reading {
+             return [kept = at(asset, "assetAdditional.metadata")] { return show(kept); };
+         },
+         R"({"raw":["x",{"deep":true}]})"},
+        {"a handle on a part of a raw sub-tree",
+         [](const QELAsset& asset) -> Reading {
+             const auto part = asset.assetAdditional()->metadata()->valueForKey("raw");
+             return [kept = Representation(*part)] { return jsonFromRepresentation(kept); };
+         },
+         R"(["x",{"deep":true}])"},
+        {"all values",
+         [](const QELAsset& asset) -> Reading {
+             return [kept = std::make_shared<PropertyDictionary>(asset.category()->dictionaryValue())] {
+                 return show(*kept->find("title"));
+             };
+         },
+         R"("category x")"},
+        {"a copy",
+         [](const QELAsset& asset) -> Reading {
+             return [kept = copy(asset)] { return showAt(*kept, "status"); };
+         },
+         R"("status x")"},
+        {"a copy's text",
+         [](const QELAsset& asset) -> Reading {
+             return [kept = at(*copy(*copy(asset)), "status")] { return show(kept); };
+         },
+         R"("status x")"},
+        {"a nested record of a copy's copy",
+         [](const QELAsset& asset) -> Reading {
+             return [kept = Ref(copy(*copy(asset))->assetAdditional()->chapters())] {
+                 return showAt((*kept)[1], "title");
+             };
+         },
+         R"("chapter < x")"},
+    };
+    for (const auto& row : rows) {
+        Reading reading;
+        CountingZone zone;
+        const FEMOptions options{nullptr, &zone, {}};
+        {
+            const auto asset = mapped<QELAsset>(assetText("x"), options);
+            reading = row.keep(*asset);
+        }
+        EXPECT_GT(zone.pieces(), 0U) << row.name;
+        EXPECT_EQ(reading(), row.read) << row.name;
+        reading = {};
+        EXPECT_EQ(zone.pieces(), 0U) << row.name << " was leaked";
+    }
+}
+
+TEST(Lifetime, ofAnEpisodeKeepsNeitherItsSiblingsNorThePage) {
+    CountingZone alone;
+    const auto lone = mapped<QELAsset>(assetText("57"), {nullptr, &alone, {}});
+    const std::string page = pageOf(100);
+    const std::string list = page.substr(page.find('['), page.find("]}, \"unread") - page.find('[') + 1);
+    const struct {
+        const char* name;
+        std::string text;
+        Ref<QELAsset> (*keep)(const Representation&, const FEMOptions&);
+    } rows[] = {
+        {"a page",
+         page,
+         [](const Representation& document, const FEMOptions& options) {
+             return Ref(&(*QELAssetsMapper().mappedResponseFromJSONObject(document, nullptr, options))[57]);
+         }},
+        {"a season",
+         R"({"title": "s", "assets": )" + list + "}",
+         [](const Representation& document, const FEMOptions& options) {
+             return Ref(&(*mappedObject<QELSeason>(document, options)->assets())[57]);
+         }},
+        {"an editorial on a page",
+         R"({"_embedded": {"editorial": [{"key": "k", "assetsIds": [1, 2], )" + page.substr(1) + "]}}",
+         [](const Representation& document, const FEMOptions& options) {
+             const auto editorials = mappedPage<QELEditorial>(document, "_embedded.editorial", options);
+             return Ref(&(*editorials->front().assets())[57]);
+         }},
+    };
+    for (const auto& row : rows) {
+        CountingZone documents;
+        CountingZone models;
+        Ref<QELAsset> kept;
+        {
+            const auto document = JSONReader(JSONReader::kDefaultMaxDepth, &documents).read(row.text);
+            ASSERT_TRUE(document) << row.name;
+            kept = row.keep(*document, {nullptr, &models, {}});
+        }
+        EXPECT_EQ(documents.pieces(), 0U) << row.name << ": the document is kept";
+        EXPECT_EQ(models.bytes(), alone.bytes()) << row.name << ": more than the episode is kept";
+        EXPECT_EQ(showAt(*kept, "title"), R"("title & 57")") << row.name;
+        EXPECT_EQ(showAt(*kept, "category.title"), R"("category 57")") << row.name;
+    }
+}
+
+TEST(Lifetime, ofAMillionCopiesOfCopiesTakesNoMoreMemory) {
+    CountingZone originals;
+    CountingZone copies;
+    Ref<QELAsset> latest = mapped<QELAsset>(assetText("y"), {nullptr, &originals, {}});
+    const std::size_t held = originals.bytes();
+    latest = copy(*latest, &copies);
+    const std::size_t heldByOne = copies.bytes();
+    EXPECT_LT(heldByOne, held);
+    for (int i = 0; i < 1'000'000; ++i)
+        latest = copy(*latest, &copies);
+    EXPECT_EQ(copies.bytes(), heldByOne);
+    EXPECT_EQ(originals.bytes(), held);
+    EXPECT_EQ(showAt(*latest, "assetAdditional.chapters[1].title"), R"("chapter < y")");
+    latest = nullptr;
+    EXPECT_EQ(copies.pieces() + originals.pieces(), 0U);
+}
+
+TEST(Lifetime, mayEndOnAnotherThread) {
+    CountingZone zone;
+    auto page =
+        QELAssetsMapper().mappedResponseFromJSONObject(json(pageOf(30)), nullptr, {nullptr, &zone, {}});
+    Ref<QELAssetChapter> kept(&(*page)[7].assetAdditional()->chapters()->back());
+    std::thread([page = std::exchange(page, nullptr)]() mutable {
+        EXPECT_EQ(showAt((*page)[29], "status"), R"("status 29")");
+        page = nullptr;
+    }).join();
+    EXPECT_EQ(showAt(*kept, "title"), R"("chapter < 7")");
+    std::thread([kept = std::exchange(kept, nullptr)] {}).join();
+    EXPECT_EQ(zone.pieces(), 0U);
+}
+
+TEST(Lifetime, ofLinkedDocumentsIsThatOfWhatLinksToThem) {
+    // Large values that are wrapped are linked, not copied; so are the raw sub-trees that hold them.
+    Representation large = json("[" + std::string(100, ' ') +
+                                R"("text", 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17])");
+    const std::string shown = jsonFromRepresentation(large);
+    Ref<QELAsset> asset;
+    {
+        const Representation document{
+            {"additional", {{"metadata", {{"in", {{"it", large}}}}}, {"barrels", large}}}};
+        large = nullptr;
+        asset = mappedObject<QELAsset>(document);
+    }
+    EXPECT_EQ(showAt(*asset, "assetAdditional.barrels"), shown);
+    EXPECT_EQ(showAt(*asset, "assetAdditional.metadata"), R"({"in":{"it":)" + shown + "}}");
+
+    // A document that is nothing but a link.
+    CountingZone zone;
+    {
+        RepresentationBuilder builder(&zone);
+        builder.representation(*asset->assetAdditional()->barrels());
+        const Representation link = builder.finish();
+        asset = nullptr;
+        EXPECT_EQ(jsonFromRepresentation(link), shown);
+    }
+    EXPECT_EQ(zone.pieces(), 0U);
+}
+
+// --- Nothing half made
+// --------------------------------------------------------------------------------------
+
+// Does `work` with zones that fail at their 1st, 2nd, 3rd ... request, until one need not fail. Every request
+// made must have been one that failed once.
+template <class Work>
+void expectNothingHalfMade(const char* name, std::size_t leastRequests, Work work) {
+    for (std::size_t failAt = 0;; ++failAt) {
+        CountingZone zone(failAt);
+        try {
+            work(zone);
+            EXPECT_EQ(zone.requests(), failAt) << name;
+            EXPECT_GE(failAt, leastRequests) << name << " hardly needs memory; what is tested here?";
+            EXPECT_EQ(zone.pieces(), 0U) << name << ", all of it";
+            return;
+        } catch (const std::bad_alloc&) {
+            ASSERT_EQ(zone.requests(), failAt + 1) << name << " went on without memory";
+            ASSERT_EQ(zone.pieces(), 0U) << name << " at request " << failAt;
+        }
+    }
+}
+
+TEST(NothingHalfMade, whenMemoryRunsOut) {
+    const LogLines log;
+    // Lists of records that are all defaults take far more room than their document promises.
+    std::string many;
+    for (int i = 0; i < 300; ++i)
+        many += i == 0 ? "null" : ",null";
+    const Representation bulky =
+        json(R"({"title": "&amp;)" + std::string(3000, 'x') + R"(", "additional": {"chapters": [)" + many +
+             R"(], "subtitles": [)" + many + R"(], "barrels": [)" + many + "]}}");
+    const Representation page = json(pageOf(12, "<&lt;>"));
+    const auto asset = assetFrom(assetText("z"));
+    expectNothingHalfMade("an asset", 2, [&](CountingZone& zone) {
+        mappedObject<QELAsset>(bulky, {nullptr, &zone, {}});
+    });
+    expectNothingHalfMade("a page", 13, [&](CountingZone& zone) {
+        const auto list = mappedPage<QELAsset>(page, "_embedded.assets", {nullptr, &zone, {}});
+        EXPECT_EQ(list->size(), 12U);
+    });
+    expectNothingHalfMade("a season", 13, [&](CountingZone& zone) {
+        const auto assets = *page->valueForKeyPath("_embedded.assets");
+        mappedObject<QELSeason>(Representation{{"assets", Representation(assets)}}, {nullptr, &zone, {}});
+    });
+    expectNothingHalfMade("a copy", 1, [&](CountingZone& zone) { copy(*asset, &zone); });
+    expectNothingHalfMade("a document that is read", 1, [&](CountingZone& zone) {
+        JSONReader(JSONReader::kDefaultMaxDepth, &zone).read(pageOf(40, "\\u00e5"));
+    });
+    expectNothingHalfMade("a document that is built", 5, [&](CountingZone& zone) {
+        RepresentationBuilder builder(&zone);
+        builder.beginDictionary();
+        for (int i = 0; i < 200; ++i) {
+            builder.key("key " + std::to_string(i % 150));
+            builder.beginArray();
+            builder.string(std::string(50, 'y'));
+            builder.representation(page);
+            builder.endArray();
+        }
+        builder.endDictionary();
+        EXPECT_EQ(builder.finish()->size(), 150U);
+    });
+}
+
+}  // namespace
+}  // namespace QELModels::test

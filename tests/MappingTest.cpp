@@ -1,0 +1,482 @@
+// The engine fills records exactly by their rules: in order, attributes before relationships, each value
+// taken, refused or found missing, and an observer is told so. What must never stand in a document is a fault
+// that names its place.
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "QELModels/Mapping/FEMDeserializer.h"
+#include "QELModels/Mapping/FEMMapping.h"
+#include "QELModels/Models/QELEditorial.h"
+#include "QELModels/Models/QELSeason.h"
+#include "QELModels/Platform/MappingFault.h"
+#include "tests/TestSupport.h"
+
+namespace QELModels::test {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+Ref<Object> filled(const FEMMapping& mapping, std::string_view text, const FEMOptions& options = {}) {
+    return FEMDeserializer::objectFromRepresentation(json(text), mapping, options);
+}
+
+TEST(Engine, takesWhatFitsAPropertyAndLeavesItEmptyOtherwise) {
+    // One row for each kind of property; one column for each kind of value.
+    // clang-format off
+    constexpr std::string_view kValues[] = {"null", "7", "-2.5", "true", R"("x:y")", "[1]", "[]", "{}", R"({"id":3})"};
+    const struct {
+        std::string keys, property, shown;
+    } rows[] = {
+        {"displays", "displays",                  "null  7     -2.5  true  null    null  null  null  null "},
+        {"status", "status",                      "null  null  null  null  \"x:y\" null  null  null  null "},
+        {"title", "title",                        "null  null  null  null  \"x:y\" null  null  null  null "},
+        {"articleUrl", "articleUrl",              "null  null  null  null  <x:y>   null  null  null  null "},
+        {"created", "createdAt",                  "null  @7    @-2.5 @1    null    null  null  null  null "},
+        {"showDisplays", "showDisplays",          "false true  true  true  false   false false false false "},
+        {"assetType", "assetType",                "0     0     0     0     0       0     0     0     0 "},
+        {"additional.barrels", "barrels",         "null  null  null  null  null    [1]   []    null  null "},
+        {"additional.metadata", "metadata",       "null  null  null  null  null    null  null  {}    {\"id\":3} "},
+        {"additional.nextAsset", "nextAsset",     "null  null  null  null  null    null  null  QELAssetLead QELAssetLead "},
+        {"additional.chapters", "chapters",       "null  null  null  null  null    [1]   [0]   null  null "},
+    };
+    // clang-format on
+    LogLines log;
+    for (const auto& [keys, property, shown] : rows) {
+        const bool isNested = keys.starts_with("additional.");
+        std::istringstream expected(shown);
+        for (const std::string_view value : kValues) {
+            const std::string member = '"' + keys.substr(isNested ? 11 : 0) + "\": " + std::string(value);
+            const auto asset =
+                assetFrom(isNested ? R"({"additional": {)" + member + "}}" : '{' + member + '}');
+            std::string word;
+            expected >> word;
+            EXPECT_EQ(showAt(*asset, (isNested ? "assetAdditional." : "") + property), word) << member;
+        }
+    }
+    EXPECT_EQ(log.lines, Lines{});
+}
+
+TEST(Engine, readsScalarsOfAnApplicationsRules) {
+    FEMMapping mapping(QELAsset::objectClass);
+    mapping.addAttributesFromArray({"streamType", "showDisplays"});
+    const struct {
+        std::string_view value, integer, boolean;
+    } rows[] = {{"2.9", "2", "true"},
+                {"-2.9", "-2", "true"},
+                {"0.4", "0", "true"},
+                {"true", "1", "true"},
+                {"false", "0", "false"},
+                {"-0.0", "0", "false"},
+                {"1e300", "9223372036854775807", "true"},
+                {R"("2")", "0", "false"},
+                {"[1]", "0", "false"}};
+    for (const auto& [value, integer, boolean] : rows) {
+        const std::string text(value);
+        const auto asset =
+            filled(mapping, R"({"streamType": )" + text + R"(, "showDisplays": )" + text + "}");
+        EXPECT_EQ(showAt(*asset, "streamType"), integer) << text;
+        EXPECT_EQ(showAt(*asset, "showDisplays"), boolean) << text;
+    }
+}
+
+FEMAttribute::Map answering(Value result) {
+    return [result](RepresentationView) { return result; };
+}
+
+TEST(Engine, callsMapRulesInOrderForNullAndNotForWhatIsMissing) {
+    Lines calls;
+    const auto noting = [&](std::string name) -> FEMAttribute::Map {
+        return [&calls, name](RepresentationView value) {
+            calls.push_back(name + ' ' + jsonFromRepresentation(value));
+            return Value(Number(1));
+        };
+    };
+    FEMMapping category(QELCategory::objectClass);
+    category.addAttribute(FEMAttribute::mappingOfProperty("order", "x", noting("order")));
+    FEMMapping mapping(QELAsset::objectClass);
+    mapping.addRelationshipMapping(category, "category", "nested");
+    mapping.addAttribute(FEMAttribute::mappingOfProperty("duration", "b.c", noting("duration")));
+    mapping.addAttribute(FEMAttribute::mappingOfProperty("displays", "a", noting("displays")));
+    mapping.addAttribute(FEMAttribute::mappingOfProperty("assetIdentifier", "missing", noting("never")));
+    mapping.addAttribute(FEMAttribute::mappingOfProperty("displays", "b", noting("again")));
+    const auto asset = filled(mapping, R"({"nested": {"x": [2]}, "a": null, "b": {"c": 5, "missing": 0}})");
+    EXPECT_EQ(calls, (Lines{"duration 5", "displays null", R"(again {"c":5,"missing":0})", "order [2]"}));
+    EXPECT_EQ(showAt(*asset, "displays"), "1") << "what a rule makes of null counts";
+    EXPECT_EQ(showAt(*asset, "assetIdentifier"), "null");
+    EXPECT_EQ(showAt(*asset, "category.order"), "1");
+}
+
+TEST(Engine, emptiesObjectsAndKeepsScalarsWhenThereIsNothing) {
+    FEMMapping mapping(QELAsset::objectClass);
+    mapping.addAttributesFromArray({"displays", "showDisplays", "streamType", "status"});
+    FEMMapping refusing = mapping;
+    for (const char* property : {"displays", "showDisplays", "streamType"})
+        refusing.addAttribute(FEMAttribute::mappingOfProperty(property, "later", answering({})));
+    FEMMapping misfitting = mapping;
+    for (const char* property : {"displays", "showDisplays", "streamType"})
+        misfitting.addAttribute(
+            FEMAttribute::mappingOfProperty(property, "later", answering(Value::text("no"))));
+    misfitting.addAttributesFromDictionary({{"status", "later"}});
+    const struct {
+        const FEMMapping& mapping;
+        std::string_view later, displays, showDisplays, streamType, status;
+    } rows[] = {{refusing, "", "6", "true", "9", R"("s")"},
+                {refusing, R"(, "later": 1)", "null", "true", "9", R"("s")"},
+                {refusing, R"(, "later": null)", "null", "true", "9", R"("s")"},
+                {misfitting, R"(, "later": 1)", "null", "true", "9", "null"}};
+    for (const auto& row : rows) {
+        const auto asset = filled(row.mapping,
+                                  R"({"displays": 6, "showDisplays": true, "streamType": 9, "status": "s")" +
+                                      std::string(row.later) + "}");
+        EXPECT_EQ(showAt(*asset, "displays"), row.displays) << row.later;
+        EXPECT_EQ(showAt(*asset, "showDisplays"), row.showDisplays) << row.later;
+        EXPECT_EQ(showAt(*asset, "streamType"), row.streamType) << row.later;
+        EXPECT_EQ(showAt(*asset, "status"), row.status) << row.later;
+    }
+}
+
+TEST(Engine, resolvesKeyPathsOneDictionaryAtATime) {
+    const struct {
+        std::string_view text, keyPath, found;
+    } rows[] = {
+        {R"({"a": 1})", "a", "1"},
+        {R"({"a": null})", "a", "null"},
+        {R"({"a": 1})", "b", "absent"},
+        {R"({"a": {"b": {"c": 2}}})", "a.b.c", "2"},
+        {R"({"a": {"b": {"c": 2}}})", "a.b", R"({"c":2})"},
+        {R"({"a": {"b": null}})", "a.b", "null"},
+        {R"({"a": {}})", "a.b", "absent"},
+        {R"({})", "a.b", "absent"},
+        {R"({"a": null})", "a.b", "absent"},
+        {R"({"a": [{"b": 3}]})", "a.b", "absent"},
+        {R"({"a": "b"})", "a.b", "absent"},
+        {R"({"a": 4})", "a.b", "absent"},
+        {R"({"a.b": 5})", "a.b", "absent"},
+        {R"({"": {"": 6}, "a": {"": 7}})", ".", "6"},
+        {R"({"": {"": 6}, "a": {"": 7}})", "a.", "7"},
+        {R"([1])", "a", "absent"},
+        {R"({"a": 1, "a": 8})", "a", "8"},
+    };
+    for (const auto& [text, keyPath, found] : rows) {
+        const auto document = json(text);
+        const auto value = document->valueForKeyPath(keyPath);
+        EXPECT_EQ(value ? jsonFromRepresentation(*value) : "absent", found) << text << ' ' << keyPath;
+        std::string seen = "absent";
+        FEMMapping mapping(QELAsset::objectClass);
+        mapping.addAttribute(FEMAttribute::mappingOfProperty("title", keyPath, [&](RepresentationView view) {
+            seen = jsonFromRepresentation(view);
+            return Value();
+        }));
+        filled(mapping, text);
+        EXPECT_EQ(seen, found) << text << ' ' << keyPath;
+    }
+}
+
+TEST(Engine, findsEveryKeyInDictionariesOfAnySize) {
+    // Small ones are walked, large ones searched, and a mapping with many keys needs more room than usual.
+    FEMMapping many = QELAsset::defaultMapping();
+    for (int i = 0; i < 40; ++i)
+        many.addAttribute(
+            FEMAttribute::mappingOfProperty("status", "k" + std::to_string(i), answering(Value::text("k"))));
+    const FEMMapping few = QELAsset::defaultMapping();
+    for (const int size : {0, 1, 30, 31, 32, 33, 126, 127, 128, 129, 1000}) {
+        for (const int place : {0, size / 2, size}) {
+            std::string text = "{";
+            for (int i = 0; i <= size; ++i) {
+                if (i == place) text += R"("id": 77, "additional": {"url": "u"}, "status": "as it is", )";
+                text += "\"x" + std::to_string(i) + "\": [" + std::to_string(i) + "], ";
+            }
+            text += R"("k39": 0})";
+            EXPECT_EQ(showAt(*filled(few, text), "assetIdentifier"), "77") << size << ' ' << place;
+            EXPECT_EQ(showAt(*filled(few, text), "assetAdditional.url"), R"("u")") << size << ' ' << place;
+            EXPECT_EQ(showAt(*filled(few, text), "status"), R"("as it is")") << size << ' ' << place;
+            EXPECT_EQ(showAt(*filled(many, text), "status"), R"("k")") << size << ' ' << place;
+        }
+    }
+}
+
+TEST(Engine, makesARecordOfAnyRootAndAListOfAnyCollection) {
+    const FEMMapping mapping = QELAsset::defaultMapping();
+    EXPECT_TRUE(FEMDeserializer::objectFromRepresentation({}, mapping)->isEqual(assetFrom("{}").get()));
+    EXPECT_EQ(FEMDeserializer::collectionFromRepresentation({}, mapping)->size(), 0U);
+    const struct {
+        std::string_view text;
+        std::size_t size;
+    } rows[] = {{"{}", 0},
+                {"null", 0},
+                {"7", 0},
+                {R"("[1]")", 0},
+                {R"({"id": 1})", 0},
+                {"[]", 0},
+                {"[{\"id\": 1}]", 1},
+                {"[[]]", 1},
+                {"[null, 3, \"x\", [{\"id\": 1}], {}]", 5}};
+    for (const auto& [text, size] : rows) {
+        const auto list = FEMDeserializer::collectionFromRepresentation(json(text), mapping);
+        EXPECT_EQ(list->size(), size) << text;
+        EXPECT_EQ(list->hash(), size) << text;
+    }
+}
+
+TEST(Engine, makesListsInOrderWithARecordForEveryElement) {
+    const auto season = mapped<QELSeason>(R"({"assets": [{"id": 3}, null, {"id": 1}, [], {"id": 2}, "x"]})");
+    std::string identifiers;
+    for (const QELAsset& asset : *season->assets())
+        identifiers += showAt(asset, "assetIdentifier") + ' ';
+    EXPECT_EQ(identifiers, "3 null 1 null 2 null ");
+    EXPECT_EQ(mapped<QELSeason>(R"({"assets": []})")->assets()->size(), 0U);
+    EXPECT_EQ(mapped<QELSeason>(R"({"assets": null})")->assets(), nullptr);
+    EXPECT_EQ(mapped<QELSeason>("{}")->assets(), nullptr);
+    EXPECT_EQ(mapped<QELSeason>(R"({"assets": {"0": {"id": 1}}})")->assets(), nullptr);
+    const auto chapters = assetFrom(R"({"additional": {"chapters": [{"timeline": 9}, 4, {"timeline": 8}]}})");
+    EXPECT_EQ(showAt(*chapters, "assetAdditional.chapters[0].timeline"), "9");
+    EXPECT_EQ(showAt(*chapters, "assetAdditional.chapters[1].timeline"), "null");
+    EXPECT_EQ(showAt(*chapters, "assetAdditional.chapters[2].timeline"), "8");
+}
+
+TEST(Mapping, refusesWrongRulesWhenTheyAreAdded) {
+    const FEMMapping category = QELCategory::defaultMapping();
+    const FEMMapping chapter = QELAssetChapter::defaultMapping();
+    const struct {
+        const ObjectClass& isa;
+        std::function<void(FEMMapping&)> add;
+        std::string_view what;
+    } rows[] = {
+        {QELAsset::objectClass,
+         [](FEMMapping& m) { m.addAttributeWithProperty("id", "id"); },
+         "QELAsset: there is no property 'id'"},
+        {QELAsset::objectClass,
+         [](FEMMapping& m) {
+             m.addAttributesFromArray({"title", "nope"});
+         },
+         "QELAsset: there is no property 'nope'"},
+        {QELStreamConfiguration::objectClass,
+         [](FEMMapping& m) { m.addAttributeWithProperty("configuration", "c"); },
+         "QELStreamConfiguration: the property 'configuration' cannot be set"},
+        {QELBaseModel::objectClass,
+         [](FEMMapping& m) { m.addAttributeWithProperty("hash", "h"); },
+         "QELBaseModel: the property 'hash' cannot be set"},
+        {QELAsset::objectClass,
+         [](FEMMapping& m) { m.addAttributeWithProperty("category", "c"); },
+         "QELAsset: the property 'category' holds records and needs a relationship"},
+        {QELSeason::objectClass,
+         [](FEMMapping& m) { m.addAttributeWithProperty("assets", "a"); },
+         "QELSeason: the property 'assets' holds records and needs a relationship"},
+        {QELAsset::objectClass,
+         [&](FEMMapping& m) { m.addRelationshipMapping(category, "series", "s"); },
+         "QELAsset: the property 'series' does not hold what the relationship's mapping makes"},
+        {QELAsset::objectClass,
+         [&](FEMMapping& m) { m.addRelationshipMapping(category, "title", "t"); },
+         "QELAsset: the property 'title' does not hold what the relationship's mapping makes"},
+        {QELAsset::objectClass,
+         [&](FEMMapping& m) { m.addToManyRelationshipMapping(category, "category", "c"); },
+         "QELAsset: the property 'category' does not hold what the relationship's mapping makes"},
+        {QELAssetAdditional::objectClass,
+         [&](FEMMapping& m) { m.addRelationshipMapping(chapter, "chapters", "c"); },
+         "QELAssetAdditional: the property 'chapters' does not hold what the relationship's mapping makes"},
+        {QELAsset::objectClass,
+         [&](FEMMapping& m) { m.addRelationshipMapping(category, "none", "n"); },
+         "QELAsset: there is no property 'none'"},
+    };
+    for (const auto& row : rows) {
+        FEMMapping mapping(row.isa);
+        try {
+            row.add(mapping);
+            ADD_FAILURE() << row.what << ": was added";
+        } catch (const MappingFault& fault) {
+            EXPECT_EQ(std::string_view(fault.what()), row.what);
+        }
+        // What was right before the fault stays, and nothing else.
+        EXPECT_EQ(mapping.rules().attributes.size(), row.what.ends_with("'nope'") ? 1U : 0U) << row.what;
+        EXPECT_EQ(mapping.rules().relationships.size(), 0U) << row.what;
+    }
+}
+
+TEST(Mapping, isAValueThatCopiesDoNotShare) {
+    const FEMMapping original = QELAsset::defaultMapping();
+    FEMMapping first = original;
+    {
+        FEMMapping temporary = first;
+        temporary.addAttributeWithProperty("status", std::string("a.") + "b");
+        first = temporary;
+        temporary.addAttributeWithProperty("status", "c");
+    }
+    FEMMapping second = first;
+    second.addAttributesFromDictionary({{"status", "d"}});
+    FEMMapping season = QELSeason::defaultMapping();
+    season.addToManyRelationshipMapping(second, "assets", "e");
+    second.addAttributeWithProperty("status", "f");
+    constexpr std::string_view kText = R"({"status": "s", "a": {"b": "b"}, "c": "c", "d": "d", "f": "f"})";
+    EXPECT_EQ(showAt(*filled(original, kText), "status"), R"("s")");
+    EXPECT_EQ(showAt(*filled(first, kText), "status"), R"("b")");
+    EXPECT_EQ(showAt(*filled(second, kText), "status"), R"("f")");
+    const auto made =
+        filled(season, R"({"title": "&lt;", "assets": [1], "e": [)" + std::string(kText) + "]}");
+    EXPECT_EQ(showAt(*made, "assets[0].status"), R"("d")");
+    EXPECT_EQ(showAt(*made, "title"), R"("<")") << "the rules before the added ones work on";
+}
+
+// --- The observer
+// -------------------------------------------------------------------------------------------
+
+class Notes final : public FEMObserver {
+public:
+    void ruleApplied(const FEMEvent& event) override {
+        constexpr std::string_view kOutcomes[] = {"set", "missing", "null", "refused", "wrongKind", "fault"};
+        lines.push_back(event.path.pointer() + ' ' + event.path.property() + ' ' +
+                        std::string(kOutcomes[static_cast<int>(event.outcome)]) + ' ' +
+                        (event.value ? jsonFromRepresentation(*event.value) : "-"));
+    }
+    Lines lines;
+};
+
+TEST(Observer, isToldTheOutcomeOfEveryRuleInOrder) {
+    const auto subtitles = [](std::string_view text) {
+        Notes notes;
+        mapped<QELAssetAdditional>(text, {&notes, nullptr, {}});
+        return notes.lines;
+    };
+    LogLines log;
+    EXPECT_EQ(
+        subtitles(R"({"url": 5, "barrels": null, "access": {}, "chapters": 1, "cuePoints": null,
+        "nextAsset": {"id": 2}, "settings": [],
+        "subtitles": [{"url": "a b", "language": "no"}, null, {"url": 3, "default": true, "language": []}, 7]})"),
+        (Lines{
+            "/sourceFiles sourceFiles missing -",
+            "/barrels barrels null null",
+            "/imageCaption imageCaption missing -",
+            "/url url wrongKind 5",
+            "/access access set {}",
+            "/metadata metadata missing -",
+            "/externalCategoryId externalCategoryIdentifier missing -",
+            "/externalId externalIdentifier missing -",
+            "/settings settings wrongKind []",
+            "/chapters chapters wrongKind 1",
+            "/cuePoints cuePoints null null",
+            "/featuredChapters featuredChapters missing -",
+            R"(/subtitles subtitles set [{"url":"a b","language":"no"},null,{"url":3,"default":true,"language":[]},7])",
+            "/subtitles/0/language subtitles[0].language set \"no\"",
+            "/subtitles/0/url subtitles[0].url refused \"a b\"",
+            "/subtitles/0/default subtitles[0].isDefault missing -",
+            "/subtitles/1 subtitles[1] null null",
+            "/subtitles/2/language subtitles[2].language wrongKind []",
+            "/subtitles/2/url subtitles[2].url refused 3",
+            "/subtitles/2/default subtitles[2].isDefault set true",
+            "/subtitles/3 subtitles[3] wrongKind 7",
+            "/nextAsset nextAsset set {\"id\":2}",
+            "/nextAsset/id nextAsset.assetLeadIdentifier set 2"}));
+    EXPECT_EQ(log.lines, (Lines{"Unable to transform URL a b"}));
+    EXPECT_EQ(subtitles("3"), (Lines{"  wrongKind 3"}));
+    EXPECT_EQ(subtitles("null"), (Lines{"  null null"}));
+}
+
+TEST(Observer, seesThePlacesOfAPageAndOfKeyPaths) {
+    Notes notes;
+    const FEMOptions options{&notes, nullptr, {}};
+    mappedPage<QELEditorial>(json(R"({"_embedded": {"editorial": [5, {"_embedded": {"assets": [false]}}]}})"),
+                             "_embedded.editorial",
+                             options);
+    EXPECT_EQ(notes.lines,
+              (Lines{"/_embedded/editorial/0 [0] wrongKind 5",
+                     "/_embedded/editorial/1/key [1].key missing -",
+                     "/_embedded/editorial/1/assetsIds [1].assetsIdentifiers missing -",
+                     "/_embedded/editorial/1/_embedded/assets [1].assets set [false]",
+                     "/_embedded/editorial/1/_embedded/assets/0 [1].assets[0] wrongKind false"}));
+    notes.lines.clear();
+    FEMMapping mapping(QELAssetLead::objectClass);
+    mapping.addAttributeWithProperty("assetLeadIdentifier", "a/b.c~d");
+    filled(mapping, R"({"a/b": {"c~d": 1}})", options);
+    EXPECT_EQ(notes.lines, (Lines{"/a~1b/c~0d assetLeadIdentifier set 1"}));
+    notes.lines.clear();
+    mapped<QELAsset>(R"({"streamType": "LIVE", "assetType": 0})", options);
+    EXPECT_EQ(notes.lines[6], R"(/assetType assetType refused 0)");
+    EXPECT_EQ(notes.lines[7], R"(/streamType streamType refused "LIVE")");
+}
+
+// --- Faults
+// -------------------------------------------------------------------------------------------------
+
+TEST(Faults, nameThePlaceOfAColourThatIsNoString) {
+    const struct {
+        std::string_view colour, pointer;
+        Ref<Object> (*map)(const Representation&, const FEMOptions&);
+    } rows[] = {
+        {"5",
+         "/additional/backgroundColor",
+         [](const Representation& colour, const FEMOptions& options) -> Ref<Object> {
+             return mappedObject<QELCategory>(Representation{{"additional", {{"backgroundColor", colour}}}},
+                                              options);
+         }},
+        {"[]",
+         "/category/additional/backgroundColor",
+         [](const Representation& colour, const FEMOptions& options) -> Ref<Object> {
+             return mappedObject<QELAsset>(
+                 Representation{{"category", {{"additional", {{"backgroundColor", colour}}}}}}, options);
+         }},
+        {"{}",
+         "/_embedded/assets/1/category/additional/backgroundColor",
+         [](const Representation& colour, const FEMOptions& options) -> Ref<Object> {
+             const Representation asset{{"category", {{"additional", {{"backgroundColor", colour}}}}}};
+             mappedPage<QELAsset>(
+                 Representation{{"_embedded", {{"assets", Representation::array({nullptr, asset})}}}},
+                 "_embedded.assets",
+                 options);
+             return {};
+         }},
+    };
+    for (const auto& [colour, pointer, map] : rows) {
+        CountingZone zone;
+        Notes notes;
+        try {
+            map(json(colour), {&notes, &zone, {}});
+            ADD_FAILURE() << colour << " was taken";
+        } catch (const MappingFault& fault) {
+            EXPECT_EQ(fault.pointer(), pointer);
+            EXPECT_TRUE(std::string_view(fault.what())
+                            .starts_with("QELUIColorTransformer: a colour must be a string"));
+        }
+        EXPECT_TRUE(notes.lines.back().ends_with("backgroundColor fault " + std::string(colour)))
+            << notes.lines.back();
+        EXPECT_EQ(zone.pieces(), 0U) << "something half made was left";
+    }
+    for (const char* fine : {R"("#102030")", R"("red")", "null"})
+        EXPECT_NO_THROW(mapped<QELCategoryAdditional>(R"({"backgroundColor": )" + std::string(fine) + "}"));
+}
+
+TEST(Faults, ofAnApplicationsRulesPassThrough) {
+    const auto mappingThatThrows = [](auto exception) {
+        FEMMapping lead(QELAssetLead::objectClass);
+        lead.addAttribute(FEMAttribute::mappingOfProperty(
+            "assetLeadIdentifier", "x.y", [exception](RepresentationView) -> Value { throw exception; }));
+        FEMMapping additional(QELAssetAdditional::objectClass);
+        additional.addRelationshipMapping(lead, "nextAsset", "lead");
+        return additional;
+    };
+    constexpr std::string_view kText = R"({"lead": {"x": {"y": 1}}})";
+    EXPECT_THROW(filled(mappingThatThrows(std::out_of_range("mine")), kText), std::out_of_range);
+    MappingFault placed("mine");
+    placed.setPointer("/elsewhere");
+    for (const auto& [fault, pointer] :
+         {std::pair(MappingFault("mine"), "/lead/x/y"), std::pair(placed, "/elsewhere")}) {
+        CountingZone zone;
+        try {
+            filled(mappingThatThrows(fault), kText, {nullptr, &zone, {}});
+            ADD_FAILURE() << "nothing was thrown";
+        } catch (const MappingFault& caught) {
+            EXPECT_EQ(std::string_view(caught.what()), "mine");
+            EXPECT_EQ(caught.pointer(), pointer);
+        }
+        EXPECT_EQ(zone.pieces(), 0U);
+    }
+}
+
+}  // namespace
+}  // namespace QELModels::test

@@ -1,0 +1,69 @@
+# Builds small applications against the library in every way that it can be had: found by CMake, found by
+# pkg-config, or as a folder of the application's own build; static and shared; with and without run-time
+# type information on either side; in both standards, and without a warning.
+#
+# The copies come from three builds of the library: this one, and the two that the add_subdirectory
+# consumers make in any case.
+
+if(BUILD_SHARED_LIBS OR NOT QELMODELS_RTTI OR NOT QELMODELS_JSON)
+    message(FATAL_ERROR "QELMODELS_PACKAGE_TESTS starts from a static build with JSON and run-time types")
+endif()
+
+set(consumers ${CMAKE_CURRENT_SOURCE_DIR}/consumer)
+set(copies ${CMAKE_CURRENT_BINARY_DIR}/packages)
+
+# consumer_test(NAME folder SETTINGS...): configures, builds and runs the project consumer/<folder>.
+function(consumer_test name folder)
+    add_test(NAME ${name}
+             COMMAND ${CMAKE_CTEST_COMMAND}
+                     --build-and-test ${consumers}/${folder} ${copies}/${name}
+                     --build-generator ${CMAKE_GENERATOR} --build-noclean
+                     --build-options -DCMAKE_CXX_COMPILER=${CMAKE_CXX_COMPILER}
+                                     -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O0
+                                     -DCMAKE_COMPILE_WARNING_AS_ERROR=ON ${ARGN}
+                     --test-command ${CMAKE_CTEST_COMMAND} --output-on-failure --no-tests=error)
+    # ctest --build-and-test starts a build of its own on all cores.
+    set_tests_properties(${name} PROPERTIES TIMEOUT 900 PROCESSORS 2)
+endfunction()
+
+# installed_copy(copy BUILD_FOLDER [test that makes the build]): installs to packages/<copy>.
+function(installed_copy copy build)
+    set(prefix ${copies}/${copy})
+    add_test(NAME package.${copy}.install COMMAND ${CMAKE_COMMAND} --install ${build} --prefix ${prefix})
+    set_tests_properties(package.${copy}.install PROPERTIES
+        FIXTURES_SETUP installed-${copy} FIXTURES_REQUIRED "${ARGN}")
+endfunction()
+
+# consume(copy folder standard rtti): one application against an installed copy.
+function(consume copy folder standard rtti)
+    set(name package.${copy}.${folder})
+    consumer_test(${name} ${folder} -DCMAKE_PREFIX_PATH=${copies}/${copy}
+                  -DCMAKE_CXX_STANDARD=${standard} -DCONSUMER_RTTI=${rtti})
+    set_tests_properties(${name} PROPERTIES FIXTURES_REQUIRED installed-${copy})
+endfunction()
+
+# build_within(copy standard rtti SETTINGS...): an application that builds the library itself.
+function(build_within copy standard rtti)
+    set(name package.${copy}.add_subdirectory)
+    consumer_test(${name} add_subdirectory -DQELMODELS_SOURCE=${PROJECT_SOURCE_DIR} -DQELMODELS_INSTALL=ON
+                  -DCMAKE_CXX_STANDARD=${standard} -DCONSUMER_RTTI=${rtti} ${ARGN})
+    set_tests_properties(${name} PROPERTIES FIXTURES_SETUP built-${copy})
+    installed_copy(${copy} ${copies}/${name} built-${copy})
+endfunction()
+
+installed_copy(static ${CMAKE_BINARY_DIR})
+build_within(shared 20 OFF -DBUILD_SHARED_LIBS=ON)
+build_within(no-rtti 23 ON -DBUILD_SHARED_LIBS=OFF -DQELMODELS_RTTI=OFF)
+
+#       copy     consumer      standard  run-time types
+consume(static   find_package  20        OFF)
+consume(static   pkg_config    23        ON)
+consume(shared   find_package  23        ON)
+consume(shared   pkg_config    20        OFF)
+consume(no-rtti  find_package  20        ON)
+consume(no-rtti  pkg_config    23        OFF)
+
+add_test(NAME package.shared.symbols
+         COMMAND ${PROJECT_SOURCE_DIR}/scripts/exported_symbols.sh
+                 ${copies}/package.shared.add_subdirectory/qelmodels)
+set_tests_properties(package.shared.symbols PROPERTIES FIXTURES_REQUIRED built-shared)

@@ -1,0 +1,438 @@
+// The promise: a representation keeps what was put into it, tells absent from null, finds every key of small
+// and of large dictionaries, compares by value, lives as long as somebody holds a part of it, and can be
+// nested a million deep.
+
+#include <QELModels/Platform/KeyHash.h>
+#include <QELModels/Platform/Representation.h>
+#include <QELModels/Platform/RepresentationBuilder.h>
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <random>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "TestSupport.h"
+
+namespace {
+
+using namespace QELModels;
+using namespace std::string_view_literals;
+using test::CountingZone;
+using Builder = RepresentationBuilder;
+
+const Representation kNull;
+
+Representation array(std::initializer_list<Representation> elements) {
+    return Representation::array(elements);
+}
+Representation dictionary(std::initializer_list<Representation::Member> members) {
+    return Representation::dictionary(members);
+}
+Representation built(const std::function<void(Builder&)>& events) {
+    Builder builder;
+    events(builder);
+    return builder.finish();
+}
+
+/// The members in their order, as "key=value ".
+std::string shown(RepresentationView view) {
+    std::string text;
+    for (const auto [key, value] : view.members())
+        text += std::string(key) + "=" + value.number()->toString() + " ";
+    return text;
+}
+
+TEST(Representation, KindsAnswerForThemselvesOnly) {
+    using Kind = RepresentationView::Kind;
+    struct Row {
+        Representation value;
+        Kind kind;
+        std::size_t size;
+    };
+    const Row rows[] = {
+        {kNull, Kind::null, 0},
+        {nullptr, Kind::null, 0},
+        {5, Kind::number, 0},
+        {true, Kind::number, 0},
+        {2.5, Kind::number, 0},
+        {"text", Kind::string, 0},
+        {array({1, 2}), Kind::array, 2},
+        {dictionary({{"a", 1}}), Kind::dictionary, 1},
+        {array({}), Kind::array, 0},
+        {dictionary({}), Kind::dictionary, 0},
+    };
+    for (const auto& [value, kind, size] : rows) {
+        const RepresentationView view = value;
+        EXPECT_EQ(view.kind(), kind);
+        EXPECT_EQ(view.isNull(), kind == Kind::null);
+        EXPECT_EQ(view.isNumber(), kind == Kind::number);
+        EXPECT_EQ(view.isString(), kind == Kind::string);
+        EXPECT_EQ(view.number().has_value(), kind == Kind::number);
+        EXPECT_EQ(view.text().has_value(), kind == Kind::string);
+        EXPECT_EQ(view.size(), size);
+        EXPECT_EQ(view.elements().size(), view.isArray() ? size : 0);
+        EXPECT_EQ(view.members().size(), view.isDictionary() ? size : 0);
+        EXPECT_EQ(view.valueForKey("a").has_value(), kind == Kind::dictionary && size != 0);
+    }
+    EXPECT_TRUE(Representation(true).view().number()->isBoolean());
+    EXPECT_EQ(Representation("a\0b"sv).view().text(), "a\0b"sv);
+}
+
+TEST(Representation, KeyPathsAndWhatIsAbsent) {
+    const Representation value =
+        dictionary({{"null", nullptr},
+                    {"a", dictionary({{"b", dictionary({{"c", 3}, {"", 4}})}, {"n", nullptr}})},
+                    {"list", array({dictionary({{"c", 5}})})},
+                    {"", dictionary({{"c", 6}})},
+                    {"a.b", 7}});
+    struct Row {
+        const char* path;
+        const char* found;  // "-" for nothing
+    };
+    const Row rows[] = {{"a.b.c", "3"},
+                        {"a.b.", "4"},
+                        {"a.b.d", "-"},
+                        {"a.x.c", "-"},
+                        {"a.b.c.d", "-"},
+                        {"a..c", "-"},
+                        {".c", "6"},
+                        {"null", "null"},
+                        {"null.c", "-"},
+                        {"a.n", "null"},
+                        {"a.n.c", "-"},
+                        {"list.c", "-"},
+                        {"x", "-"},
+                        {"A", "-"},
+                        {"a.b.c.", "-"}};
+    for (const auto& [path, found] : rows) {
+        const auto at = value.view().valueForKeyPath(path);
+        const std::string text = !at ? "-" : at->isNull() ? "null" : at->number()->toString();
+        EXPECT_EQ(text, found) << path;
+    }
+    EXPECT_EQ(value.view().valueForKey("a.b")->number(), Number(7));
+    EXPECT_TRUE(value.view().valueForKey("")->isDictionary());
+}
+
+TEST(Representation, RepeatedKeysKeepTheirPlace) {
+    EXPECT_EQ(shown(dictionary({{"a", 1}, {"b", 2}, {"a", 3}, {"c", 4}, {"b", 5}, {"a", 6}})),
+              "a=6 b=5 c=4 ");
+    const Representation nested = dictionary({{"x", array({1, array({2})})},
+                                              {"y", 1},
+                                              {"x", dictionary({{"k", 1}, {"l", 2}, {"k", array({3, 4})}})},
+                                              {"y", array({5, 6})}});
+    EXPECT_EQ(nested,
+              dictionary({{"x", dictionary({{"k", array({3, 4})}, {"l", 2}})}, {"y", array({5, 6})}}));
+    EXPECT_EQ(nested.view().size(), 2u);
+}
+
+// Sizes around the bound between the two ways of looking up; every third key is repeated; some keys share a
+// hash.
+TEST(Representation, FindsEveryKeyOfEverySize) {
+    std::map<std::uint16_t, std::string> byHash;
+    std::vector<std::string> keys = {"", "a", "ab", "identifier", "identifieR", "xdentifier", "aXc", "aYc"};
+    for (int i = 0; keys.size() < 200; ++i) {
+        const std::string key = "key" + std::to_string(i);
+        const auto [other, isNew] = byHash.emplace(keyHash(key), key);
+        if (isNew) continue;
+        keys.insert(keys.begin(), key);
+        if (std::find(keys.begin(), keys.end(), other->second) == keys.end())
+            keys.insert(keys.begin(), other->second);
+    }
+    for (const std::size_t size : std::initializer_list<std::size_t>{1, 2, 7, 31, 32, 33, 34, 64, 150}) {
+        Builder builder;
+        builder.beginDictionary();
+        std::string order;
+        for (std::size_t i = 0; i < size; ++i) {
+            builder.key(keys[i]);
+            builder.number(i % 3 == 0 ? -1 : static_cast<int>(i));
+            order += keys[i] + "=" + std::to_string(i) + " ";
+        }
+        for (std::size_t i = 0; i < size; i += 3) {
+            builder.key(keys[i]);
+            builder.number(static_cast<int>(i));
+        }
+        builder.endDictionary();
+        const Representation value = builder.finish();
+        ASSERT_EQ(shown(value), order);
+        ASSERT_EQ(value.view().size(), size);
+        for (std::size_t i = 0; i < keys.size(); ++i) {
+            const auto found = value.view().valueForKey(keys[i]);
+            ASSERT_EQ(found.has_value(), i < size) << keys[i];
+            ASSERT_TRUE(!found || found->number() == Number(static_cast<int>(i)));
+        }
+    }
+}
+
+TEST(Representation, KeyHashIsTheSameOnEveryRoad) {
+    static_assert(keyHash("") == keyHash(0, 0, 0));
+    constexpr std::string_view kKeys[] = {
+        "", "i", "id", "url", "name", "title", "flight", "created", "category", "assetAdditional"};
+    constexpr std::uint16_t kHashes[] = {keyHash(kKeys[0]),
+                                         keyHash(kKeys[1]),
+                                         keyHash(kKeys[2]),
+                                         keyHash(kKeys[3]),
+                                         keyHash(kKeys[4]),
+                                         keyHash(kKeys[5]),
+                                         keyHash(kKeys[6]),
+                                         keyHash(kKeys[7]),
+                                         keyHash(kKeys[8]),
+                                         keyHash(kKeys[9])};
+    for (std::size_t i = 0; i < std::size(kKeys); ++i) {
+        const std::string padded = std::string(kKeys[i]) + "\":true,\"xyz";
+        EXPECT_EQ(keyHash(std::string(kKeys[i])), kHashes[i]);
+        EXPECT_EQ(paddedKeyHash(padded.data(), kKeys[i].size()), kHashes[i]);
+        for (std::size_t j = 0; j < i; ++j)
+            EXPECT_NE(kHashes[i], kHashes[j]);
+    }
+}
+
+TEST(Representation, EqualityIsByValue) {
+    const Representation groups[][3] = {
+        {kNull, nullptr, kNull},
+        {1, 1.0, true},
+        {0, -0.0, false},
+        {std::int64_t{1} << 53, 9007199254740992.0, std::uint64_t{1} << 53},
+        {(std::int64_t{1} << 53) + 1, (std::uint64_t{1} << 53) + 1, (std::int64_t{1} << 53) + 1},
+        {"", "", ""},
+        {"1", "1", "1"},
+        {"\u00e6", "\xC3\xA6", "\u00e6"},
+        {array({}), array({}), array({})},
+        {array({1, 2}), array({1.0, 2}), array({true, 2.0})},
+        {array({2, 1}), array({2, 1}), array({2, 1})},
+        {array({1, 2, 3}), array({1, 2, 3}), array({1, 2, 3})},
+        {dictionary({}), dictionary({}), dictionary({})},
+        {dictionary({{"a", 1}, {"b", 2}}),
+         dictionary({{"b", 2}, {"a", 1}}),
+         dictionary({{"a", 0}, {"b", 2}, {"a", 1}})},
+        {dictionary({{"a", 2}, {"b", 1}}),
+         dictionary({{"b", 1}, {"a", 2}}),
+         dictionary({{"a", 2}, {"b", true}})},
+        {dictionary({{"a", 1}, {"c", 2}}),
+         dictionary({{"c", 2}, {"a", 1}}),
+         dictionary({{"a", 1}, {"c", 2}})},
+        {dictionary({{"a", nullptr}}), dictionary({{"a", nullptr}}), dictionary({{"a", nullptr}})},
+        {array({array({dictionary({{"a", array({1})}})})}),
+         array({array({dictionary({{"a", array({1.0})}})})}),
+         array({array({dictionary({{"a", array({true})}})})})},
+        {array({array({dictionary({{"a", array({2})}})})}),
+         array({array({dictionary({{"a", array({2})}})})}),
+         array({array({dictionary({{"a", array({2})}})})})},
+    };
+    for (const auto& group : groups) {
+        for (const auto& other : groups) {
+            for (const Representation& a : group) {
+                for (const Representation& b : other) {
+                    EXPECT_EQ(a == b, &group == &other);
+                    EXPECT_TRUE(a != b || a.view().hash() == b.view().hash());
+                }
+            }
+        }
+    }
+    EXPECT_EQ(array({5, 6}).view().hash(), array({7, 8}).view().hash());
+    EXPECT_NE(array({5, 6}).view().hash(), array({5}).view().hash());
+    EXPECT_NE(Representation("a").view().hash(), Representation("b").view().hash());
+}
+
+// A dictionary against a list of pairs that does the same the plain way.
+RC_GTEST_PROP(Representation, KeepsMembersLikeAList, (std::uint64_t seed)) {
+    std::mt19937_64 random(seed);
+    const std::size_t size = random() % 80;
+    const std::size_t keys = 1 + random() % 60;
+    std::vector<std::pair<std::string, int>> expected;
+    Builder builder;
+    builder.beginDictionary();
+    for (std::size_t i = 0; i < size; ++i) {
+        const std::string key(random() % keys / 3, static_cast<char>('a' + random() % 3));
+        const int value = static_cast<int>(i);
+        const auto known =
+            std::find_if(expected.begin(), expected.end(), [&](auto& pair) { return pair.first == key; });
+        if (known != expected.end())
+            known->second = value;
+        else
+            expected.emplace_back(key, value);
+        builder.key(key);
+        if (i % 4 != 0) {
+            builder.number(value);
+            continue;
+        }
+        builder.beginArray();
+        builder.number(value);
+        builder.endArray();
+    }
+    builder.endDictionary();
+    const Representation built = builder.finish();
+    RC_ASSERT(built.view().size() == expected.size());
+    auto member = built.view().members().begin();
+    for (const auto& [key, value] : expected) {
+        RC_ASSERT((*member).key == key);
+        const auto found = built.view().valueForKey(key);
+        RC_ASSERT(found && found->node() == (*member).value.node());
+        RC_ASSERT((value % 4 == 0 ? *found->elements().begin() : *found).number() == Number(value));
+        ++member;
+    }
+}
+
+TEST(Representation, TextsAreWellFormed) {
+    for (const char* bad : {"\x80",
+                            "a\xC3",
+                            "\xC0\x80",
+                            "\xE2\x82",
+                            "\xF4\x90\x80\x80",
+                            "\xFF",
+                            "\xED\xA0",
+                            "ok\xE2\x28\xA1"}) {
+        EXPECT_THROW(Representation{bad}, std::invalid_argument) << bad;
+        EXPECT_THROW(dictionary({{bad, 1}}), std::invalid_argument) << bad;
+        EXPECT_THROW(built([&](Builder& builder) { builder.string("a" + std::string(bad)); }),
+                     std::invalid_argument);
+    }
+    const std::string high = "\xED\xA0\xBD";
+    const std::string low = "\xED\xB8\x80";
+    struct Row {
+        std::string given, kept;
+    };
+    const Row rows[] = {
+        {high, high},
+        {low + high, low + high},
+        {high + low, "\U0001F600"},
+        {"a" + high + low + "b" + high + high + low + low, "a\U0001F600b" + high + "\U0001F600" + low}};
+    for (const auto& [given, kept] : rows) {
+        EXPECT_EQ(Representation(given).view().text(), kept);
+        EXPECT_TRUE(dictionary({{given, 1}}).view().valueForKey(kept));
+    }
+}
+
+TEST(RepresentationBuilder, RefusesEventsOutOfOrder) {
+    const std::function<void(Builder&)> mistakes[] = {
+        [](Builder&) {},
+        [](Builder& b) { b.null(), b.null(); },
+        [](Builder& b) { b.key("a"); },
+        [](Builder& b) { b.endArray(); },
+        [](Builder& b) { b.endDictionary(); },
+        [](Builder& b) { b.beginArray(); },
+        [](Builder& b) { b.beginArray(), b.key("a"); },
+        [](Builder& b) { b.beginArray(), b.endDictionary(); },
+        [](Builder& b) { b.beginArray(), b.endArray(), b.endArray(); },
+        [](Builder& b) { b.beginArray(), b.endArray(), b.beginArray(), b.endArray(); },
+        [](Builder& b) { b.beginDictionary(), b.null(); },
+        [](Builder& b) { b.beginDictionary(), b.endArray(); },
+        [](Builder& b) { b.beginDictionary(), b.key("a"), b.key("b"); },
+        [](Builder& b) { b.beginDictionary(), b.key("a"), b.endDictionary(); },
+        [](Builder& b) { b.beginDictionary(), b.key("a"), b.null(), b.null(); },
+        [](Builder& b) { b.beginDictionary(), b.key("a"), b.beginArray(), b.endArray(), b.beginArray(); },
+    };
+    for (const auto& events : mistakes)
+        EXPECT_THROW(built(events), std::logic_error) << &events - mistakes;
+}
+
+TEST(Representation, LivesAsLongAsAPartOfItIsHeld) {
+    CountingZone zone;
+    {
+        Representation kept;
+        Representation wrapper;
+        {
+            Builder builder(&zone);
+            builder.beginDictionary();
+            builder.key("list");
+            builder.beginArray();
+            for (int i = 0; i < 100; ++i)
+                builder.string("element " + std::to_string(i));
+            builder.endArray();
+            builder.key("small");
+            builder.string("a text of its own");
+            builder.endDictionary();
+            const Representation document = builder.finish();
+            kept = Representation(*document.view().valueForKey("list"));
+            wrapper = array({kept, Representation(*document.view().valueForKey("small")), kept});
+        }
+        const std::size_t all = zone.bytes();
+        EXPECT_GT(all, 0u);
+        EXPECT_EQ((*kept.view().elements().begin()).text(), "element 0");
+        kept = kNull;
+        EXPECT_EQ(zone.bytes(), all) << "the wrapper still links to the list";
+        EXPECT_EQ((*wrapper.view().elements().begin()).size(), 100u);
+        const Representation small(*++wrapper.view().elements().begin());
+        wrapper = kNull;
+        EXPECT_EQ(small.view().text(), "a text of its own");
+    }
+    EXPECT_EQ(zone.pieces(), 0u);
+}
+
+constexpr std::size_t kDeep = 1'000'000;
+
+Representation builtDeep(int innermost) {
+    Builder builder;
+    for (std::size_t i = 0; i < kDeep / 2; ++i) {
+        builder.beginArray();
+        builder.beginDictionary();
+        builder.key("a");
+    }
+    builder.number(innermost);
+    for (std::size_t i = 0; i < kDeep / 2; ++i) {
+        builder.endDictionary();
+        builder.endArray();
+    }
+    return builder.finish();
+}
+
+Representation wrappedDeep(int innermost) {
+    Representation value = innermost;
+    for (std::size_t i = 0; i < kDeep / 2; ++i)
+        value = array({dictionary({{"a", value}})});
+    return value;
+}
+
+TEST(Representation, NestsAMillionDeep) {
+    const Representation built = builtDeep(1);
+    const Representation wrapped = wrappedDeep(1);
+    EXPECT_EQ(built, wrapped);
+    EXPECT_NE(wrapped, builtDeep(2));
+    EXPECT_EQ(built.view().hash(), wrapped.view().hash());
+    RepresentationView innermost = wrapped;
+    while (!innermost.isNumber())
+        innermost = *(*innermost.elements().begin()).valueForKey("a");
+    EXPECT_EQ(innermost.number(), Number(1));
+}
+
+// Whatever fails on the way, nothing stays behind.
+TEST(RepresentationBuilder, SurvivesFailingAllocations) {
+    const Representation large = built([](Builder& builder) {
+        builder.beginArray();
+        for (int i = 0; i < 100; ++i)
+            builder.string("a text of the linked value");
+        builder.endArray();
+    });
+    for (std::size_t failAt = 0;; ++failAt) {
+        CountingZone zone(failAt);
+        try {
+            Builder builder(&zone);
+            builder.beginDictionary();
+            for (int i = 0; i < 300; ++i) {
+                builder.key("key " + std::to_string(i % 200));
+                builder.beginArray();
+                builder.string(std::string(100, 'x'));
+                builder.representation(large);
+                builder.endArray();
+            }
+            builder.endDictionary();
+            const Representation value = builder.finish();
+            EXPECT_EQ(value.view().size(), 200u);
+
+            BlockWriter writer(64, &zone);
+            const RepresentationNode* copy = copyRepresentation(value, writer);
+            EXPECT_EQ(RepresentationView::at(copy, writer.block()), value.view());
+            EXPECT_GT(failAt, 8u);
+            return;
+        } catch (const std::bad_alloc&) {
+            EXPECT_EQ(zone.pieces(), 0u) << failAt;
+        }
+    }
+}
+
+}  // namespace

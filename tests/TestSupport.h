@@ -1,0 +1,167 @@
+#pragma once
+
+// The words in which the tests of the models speak: documents as JSON, records and values as short texts.
+
+#include <cstddef>
+#include <cstdlib>
+#include <map>
+#include <new>
+#include <ostream>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "JSON/JSONReader.h"
+#include "JSON/JSONWriter.h"
+#include "QELModels/Mappers/QELMapperProtocol.h"
+#include "QELModels/Models/QELAsset.h"
+#include "QELModels/Models/QELBaseModel.h"
+#include "QELModels/Platform/Clock.h"
+#include "QELModels/Platform/Log.h"
+#include "QELModels/Transformers/QELValueTransformerRegistry.h"
+
+namespace QELModels::test {
+
+inline Representation json(std::string_view text) {
+    JSONError error;
+    auto read = representationFromJSON(text, &error);
+    if (!read) throw std::invalid_argument(std::string(text) + ": " + error.reason);
+    return *read;
+}
+
+template <class Model>
+Ref<Model> mapped(std::string_view text, const FEMOptions& options = {}) {
+    return mappedObject<Model>(json(text), options);
+}
+inline Ref<QELAsset> assetFrom(std::string_view text) {
+    return mapped<QELAsset>(text);
+}
+
+/// A value as a short text, in which every kind looks different: 1, true, "text", <url>, @date, #(colour),
+/// raw JSON, `QELAsset` for a record and `[2]` for a list of two.
+inline std::string show(const Value& value) {
+    switch (value.kind()) {
+        case Value::Kind::null:
+            return "null";
+        case Value::Kind::number:
+            if (value.number()->isBoolean()) return value.number()->boolValue() ? "true" : "false";
+            return value.number()->toString();
+        case Value::Kind::text:
+            return '"' + std::string(*value.text()) + '"';
+        case Value::Kind::url:
+            return '<' + std::string(value.url()->text()) + '>';
+        case Value::Kind::date:
+            return '@' + Number(secondsSince1970(*value.date())).toString();
+        case Value::Kind::color: {
+            const Color color = *value.color();
+            const auto part = [](double component) { return Number(component * 255).toString(); };
+            return "#(" + part(color.red) + ' ' + part(color.green) + ' ' + part(color.blue) + ' ' +
+                   Number(color.alpha).toString() + ')';
+        }
+        case Value::Kind::representation:
+            return jsonFromRepresentation(*value.representation());
+        case Value::Kind::record:
+            return std::string(value.record()->isa().name());
+        case Value::Kind::list:
+            return '[' + std::to_string(value.list()->size()) + ']';
+    }
+    return "?";
+}
+
+/// What stands at the end of a path such as "assetAdditional.chapters[2].title", read by property names.
+inline Value at(const Object& record, std::string_view path) {
+    const std::size_t end = path.find_first_of(".[");
+    const Property* property = record.isa().property(path.substr(0, end));
+    if (property == nullptr) throw std::invalid_argument("no property at " + std::string(path));
+    const Value value = property->value(record);
+    if (end == std::string_view::npos || value.isNull()) return value;
+    if (path[end] == '.') return at(*value.record(), path.substr(end + 1));
+    const auto index = static_cast<std::size_t>(std::atoi(path.data() + end + 1));
+    const Object* element = value.list()->objects()[index];
+    const std::size_t dot = path.find('.', end);
+    return dot == std::string_view::npos ? Value(element) : at(*element, path.substr(dot + 1));
+}
+inline std::string showAt(const Object& record, std::string_view path) {
+    return show(at(record, path));
+}
+
+/// Hands out memory and knows all that is still out; fails at a request of choice.
+class CountingZone final : public Zone {
+public:
+    static constexpr std::size_t kNever = static_cast<std::size_t>(-1);
+    explicit CountingZone(std::size_t failAt = kNever) : failAt_(failAt) {}
+
+    void* allocate(std::size_t bytes) override {
+        if (requests_++ == failAt_) throw std::bad_alloc();
+        void* memory = std::malloc(bytes);
+        sizes_[memory] = bytes;
+        bytes_ += bytes;
+        return memory;
+    }
+    void deallocate(void* memory, std::size_t bytes) noexcept override {
+        const auto out = sizes_.find(memory);
+        if (out == sizes_.end() || out->second != bytes) std::abort();
+        bytes_ -= bytes;
+        sizes_.erase(out);
+        std::free(memory);
+    }
+    std::size_t requests() const { return requests_; }
+    std::size_t pieces() const { return sizes_.size(); }
+    std::size_t bytes() const { return bytes_; }
+
+private:
+    std::size_t failAt_;
+    std::size_t requests_ = 0;
+    std::size_t bytes_ = 0;
+    std::map<void*, std::size_t> sizes_;
+};
+
+/// Takes the lines of the log while it lives.
+class LogLines {
+public:
+    LogLines() {
+        Log::setSink([this](std::string_view line) { lines.emplace_back(line); });
+    }
+    ~LogLines() { Log::setSink({}); }
+    std::vector<std::string> lines;
+};
+
+/// The clock stands still while it lives.
+class StoppedClock {
+public:
+    explicit StoppedClock(double seconds) {
+        Clock::setSource([seconds] { return dateFromSecondsSince1970(seconds); });
+    }
+    ~StoppedClock() { Clock::setSource({}); }
+};
+
+/// Answers a text of its own for whatever it is given.
+class Stamp final : public ValueTransformer {
+public:
+    explicit Stamp(std::string text) : text_(std::move(text)) {}
+    Value::Kind transformedValueClass() const noexcept override { return Value::Kind::text; }
+    Value transformedValue(std::optional<RepresentationView>) const override { return Value::text(text_); }
+
+private:
+    std::string text_;
+};
+
+/// Puts another transformer under a name while it lives; null takes the name away.
+class Replaced {
+public:
+    Replaced(std::string_view name, const ValueTransformer* transformer)
+        : name_(name), former_(valueTransformerForName(name)) {
+        registerValueTransformer(transformer, name);
+    }
+    ~Replaced() { registerValueTransformer(former_, name_); }
+    Replaced(const Replaced&) = delete;
+    Replaced& operator=(const Replaced&) = delete;
+
+private:
+    std::string_view name_;
+    const ValueTransformer* former_;
+};
+
+}  // namespace QELModels::test

@@ -1,0 +1,228 @@
+// Named transformers convert raw values, each in its own way. A registered name may get another one at any
+// time: asset and category titles follow at once, all other records when their mapping is built.
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "QELModels/Mapping/FEMDeserializer.h"
+#include "QELModels/Models/QELSeason.h"
+#include "QELModels/Platform/MappingFault.h"
+#include "QELModels/Transformers/QELHTMLTransformer.h"
+#include "QELModels/Transformers/QELNSURLTransformer.h"
+#include "QELModels/Transformers/QELTimestampTransformer.h"
+#include "QELModels/Transformers/QELUIColorTransformer.h"
+#include "tests/TestSupport.h"
+
+namespace QELModels::test {
+namespace {
+
+std::string transformed(std::string_view name, std::string_view text) {
+    return show(valueTransformerForName(name)->transformedValue(json(text)));
+}
+
+TEST(Transformers, convertWhatTheyAcceptAndRefuseTheRest) {
+    const struct {
+        std::string_view name, text, shown;
+    } rows[] = {
+        {"QELHTMLTransformer", R"("<p>a&lt;b</p> ")", R"("a<b ")"},
+        {"QELHTMLTransformer", R"("plain")", R"("plain")"},
+        {"QELHTMLTransformer", R"("")", R"("")"},
+        {"QELHTMLTransformer", "null", "null"},
+        {"QELHTMLTransformer", "12", "null"},
+        {"QELHTMLTransformer", R"(["a"])", "null"},
+        {"QELNSURLTransformer", R"("https://a.example/b?c#d")", "<https://a.example/b?c#d>"},
+        {"QELNSURLTransformer", R"("a b")", "null"},
+        {"QELNSURLTransformer", "7", "null"},
+        {"QELNSURLTransformer", "null", "null"},
+        {"QELTimestampTransformer", "0", "@0"},
+        {"QELTimestampTransformer", "1.5", "@1.5"},
+        {"QELTimestampTransformer", "true", "@1"},
+        {"QELTimestampTransformer", "1420070400000", "@1420070400000"},
+        {"QELTimestampTransformer", R"("0")", "null"},
+        {"QELTimestampTransformer", "null", "null"},
+        {"QELTimestampTransformer", "{}", "null"},
+        {"QELUIColorTransformer", R"("#ff0000")", "#(255 0 0 1)"},
+        {"QELUIColorTransformer", R"("#12 345")", "#(18 52 5 1)"},
+        {"QELUIColorTransformer", R"("ff0000")", "null"},
+        {"QELUIColorTransformer", R"("#ff00000")", "null"},
+        {"QELUIColorTransformer", "null", "null"},
+    };
+    LogLines log;
+    for (const auto& [name, text, shown] : rows)
+        EXPECT_EQ(transformed(name, text), shown) << name << ' ' << text;
+    EXPECT_EQ(log.lines, std::vector<std::string>{"Unable to transform URL a b"});
+    for (const char* text : {"1", "[]", "{}", "true"})
+        EXPECT_THROW(transformed(kQELUIColorTransformer, text), MappingFault) << text;
+}
+
+TEST(Transformers, sayWhatTheyOffer) {
+    const struct {
+        std::string_view name;
+        Value::Kind kind;
+        bool reverses;
+    } rows[] = {{kQELHTMLTransformer, Value::Kind::text, false},
+                {kQELNSURLTransformer, Value::Kind::url, true},
+                {kQELTimestampTransformer, Value::Kind::date, false},
+                {kQELUIColorTransformer, Value::Kind::color, false}};
+    const Value url = Value::url(*URLView::parse("http://a.example/x"));
+    for (const auto& [name, kind, reverses] : rows) {
+        const ValueTransformer& transformer = *valueTransformerForName(name);
+        EXPECT_EQ(transformer.transformedValueClass(), kind) << name;
+        EXPECT_EQ(transformer.allowsReverseTransformation(), reverses) << name;
+        EXPECT_TRUE(transformer.transformedValue(std::nullopt).isNull()) << name;
+        EXPECT_EQ(show(transformer.reverseTransformedValue(url)),
+                  reverses ? R"("http://a.example/x")" : "null")
+            << name;
+        for (const Value& other : {Value(), Value::text("http://a.example/x"), Value(Number(1))})
+            EXPECT_TRUE(transformer.reverseTransformedValue(other).isNull()) << name;
+    }
+}
+
+TEST(Registry, givesTheNewestOfANameAndNothingForOthers) {
+    EXPECT_EQ(valueTransformerForName("nobody"), nullptr);
+    EXPECT_EQ(valueTransformerForName(""), nullptr);
+    setValueTransformer(std::make_unique<Stamp>("one"), "stamp");
+    const ValueTransformer* one = valueTransformerForName(std::string("sta") + "mp");
+    setValueTransformer(std::make_unique<Stamp>("two"), "stamp");
+    EXPECT_EQ(transformed("stamp", "1"), R"("two")");
+    EXPECT_EQ(show(one->transformedValue({})), R"("one")") << "a replaced transformer lives on";
+    EXPECT_EQ(valueTransformerForName("stam"), nullptr);
+    setValueTransformer(nullptr, "stamp");
+    EXPECT_EQ(valueTransformerForName("stamp"), nullptr);
+    setValueTransformer(std::make_unique<Stamp>("three"), "stamp");
+    EXPECT_EQ(transformed("stamp", "1"), R"("three")");
+    setValueTransformer(nullptr, "stamp");
+}
+
+// Every use of a transformer in the models: what a mapping makes that was built before another transformer
+// took the name, shown after it did.
+TEST(Registry, isAskedAtEachValueByAssetsAndByCategoryTitlesOnly) {
+    static const Stamp stamp("stamped");
+    const struct {
+        FEMMapping mapping;
+        std::string_view text, path, name, shown;
+    } rows[] = {
+        {QELAsset::defaultMapping(), R"({"title": "t"})", "title", kQELHTMLTransformer, "new"},
+        {QELAsset::defaultMapping(), R"({"titleFront": "t"})", "titleFront", kQELHTMLTransformer, "new"},
+        {QELAsset::defaultMapping(),
+         R"({"description": "t"})",
+         "assetDescription",
+         kQELHTMLTransformer,
+         "new"},
+        {QELAsset::defaultMapping(),
+         R"({"descriptionFront": "t"})",
+         "assetDescriptionFront",
+         kQELHTMLTransformer,
+         "new"},
+        {QELAsset::defaultMapping(), R"({"articleUrl": "t:"})", "articleUrl", kQELNSURLTransformer, "none"},
+        {QELAsset::defaultMapping(), R"({"created": 1})", "createdAt", kQELTimestampTransformer, "none"},
+        {QELAsset::defaultMapping(), R"({"updated": 1})", "updatedAt", kQELTimestampTransformer, "none"},
+        {QELAsset::defaultMapping(), R"({"published": 1})", "publishedAt", kQELTimestampTransformer, "none"},
+        {QELAsset::defaultMapping(),
+         R"({"category": {"title": "t"}})",
+         "category.title",
+         kQELHTMLTransformer,
+         "new"},
+        {QELCategory::defaultMapping(), R"({"title": "t"})", "title", kQELHTMLTransformer, "new"},
+        {QELCategory::defaultMapping(),
+         R"({"additional": {"description": "t"}})",
+         "additional.categoryDescription",
+         kQELHTMLTransformer,
+         "old"},
+        {QELCategory::defaultMapping(),
+         R"({"additional": {"backgroundColor": "#000000"}})",
+         "additional.backgroundColor",
+         kQELUIColorTransformer,
+         "old"},
+        {QELCategory::defaultMapping(),
+         R"({"additional": {"image": "t:"}})",
+         "additional.image",
+         kQELNSURLTransformer,
+         "old"},
+        {QELCategory::defaultMapping(),
+         R"({"additional": {"playerBranding": {"link": "t:"}}})",
+         "additional.playerBranding.link",
+         kQELNSURLTransformer,
+         "old"},
+        {QELAsset::defaultMapping(),
+         R"({"images": {"main": "t:"}})",
+         "images.main",
+         kQELNSURLTransformer,
+         "old"},
+        {QELAsset::defaultMapping(),
+         R"({"streamUrls": {"mp4": "t:"}})",
+         "streamUrls.mp4",
+         kQELNSURLTransformer,
+         "old"},
+        {QELAsset::defaultMapping(),
+         R"({"flightTimes": {"end": 1}})",
+         "flightTimes.flightEnd",
+         kQELTimestampTransformer,
+         "old"},
+        {QELAsset::defaultMapping(),
+         R"({"additional": {"chapters": [{"title": "t"}]}})",
+         "assetAdditional.chapters[0].title",
+         kQELHTMLTransformer,
+         "old"},
+        {QELAsset::defaultMapping(),
+         R"({"additional": {"chapters": [{"description": "t"}]}})",
+         "assetAdditional.chapters[0].chapterDescription",
+         kQELHTMLTransformer,
+         "old"},
+        {QELAsset::defaultMapping(),
+         R"({"additional": {"subtitles": [{"url": "t:"}]}})",
+         "assetAdditional.subtitles[0].url",
+         kQELNSURLTransformer,
+         "old"},
+        {QELSeason::defaultMapping(), R"({"title": "t"})", "title", kQELHTMLTransformer, "old"},
+        {QELSeason::defaultMapping(),
+         R"({"assets": [{"title": "t"}]})",
+         "assets[0].title",
+         kQELHTMLTransformer,
+         "new"},
+    };
+    for (const auto& row : rows) {
+        const auto made = [&] {
+            return showAt(*FEMDeserializer::objectFromRepresentation(json(row.text), row.mapping), row.path);
+        };
+        const std::string old = made();
+        ASSERT_NE(old, "null") << row.text;
+        {
+            const Replaced replaced(row.name, &stamp);
+            // A stamp is a text, which a property for something else does not take.
+            EXPECT_EQ(made(),
+                      row.shown == "old"   ? old
+                      : row.shown == "new" ? R"("stamped")"
+                                           : "null")
+                << row.text;
+        }
+        {
+            const Replaced taken(row.name, nullptr);
+            EXPECT_EQ(made(), row.shown == "old" ? old : "null") << row.text;
+            const auto& rules = row.mapping.rules();
+            const FEMMapping built = FEMMapping(rules);
+            EXPECT_EQ(showAt(*FEMDeserializer::objectFromRepresentation(json(row.text), built), row.path),
+                      "null")
+                << row.text << " without a transformer when the mapping was built";
+        }
+        EXPECT_EQ(made(), old) << row.text;
+    }
+}
+
+TEST(Registry, letsARecordKeepWhatARuleTookFromAnother) {
+    FEMMapping mapping(QELAsset::objectClass);
+    mapping.addAttribute(FEMAttribute::mappingOfProperty("title", "t", [](RepresentationView value) {
+        const auto season = mappedObject<QELSeason>(Representation{{"title", Representation(value)}});
+        return season->isa().property("title")->value(*season);
+    }));
+    const auto asset = FEMDeserializer::objectFromRepresentation(json(R"({"t": "&lt;lent"})"), mapping);
+    EXPECT_EQ(showAt(*asset, "title"), R"("<lent")");
+}
+
+}  // namespace
+}  // namespace QELModels::test
