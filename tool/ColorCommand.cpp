@@ -1,0 +1,28 @@
+#include <string>
+#include <vector>
+
+#include "JSON/JSONFromValue.h"
+#include "QELModels/Categories/UIColor+QELUtils.h"
+#include "tool/CommandLine.h"
+#include "tool/Commands.h"
+
+namespace QELModels::inline QELMODELS_ABI::tool {
+
+namespace {
+
+ExitStatus run(const std::vector<std::string>& arguments, Output& output) {
+    if (arguments.empty()) throw UsageError("HEX is required");
+    for (const std::string& text : arguments) {
+        const auto color = QELUtils::colorFromRGBHexString(text);
+        output.write(jsonFromValue(color ? Value(*color) : Value()) + '\n');
+    }
+    return ExitStatus::success;
+}
+
+}  // namespace
+
+void addColorCommand(CommandLine& commandLine) {
+    commandLine.addPlain("color", "HEX...", "Colours such as \"#1B3A4B\", one JSON value a line", run);
+}
+
+}  // namespace QELModels::inline QELMODELS_ABI::tool

@@ -1,0 +1,162 @@
+#include "tool/Display.h"
+
+#include <algorithm>
+#include <array>
+#include <deque>
+
+#include "QELModels/Platform/Text.h"
+
+namespace QELModels::inline QELMODELS_ABI::tool {
+
+namespace {
+
+constexpr std::string_view kCut = "...";
+constexpr std::string_view kSoftHyphen = "\xC2\xAD";  // shows only where a line breaks
+// An excerpt fits an 80-column terminal, and shows more of what follows the place than of what precedes it.
+constexpr std::size_t kColumnsBefore = 32;
+constexpr std::size_t kColumnsFrom = 40;
+
+constexpr char32_t kReplacement = 0xFFFD;
+constexpr char32_t kControlPictures = 0x2400;
+constexpr char32_t kDeletePicture = 0x2421;
+constexpr char32_t kDelete = 0x7F;
+
+struct Range {
+    char32_t first, last;
+};
+template <std::size_t N>
+bool isIn(const std::array<Range, N>& ranges, char32_t character) {
+    return std::any_of(ranges.begin(), ranges.end(), [character](const Range& range) {
+        return range.first <= character && character <= range.last;
+    });
+}
+
+// Marks that combine with the character before them, and marks that show nothing.
+constexpr std::array<Range, 6> kNoWidth{{{0x300, 0x36F},
+                                         {0x200B, 0x200F},
+                                         {0x202A, 0x202E},
+                                         {0x20D0, 0x20FF},
+                                         {0xFE00, 0xFE0F},
+                                         {0xFEFF, 0xFEFF}}};
+// Scripts and pictures that terminals show two columns wide.
+constexpr std::array<Range, 8> kDoubleWidth{{{0x1100, 0x115F},
+                                             {0x2E80, 0xA4CF},
+                                             {0xAC00, 0xD7A3},
+                                             {0xF900, 0xFAFF},
+                                             {0xFE30, 0xFE6F},
+                                             {0xFF00, 0xFF60},
+                                             {0x1F300, 0x1FAFF},
+                                             {0x20000, 0x3FFFD}}};
+
+// Marks that make a terminal show the text around them in another order.
+bool isDirection(char32_t character) {
+    return (character >= 0x202A && character <= 0x202E) || (character >= 0x2066 && character <= 0x2069);
+}
+
+char32_t visible(char32_t character) {
+    if (character < ' ') return kControlPictures + character;
+    if (character == kDelete) return kDeletePicture;
+    const bool isControl = character >= 0x80 && character < 0xA0;
+    const bool isHalf = character >= 0xD800 && character < 0xE000;
+    return isControl || isHalf || isDirection(character) ? kReplacement : character;
+}
+
+std::size_t widthOf(char32_t character) {
+    if (character < kNoWidth.front().first) return 1;
+    if (isIn(kNoWidth, character)) return 0;
+    return isIn(kDoubleWidth, character) ? 2 : 1;
+}
+
+bool isContinuation(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
+}
+
+// How many bytes the well-formed character takes that a text begins with; 0 when there is none.
+std::size_t lengthOf(std::string_view text) {
+    for (std::size_t length = 1; length <= std::min(text.size(), Text::kMaxCharacterBytes); ++length)
+        if (Text::isWellFormed(text.substr(0, length))) return length;
+    return 0;
+}
+
+char32_t decoded(std::string_view character) {
+    const std::u16string units = Text::toUTF16(character);
+    return units.size() == 1 ? units[0] : Text::joined(char32_t{units[0]}, char32_t{units[1]});
+}
+
+}  // namespace
+
+Character firstCharacter(std::string_view text) {
+    const std::size_t length = lengthOf(text);
+    const char32_t character = visible(length == 0 ? kReplacement : decoded(text.substr(0, length)));
+    std::array<char, Text::kMaxCharacterBytes> bytes{};
+    const std::size_t size = Text::encode(character, bytes.data());
+    return {std::string(bytes.data(), size), widthOf(character), std::max<std::size_t>(length, 1)};
+}
+
+Shown shown(std::string_view text, std::size_t columns) {
+    Shown result;
+    std::size_t cutSize = 0, cutWidth = 0;  // as much as leaves room for the sign that it is cut
+    while (!text.empty()) {
+        Character character = firstCharacter(text);
+        const char byte = text.front();
+        if (character.text == kSoftHyphen) character = {"", 0, character.bytes};
+        if (byte == '\n' || byte == '\r' || byte == '\t') character.text = " ";
+        text.remove_prefix(character.bytes);
+        if (result.width + character.width > columns) {
+            result.text.resize(cutSize);
+            result.text += kCut;
+            return {result.text, cutWidth + kCut.size()};
+        }
+        result.text += character.text;
+        result.width += character.width;
+        if (result.width + kCut.size() <= columns) {
+            cutSize = result.text.size();
+            cutWidth = result.width;
+        }
+    }
+    return result;
+}
+
+std::string excerpt(std::string_view text, std::size_t offset) {
+    offset = std::min(offset, text.size());
+    const std::size_t before = text.substr(0, offset).rfind('\n');
+    const std::size_t begin = before == std::string_view::npos ? 0 : before + 1;
+    std::size_t end = std::min(text.find('\n', offset), text.size());
+    if (end > offset && text[end - 1] == '\r') --end;
+
+    // Lines may be as long as the document: what cannot be shown is not looked at.
+    std::size_t start = begin;
+    if (offset - begin > kColumnsBefore * Text::kMaxCharacterBytes) {
+        start = offset - kColumnsBefore * Text::kMaxCharacterBytes;
+        while (start < offset && isContinuation(text[start]))
+            ++start;
+    }
+    bool isCutBefore = start != begin;
+    std::deque<Character> left;
+    std::size_t leftWidth = 0;
+    for (std::size_t at = start; at < offset; at += left.back().bytes) {
+        left.push_back(firstCharacter(text.substr(at, offset - at)));
+        leftWidth += left.back().width;
+    }
+    for (; leftWidth > kColumnsBefore; left.pop_front()) {
+        leftWidth -= left.front().width;
+        isCutBefore = true;
+    }
+
+    std::string line(isCutBefore ? kCut : "");
+    std::string caretLine(line.size() + leftWidth, ' ');
+    for (const Character& character : left)
+        line += character.text;
+    const std::size_t last = std::min(end, offset + kColumnsFrom * Text::kMaxCharacterBytes);
+    for (std::size_t width = 0; offset < last;) {
+        const Character character = firstCharacter(text.substr(offset, end - offset));
+        width += character.width;
+        if (width > kColumnsFrom) break;
+        line += character.text;
+        offset += character.bytes;
+    }
+    if (offset < end) line += kCut;
+    return line + '\n' + caretLine + '^';
+}
+
+}  // namespace QELModels::inline QELMODELS_ABI::tool

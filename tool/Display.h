@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "QELModels/Platform/Export.h"
+
+namespace QELModels::inline QELMODELS_ABI::tool {
+
+/// One character of any text, as a terminal may show it.
+struct Character {
+    std::string text;       ///< control characters and what is no UTF-8 have a visible sign in their place
+    std::size_t width = 0;  ///< columns that it takes: 0, 1 or 2
+    std::size_t bytes = 0;  ///< of the original
+};
+
+/// The first character of a text that is not empty.
+Character firstCharacter(std::string_view text);
+
+/// A text that a terminal can show on one line: blanks for line breaks and tabs, signs for what cannot be
+/// shown.
+struct Shown {
+    std::string text;
+    std::size_t width = 0;  ///< in columns
+};
+/// A text cut to `columns`, with "..." at its end where something was cut off.
+Shown shown(std::string_view text, std::size_t columns);
+
+/// The line of `text` around the byte at `offset`, cut to fit a terminal, and below it a caret under that
+/// byte.
+std::string excerpt(std::string_view text, std::size_t offset);
+
+}  // namespace QELModels::inline QELMODELS_ABI::tool

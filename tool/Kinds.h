@@ -1,0 +1,38 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "QELModels/Mapping/FEMDeserializer.h"
+#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/Representation.h"
+#include "QELModels/Platform/Value.h"
+
+namespace QELModels::inline QELMODELS_ABI::tool {
+
+/// A kind of document, and the mapper for it.
+struct Kind {
+    /// Maps a document as an application does; throws `MappingFault`. An empty key path means the kind's own.
+    using Map = Value (*)(RepresentationView document, std::string_view keyPath, const FEMOptions& options);
+
+    std::string_view name;
+    const FEMRules* rules;     ///< of the record, or of the page's records
+    std::string_view keyPath;  ///< where a page has its list; empty for a single record
+    bool takesKeyPath;         ///< whether its mapper can look elsewhere
+    Map map;
+
+    bool isPage() const noexcept { return !keyPath.empty(); }
+};
+
+/// All kinds, in the order in which they are listed for people.
+std::span<const Kind> kinds() noexcept;
+
+/// Their names, for people.
+std::string kindNames();
+
+/// The kind of that name; throws `UsageError` when there is none.
+const Kind& kindNamed(std::string_view name);
+
+}  // namespace QELModels::inline QELMODELS_ABI::tool

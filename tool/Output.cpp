@@ -1,0 +1,58 @@
+#include "tool/Output.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstddef>
+#include <cstdlib>
+#include <system_error>
+
+namespace QELModels::inline QELMODELS_ABI::tool {
+
+namespace {
+
+constexpr std::size_t kMuch = std::size_t{1} << 20;
+
+// The error, or 0 when all has been written.
+int writeAll(int file, std::string_view text) {
+    while (!text.empty()) {
+        const ssize_t written = ::write(file, text.data(), text.size());
+        if (written >= 0)
+            text.remove_prefix(static_cast<std::size_t>(written));
+        else if (errno != EINTR)
+            return errno;
+    }
+    return 0;
+}
+
+bool isSet(const char* variable) {
+    const char* value = std::getenv(variable);
+    return value != nullptr && *value != '\0';
+}
+
+}  // namespace
+
+void Output::write(std::string_view text) {
+    waiting_ += text;
+    if (waiting_.size() >= kMuch) flush();
+}
+
+void Output::flush() {
+    const int error = writeAll(STDOUT_FILENO, waiting_);
+    waiting_.clear();
+    if (error == EPIPE) throw ClosedPipe();
+    if (error != 0) throw OutputFailure("cannot write: " + std::generic_category().message(error));
+}
+
+bool Output::isColored() {
+    const char* terminal = std::getenv("TERM");
+    const bool isDumb = terminal == nullptr || std::string_view(terminal) == "dumb";
+    return !isSet("NO_COLOR") && !isDumb && ::isatty(STDOUT_FILENO) == 1;
+}
+
+void report(std::string message) {
+    message += '\n';
+    writeAll(STDERR_FILENO, message);  // there is nobody left to tell if this fails
+}
+
+}  // namespace QELModels::inline QELMODELS_ABI::tool
