@@ -180,6 +180,12 @@ public:
         }
     }
 
+    void page(const FEMRules& rules, std::optional<RepresentationView> value, const std::string& pointer) {
+        if (!value || !value->isArray()) return tell(pointer, nullptr, value, false);
+        list(rules, *value, pointer);
+    }
+
+private:
     void list(const FEMRules& rules, RepresentationView array, const std::string& pointer) {
         std::size_t index = 0;
         for (const RepresentationView element : array.elements()) {
@@ -188,7 +194,6 @@ public:
         }
     }
 
-private:
     void attribute(const FEMRule& rule, std::optional<RepresentationView> value, const std::string& pointer) {
         const bool isSet = value && !expectedValue(rule, *value).isNull();
         tell(pointer, rule.property, value, isSet);
@@ -386,7 +391,10 @@ void checkCopy(const QELBaseModel& record, CountingZone& zone, std::vector<Ref<Q
         kept.push_back(copy->copyWithZone(nullptr));
         require(isCopyable, "a record with a computed property has no copy");
         require(copy->isEqual(&record) != comparesByIdentity(record), "a copy is equal unless by identity");
-        require(jsonOf(*copy) == jsonOf(record), "a copy has the same content");
+        const PropertyDictionary values = record.dictionaryValue();
+        const PropertyDictionary copied = copy->dictionaryValue();
+        require(std::equal(copied.begin(), copied.end(), values.begin(), values.end()),
+                "a copy holds what the record holds");
     } catch (const MappingFault& fault) {
         require(!isCopyable && !fault.hasPointer(), "a copy fails only for a property that cannot be set");
     }
@@ -489,9 +497,10 @@ void check(std::string_view bytes, std::string_view keyPath) {
     if (keyPath.empty()) {
         sources.push_back(*document);
         expected.record(rules, *document, {});
-    } else if (const auto page = document->view().valueForKeyPath(keyPath)) {
-        sources.assign(page->elements().begin(), page->elements().end());
-        expected.list(rules, *page, pointerTo({}, keyPath));
+    } else {
+        const auto page = document->view().valueForKeyPath(keyPath);
+        if (page) sources.assign(page->elements().begin(), page->elements().end());
+        expected.page(rules, page, pointerTo({}, keyPath));
     }
 
     CountingZone zone;

@@ -17,17 +17,24 @@ split_lines() {
 
 case $target in
     TextCleaning)
-        grep -ohE '"([^"\\]|\\.)*[<&]([^"\\]|\\.)*"' examples/documents/*.json | sed 's/^"//; s/"$//' | split_lines
+        grep -aohE '"([^"\\]|\\.)*[<&]([^"\\]|\\.)*"' examples/documents/*.json | sed 's/^"//; s/"$//' | split_lines
         ;;
     URL)
-        grep -ohE '"[A-Za-z]*:?//[^"]*"' examples/documents/*.json | tr -d '"' | split_lines
+        grep -aohE '"[A-Za-z]*:?//[^"]*"' examples/documents/*.json | tr -d '"' | split_lines
         ;;
     Mapping)
-        # The first byte names the mapper: that of a record is even, that of its pages follows.
+        # The first byte names the mapper: that of a record is even, that of its pages follows. The pages of
+        # the examples are long, so pages of one record are made.
         mapper=0
-        for name in asset assets-page category categories-page editorial editorials-page season seasons-page; do
-            { printf %d $mapper && cat "examples/documents/$name.json"; } >"$folder/$name"
-            mapper=$((mapper + 1))
+        for record in asset:assets category:categories editorial:editorial season:seasons; do
+            document=examples/documents/${record%:*}.json
+            { printf %d $mapper && cat "$document"; } >"$folder/${record%:*}"
+            {
+                printf '%d{"_embedded":{"%s":[' $((mapper + 1)) "${record#*:}"
+                cat "$document"
+                printf ',null]}}'
+            } >"$folder/${record%:*}-page"
+            mapper=$((mapper + 2))
         done
         ;;
     *)

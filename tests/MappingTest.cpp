@@ -243,61 +243,49 @@ TEST(Engine, makesListsInOrderWithARecordForEveryElement) {
 }
 
 TEST(Mapping, refusesWrongRulesWhenTheyAreAdded) {
-    const FEMMapping category = QELCategory::defaultMapping();
-    const FEMMapping chapter = QELAssetChapter::defaultMapping();
+    enum Rule { attribute, toOne, toMany };
+    constexpr std::string_view kUnknown = "there is no property '@'";
+    constexpr std::string_view kComputed = "the property '@' cannot be set";
+    constexpr std::string_view kRecords = "the property '@' holds records and needs a relationship";
+    constexpr std::string_view kMisfit =
+        "the property '@' does not hold what the relationship's mapping makes";
     const struct {
         const ObjectClass& isa;
-        std::function<void(FEMMapping&)> add;
-        std::string_view what;
+        Rule rule;
+        std::string_view property, fault;
     } rows[] = {
-        {QELAsset::objectClass,
-         [](FEMMapping& m) { m.addAttributeWithProperty("id", "id"); },
-         "QELAsset: there is no property 'id'"},
-        {QELAsset::objectClass,
-         [](FEMMapping& m) {
-             m.addAttributesFromArray({"title", "nope"});
-         },
-         "QELAsset: there is no property 'nope'"},
-        {QELStreamConfiguration::objectClass,
-         [](FEMMapping& m) { m.addAttributeWithProperty("configuration", "c"); },
-         "QELStreamConfiguration: the property 'configuration' cannot be set"},
-        {QELBaseModel::objectClass,
-         [](FEMMapping& m) { m.addAttributeWithProperty("hash", "h"); },
-         "QELBaseModel: the property 'hash' cannot be set"},
-        {QELAsset::objectClass,
-         [](FEMMapping& m) { m.addAttributeWithProperty("category", "c"); },
-         "QELAsset: the property 'category' holds records and needs a relationship"},
-        {QELSeason::objectClass,
-         [](FEMMapping& m) { m.addAttributeWithProperty("assets", "a"); },
-         "QELSeason: the property 'assets' holds records and needs a relationship"},
-        {QELAsset::objectClass,
-         [&](FEMMapping& m) { m.addRelationshipMapping(category, "series", "s"); },
-         "QELAsset: the property 'series' does not hold what the relationship's mapping makes"},
-        {QELAsset::objectClass,
-         [&](FEMMapping& m) { m.addRelationshipMapping(category, "title", "t"); },
-         "QELAsset: the property 'title' does not hold what the relationship's mapping makes"},
-        {QELAsset::objectClass,
-         [&](FEMMapping& m) { m.addToManyRelationshipMapping(category, "category", "c"); },
-         "QELAsset: the property 'category' does not hold what the relationship's mapping makes"},
-        {QELAssetAdditional::objectClass,
-         [&](FEMMapping& m) { m.addRelationshipMapping(chapter, "chapters", "c"); },
-         "QELAssetAdditional: the property 'chapters' does not hold what the relationship's mapping makes"},
-        {QELAsset::objectClass,
-         [&](FEMMapping& m) { m.addRelationshipMapping(category, "none", "n"); },
-         "QELAsset: there is no property 'none'"},
+        {QELAsset::objectClass, attribute, "id", kUnknown},
+        {QELAsset::objectClass, toOne, "none", kUnknown},
+        {QELStreamConfiguration::objectClass, attribute, "configuration", kComputed},
+        {QELBaseModel::objectClass, attribute, "hash", kComputed},
+        {QELAsset::objectClass, attribute, "category", kRecords},
+        {QELSeason::objectClass, attribute, "assets", kRecords},
+        {QELAsset::objectClass, toOne, "series", kMisfit},
+        {QELAsset::objectClass, toOne, "title", kMisfit},
+        {QELAsset::objectClass, toMany, "category", kMisfit},
+        {QELEditorial::objectClass, toMany, "assets", kMisfit},
     };
-    for (const auto& row : rows) {
-        FEMMapping mapping(row.isa);
+    for (const auto& [isa, rule, property, fault] : rows) {
+        FEMMapping mapping(isa);
+        std::string expected = std::string(isa.name()) + ": " + std::string(fault);
+        expected.replace(expected.find('@'), 1, property);
         try {
-            row.add(mapping);
-            ADD_FAILURE() << row.what << ": was added";
-        } catch (const MappingFault& fault) {
-            EXPECT_EQ(std::string_view(fault.what()), row.what);
+            if (rule == attribute) mapping.addAttributeWithProperty(property, "k");
+            if (rule == toOne) mapping.addRelationshipMapping(QELCategory::defaultMapping(), property, "k");
+            if (rule == toMany)
+                mapping.addToManyRelationshipMapping(QELCategory::defaultMapping(), property, "k");
+            ADD_FAILURE() << expected << ": was added";
+        } catch (const MappingFault& caught) {
+            EXPECT_EQ(caught.what(), expected);
         }
-        // What was right before the fault stays, and nothing else.
-        EXPECT_EQ(mapping.rules().attributes.size(), row.what.ends_with("'nope'") ? 1U : 0U) << row.what;
-        EXPECT_EQ(mapping.rules().relationships.size(), 0U) << row.what;
+        EXPECT_TRUE(mapping.rules().attributes.empty() && mapping.rules().relationships.empty()) << expected;
     }
+    // A list of one mapping does not fit a single property, and what was added before a fault stays.
+    FEMMapping mapping(QELAssetAdditional::objectClass);
+    EXPECT_THROW(mapping.addRelationshipMapping(QELAssetChapter::defaultMapping(), "chapters", "k"),
+                 MappingFault);
+    EXPECT_THROW(mapping.addAttributesFromArray({"url", "nope"}), MappingFault);
+    EXPECT_EQ(mapping.rules().attributes.size(), 1U);
 }
 
 TEST(Mapping, isAValueThatCopiesDoNotShare) {
@@ -324,8 +312,7 @@ TEST(Mapping, isAValueThatCopiesDoNotShare) {
     EXPECT_EQ(showAt(*made, "title"), R"("<")") << "the rules before the added ones work on";
 }
 
-// --- The observer
-// -------------------------------------------------------------------------------------------
+// The observer.
 
 class Notes final : public FEMObserver {
 public:
@@ -401,51 +388,48 @@ TEST(Observer, seesThePlacesOfAPageAndOfKeyPaths) {
     EXPECT_EQ(notes.lines[7], R"(/streamType streamType refused "LIVE")");
 }
 
-// --- Faults
-// -------------------------------------------------------------------------------------------------
+// Faults.
 
 TEST(Faults, nameThePlaceOfAColourThatIsNoString) {
     const struct {
-        std::string_view colour, pointer;
-        Ref<Object> (*map)(const Representation&, const FEMOptions&);
+        FEMMapping mapping;
+        std::string_view text, colour, pointer;
     } rows[] = {
-        {"5",
-         "/additional/backgroundColor",
-         [](const Representation& colour, const FEMOptions& options) -> Ref<Object> {
-             return mappedObject<QELCategory>(Representation{{"additional", {{"backgroundColor", colour}}}},
-                                              options);
-         }},
-        {"[]",
-         "/category/additional/backgroundColor",
-         [](const Representation& colour, const FEMOptions& options) -> Ref<Object> {
-             return mappedObject<QELAsset>(
-                 Representation{{"category", {{"additional", {{"backgroundColor", colour}}}}}}, options);
-         }},
-        {"{}",
-         "/_embedded/assets/1/category/additional/backgroundColor",
-         [](const Representation& colour, const FEMOptions& options) -> Ref<Object> {
-             const Representation asset{{"category", {{"additional", {{"backgroundColor", colour}}}}}};
-             mappedPage<QELAsset>(
-                 Representation{{"_embedded", {{"assets", Representation::array({nullptr, asset})}}}},
-                 "_embedded.assets",
-                 options);
-             return {};
-         }},
+        {QELCategory::defaultMapping(),
+         R"({"additional": {"backgroundColor": 5}})",
+         "5",
+         "/additional/backgroundColor"},
+        {QELAsset::defaultMapping(),
+         R"({"category": {"additional": {"backgroundColor": []}}})",
+         "[]",
+         "/category/additional/backgroundColor"},
+        {QELEditorial::defaultMapping(),
+         R"({"_embedded": {"assets": [0, {"category": {"additional": {"backgroundColor": {}}}}]}})",
+         "{}",
+         "/_embedded/assets/1/category/additional/backgroundColor"},
     };
-    for (const auto& [colour, pointer, map] : rows) {
+    for (const auto& row : rows) {
         CountingZone zone;
         Notes notes;
-        try {
-            map(json(colour), {&notes, &zone, {}});
-            ADD_FAILURE() << colour << " was taken";
-        } catch (const MappingFault& fault) {
-            EXPECT_EQ(fault.pointer(), pointer);
-            EXPECT_TRUE(std::string_view(fault.what())
-                            .starts_with("QELUIColorTransformer: a colour must be a string"));
-        }
-        EXPECT_TRUE(notes.lines.back().ends_with("backgroundColor fault " + std::string(colour)))
-            << notes.lines.back();
-        EXPECT_EQ(zone.pieces(), 0U) << "something half made was left";
+        const auto expectFault = [&](auto map, std::string_view place) {
+            try {
+                map();
+                ADD_FAILURE() << row.text << " was taken";
+            } catch (const MappingFault& fault) {
+                EXPECT_EQ(fault.pointer(), place);
+                EXPECT_TRUE(
+                    std::string_view(fault.what()).starts_with("QELUIColorTransformer: a colour must"));
+            }
+            EXPECT_TRUE(notes.lines.back().ends_with("backgroundColor fault " + std::string(row.colour)));
+            EXPECT_EQ(zone.pieces(), 0U) << "something half made was left";
+        };
+        expectFault([&] { filled(row.mapping, row.text, {&notes, &zone, {}}); }, row.pointer);
+        expectFault(
+            [&] {
+                FEMDeserializer::collectionFromRepresentation(
+                    Representation::array({nullptr, json(row.text)}), row.mapping, {&notes, &zone, "a.b"});
+            },
+            "/a/b/1" + std::string(row.pointer));
     }
     for (const char* fine : {R"("#102030")", R"("red")", "null"})
         EXPECT_NO_THROW(mapped<QELCategoryAdditional>(R"({"backgroundColor": )" + std::string(fine) + "}"));

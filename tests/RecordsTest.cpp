@@ -199,8 +199,7 @@ bool hasOwnEquality(const Row& row) {
     return !row.compared.starts_with("identity");
 }
 
-// --- Documents: a member for every rule, each with a value of its own
-// ---------------------------------------
+// Documents: a member for every rule, each with a value of its own.
 
 // The keys of a key path around a value.
 std::string member(const FEMRule& rule, const std::string& value) {
@@ -301,8 +300,7 @@ Ref<QELBaseModel> record(const FEMMapping& mapping, const std::string& text) {
     return Ref<QELBaseModel>::adopt(static_cast<const QELBaseModel*>(object.release()));
 }
 
-// --- The promises
-// -------------------------------------------------------------------------------------------
+// The promises.
 
 class Records : public testing::TestWithParam<std::size_t> {
 protected:

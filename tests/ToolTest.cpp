@@ -172,7 +172,7 @@ TEST(Tool, LinesAreDocumentsOfTheirOwn) {
          "-:6:7: ':' is missing\n{\"id\" 2}\n      ^\n",
          1},
         {{"map", "asset", "--lines"},
-         "\n" + std::string(kColoured) + "\n{\"id\":",
+         "\n" + std::string(kColoured) + "\n{\"id\":\r\n",
          "null\nnull\n",
          "-:2: " + std::string(kFault) +
              "-:3:7: the document ends before its value does\n{\"id\":\n      ^\n",
@@ -254,12 +254,15 @@ TEST(Tool, NextFindsTheEpisodeThatFollows) {
     EXPECT_EQ(
         beginning({"next", season, "--video", "-"}, R"({"series":{"seasonNumber":1,"episodeNumber":0}})"),
         "{\n  \"assetIdentifier\": 20101");
-    const std::string two = R"({"seasonNumber":1,"assets":[{"id":9007199254740993},{"id":9007199254740992},)"
+    const std::string two = R"({"seasonNumber":1,"assets":[{"id":9007199254740992},)"
                             R"({"id":3,"series":{"seasonNumber":1,"episodeNumber":1}}]})";
     expect({
         {{"next", "-", "--after", "3.0"}, two, "null\n", ""},
-        {{"next", "-", "--after", "9007199254740992"}, two, "null\n", ""},
-        {{"next", "-", "--after", "4"}, two, "", "-: no asset of the season has the identifier 4\n", 1},
+        {{"next", "-", "--after", "9007199254740993"},
+         two,
+         "",
+         "-: no asset of the season has the identifier 9007199254740993\n",
+         1},
         {{"next", "-", "--video", example("asset.json")},
          R"({"assets":[)" + std::string(kColoured) + "]}",
          "",

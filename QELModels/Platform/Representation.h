@@ -63,8 +63,12 @@ struct RepresentationNode {
     }
 };
 
-class RepresentationElements;
-class RepresentationMembers;
+class RepresentationView;
+struct RepresentationMember;
+template <class Item>
+class RepresentationRange;
+using RepresentationElements = RepresentationRange<RepresentationView>;
+using RepresentationMembers = RepresentationRange<RepresentationMember>;
 
 /// A borrowed JSON value of one of five kinds: valid as long as what it was looked up in. Lookups answer
 /// nothing when there is no value, which is not the same as a value that is null.
@@ -125,76 +129,39 @@ private:
     const Block* block_;
 };
 
-/// A range over an array's elements.
-class RepresentationElements {
-public:
-    class Iterator {
-    public:
-        using value_type = RepresentationView;
-        using difference_type = std::ptrdiff_t;
-        using iterator_category = std::input_iterator_tag;
-        using pointer = void;
-        using reference = RepresentationView;
-
-        Iterator() noexcept = default;
-        Iterator(const RepresentationNode* node, const Block* block, std::size_t left) noexcept
-            : node_(node), block_(block), left_(left) {}
-        RepresentationView operator*() const noexcept { return RepresentationView::at(node_, block_); }
-        Iterator& operator++() noexcept {
-            node_ += node_->extent();
-            --left_;
-            return *this;
-        }
-        Iterator operator++(int) noexcept {
-            Iterator before = *this;
-            ++*this;
-            return before;
-        }
-        bool operator==(const Iterator& other) const noexcept { return left_ == other.left_; }
-
-    private:
-        const RepresentationNode* node_ = nullptr;
-        const Block* block_ = nullptr;
-        std::size_t left_ = 0;
-    };
-
-    RepresentationElements(const RepresentationNode* first, const Block* block, std::size_t size) noexcept
-        : first_(first), block_(block), size_(size) {}
-    Iterator begin() const noexcept { return {first_, block_, size_}; }
-    Iterator end() const noexcept { return {nullptr, nullptr, 0}; }
-    std::size_t size() const noexcept { return size_; }
-    bool empty() const noexcept { return size_ == 0; }
-
-private:
-    const RepresentationNode* first_;
-    const Block* block_;
-    std::size_t size_;
+/// A member of a dictionary.
+struct RepresentationMember {
+    std::string_view key;
+    RepresentationView value;
 };
 
-/// A range over a dictionary's members.
-class RepresentationMembers {
-public:
-    struct Member {
-        std::string_view key;
-        RepresentationView value;
-    };
+/// What is in a container, in the document's order: the elements of an array or the members of a dictionary.
+template <class Item>
+class RepresentationRange {
+    // A member's value stands behind its key.
+    static constexpr std::size_t kNodesBefore = std::is_same_v<Item, RepresentationMember> ? 1 : 0;
 
+public:
     class Iterator {
     public:
-        using value_type = Member;
+        using value_type = Item;
         using difference_type = std::ptrdiff_t;
         using iterator_category = std::input_iterator_tag;
         using pointer = void;
-        using reference = Member;
+        using reference = Item;
 
         Iterator() noexcept = default;
         Iterator(const RepresentationNode* node, const Block* block, std::size_t left) noexcept
             : node_(node), block_(block), left_(left) {}
-        Member operator*() const noexcept {
-            return {node_->string(), RepresentationView::at(node_ + 1, block_)};
+        Item operator*() const noexcept {
+            const RepresentationView value = RepresentationView::at(node_ + kNodesBefore, block_);
+            if constexpr (kNodesBefore == 0)
+                return value;
+            else
+                return {node_->string(), value};
         }
         Iterator& operator++() noexcept {
-            node_ += 1 + (node_ + 1)->extent();
+            node_ += kNodesBefore + node_[kNodesBefore].extent();
             --left_;
             return *this;
         }
@@ -211,7 +178,7 @@ public:
         std::size_t left_ = 0;
     };
 
-    RepresentationMembers(const RepresentationNode* first, const Block* block, std::size_t size) noexcept
+    RepresentationRange(const RepresentationNode* first, const Block* block, std::size_t size) noexcept
         : first_(first), block_(block), size_(size) {}
     Iterator begin() const noexcept { return {first_, block_, size_}; }
     Iterator end() const noexcept { return {nullptr, nullptr, 0}; }
