@@ -34,7 +34,9 @@ public:
     void key(std::string_view key);
     void string(std::string_view text);
     /// The shortest digits that read back as that double or integer, without ".0"; `true` or `false` for a
-    /// number that came as a boolean. JSON has no NaN and no infinities: they are null.
+    /// number that came as a boolean. A double beyond 2^53 without a fraction may be read back as the integer
+    /// that its digits name, which is that double only when it is made one. JSON has no NaN and no
+    /// infinities: they are null.
     void number(Number number);
     void null() { literal("null"); }
     /// A value with all that is in it, its keys in the document's order. Nesting costs no stack.

@@ -8,6 +8,8 @@ packages_libcxx=(libc++-14-dev libc++abi-14-dev)
 packages_lint=(clang-format-14 clang-tidy-14 python3-minimal git)
 packages_bench=(libbenchmark-dev nlohmann-json3-dev rapidjson-dev)
 packages_docs=(doxygen)
+# Not installed unasked: with them, the tests also validate documents against the schemas.
+packages_schema=(nodejs npm)
 
 is_installed() {
     [[ $(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null) == installed ]]

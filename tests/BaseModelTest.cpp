@@ -152,7 +152,7 @@ TEST(BaseModel, describesEveryKindOfValue) {
         asset->description().starts_with("<QELAsset assetIdentifier: 5, title: \"T\", titleFront: (null), "));
     for (const char* part : {"createdAt: 1.5, ",
                              "articleUrl: a:b, ",
-                             "backgroundColor: (red 1, green 0, blue 0, alpha 1)",
+                             "backgroundColor: (1 0 0 1)",
                              "barrels: [2 elements]",
                              "metadata: {1 members}",
                              "chapters: [1 records]"})

@@ -143,6 +143,33 @@ TEST(Lifetime, lastsAsLongAsAnyPartIsKept) {
     }
 }
 
+TEST(Lifetime, ofASourceGoesOnAsLongAsACopySharesAnythingWithIt) {
+    const struct {
+        std::string_view text, path, shown;
+    } rows[] = {
+        {R"({"status": "s"})", "status", R"("s")"},
+        {R"({"articleUrl": "u:"})", "articleUrl", "<u:>"},
+        {R"({"series": {"seasonNumber": 3}})", "series.seasonNumber", "3"},
+        {R"({"additional": {"chapters": [{"timeline": 4}]}})", "assetAdditional.chapters[0].timeline", "4"},
+        {R"({"id": 5})", "assetIdentifier", "5"},
+    };
+    for (const auto& [text, path, shown] : rows) {
+        CountingZone zone;
+        Ref<QELAsset> copied = copy(*mapped<QELAsset>(text, {nullptr, &zone, {}}));
+        EXPECT_EQ(zone.pieces() != 0, path != "assetIdentifier") << text;
+        EXPECT_EQ(showAt(*copied, path), shown) << text;
+        copied = nullptr;
+        EXPECT_EQ(zone.pieces(), 0U) << text;
+    }
+    CountingZone zone;
+    const auto chapters =
+        copy(*mapped<QELAssetAdditional>(R"({"chapters": [{"timeline": 6}]})", {nullptr, &zone, {}}));
+    const auto barrels = copy(*mapped<QELAssetAdditional>(R"({"barrels": [7]})", {nullptr, &zone, {}}));
+    EXPECT_EQ(zone.pieces(), 2U);
+    EXPECT_EQ(showAt(*chapters, "chapters[0].timeline"), "6");
+    EXPECT_EQ(showAt(*barrels, "barrels"), "[7]");
+}
+
 TEST(Lifetime, ofAnEpisodeKeepsNeitherItsSiblingsNorThePage) {
     CountingZone alone;
     const auto lone = mapped<QELAsset>(assetText("57"), {nullptr, &alone, {}});

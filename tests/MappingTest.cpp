@@ -296,6 +296,9 @@ TEST(Mapping, isAValueThatCopiesDoNotShare) {
         temporary.addAttributeWithProperty("status", std::string("a.") + "b");
         first = temporary;
         temporary.addAttributeWithProperty("status", "c");
+        FEMMapping changed = first;
+        changed.addAttributeWithProperty("duration", "changed");
+        first = changed;  // keeps what its rules point to, whatever mapping they came from
     }
     FEMMapping second = first;
     second.addAttributesFromDictionary({{"status", "d"}});

@@ -122,7 +122,7 @@ bool contains(std::string_view text, std::string_view piece) {
 constexpr std::string_view kColoured =
     R"({"additional":{"playerBranding":{"id":1}},"category":{"additional":{"backgroundColor":5}}})";
 constexpr std::string_view kFault =
-    "/category/additional/backgroundColor: QELUIColorTransformer: a colour must be a string\n";
+    "/category/additional/backgroundColor: QELUIColorTransformer: a colour must be a string, not 5\n";
 constexpr std::string_view kEmptySeries = R"({"title":null,"seasonNumber":null,"assets":null})";
 
 TEST(Tool, MapPrintsTheModel) {

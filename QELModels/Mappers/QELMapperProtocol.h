@@ -1,6 +1,7 @@
 #pragma once
 
 #include <concepts>
+#include <string>
 #include <string_view>
 
 #include "QELModels/Mapping/FEMDeserializer.h"
@@ -33,7 +34,10 @@ Ref<Model> mappedObject(RepresentationView representation, const FEMOptions& opt
 template <class Model>
 Ref<List<Model>> mappedPage(RepresentationView representation, std::string_view keyPath,
                             FEMOptions options = {}) {
-    options.keyPath = keyPath;
+    // Paths begin where the caller says that the page stands, and go on to the list.
+    std::string listKeyPath(options.keyPath);
+    if (!listKeyPath.empty()) listKeyPath += '.';
+    options.keyPath = listKeyPath += keyPath;
     const auto found = representation.valueForKeyPath(keyPath);
     const FEMMapping mapping = Model::defaultMapping();
     Ref<ListBase> list = FEMDeserializer::collectionFromRepresentation(found, mapping, options);

@@ -16,7 +16,7 @@ enum class FEMOutcome : std::uint8_t {
     missing,    ///< the document has nothing there
     null,       ///< the document has null there
     refused,    ///< the rule could not convert the value, or does not know the word
-    wrongKind,  ///< the value does not fit the property, or an element or root is no dictionary (a list: no array)
+    wrongKind,  ///< the value does not fit the property, or an element, a root or a page's list is none
     fault       ///< the value must never stand there: the mapping ends with a `MappingFault`
 };
 

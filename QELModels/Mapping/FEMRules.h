@@ -238,7 +238,7 @@ consteval auto mapping(Rules... written) {
     std::size_t attributes = 0;
     std::size_t relationships = 0;
     const auto add = [&]<class Rule>(const Rule& rule) {
-        constexpr const Property* property = declaredProperty<Declared, Rule::kMember>();
+        constexpr const Property* property = Declared.template of<Rule::kMember>();
         static_assert(property != nullptr, "a rule for a property that is not declared");
         FEMRule resolved;
         resolved.property = property;

@@ -90,8 +90,8 @@ private:
         }
     }
 
-    // Puts on the stack who of the readers from `first` to `last`, which read a dictionary, go on to the value
-    // at one of its keys.
+    // Puts on the stack who of the readers from `first` to `last`, which read a dictionary, go on to the
+    // value at one of its keys.
     Reading pushReaders(const Node& key, std::size_t first, std::size_t last) {
         for (std::size_t i = first; i < last; ++i) {
             const Reader reader = readers_[i];  // a copy: the stack grows

@@ -8,19 +8,30 @@ namespace QELModels::inline QELMODELS_ABI {
 
 namespace {
 
-// What the root object protocol declares: names alone, which `propertyKeys` lists. They are read by calling
-// them.
-constexpr Value (*kNoValue)(const Object&) = [](const Object&) { return Value(); };
+// What the root object protocol declares. The two descriptions are names alone here: they are made of the
+// values of all properties, so no property can be made of them.
+Value hashOf(const Object& object) {
+    return Number(object.hash());
+}
+Value superclassOf(const Object& object) {
+    const ObjectClass* superclass = object.isa().superclass();
+    return superclass == nullptr ? Value() : Value::text(superclass->name());
+}
+Value nothing(const Object&) {
+    return {};
+}
 constexpr std::array<Property, 4> rootProperties{{
-    {"hash", PropertyKind::integer, nullptr, kNoValue, nullptr},
-    {"superclass", PropertyKind::text, nullptr, kNoValue, nullptr},
-    {"description", PropertyKind::text, nullptr, kNoValue, nullptr},
-    {"debugDescription", PropertyKind::text, nullptr, kNoValue, nullptr},
+    {"hash", PropertyKind::integer, nullptr, &hashOf, nullptr},
+    {"superclass", PropertyKind::text, nullptr, &superclassOf, nullptr},
+    {"description", PropertyKind::text, nullptr, &nothing, nullptr},
+    {"debugDescription", PropertyKind::text, nullptr, &nothing, nullptr},
 }};
 constexpr std::array<std::string_view, 4> rootKeys{
     rootProperties[0].name, rootProperties[1].name, rootProperties[2].name, rootProperties[3].name};
 
-void append(std::string& text, Number number) { text += number.toString(); }
+void append(std::string& text, Number number) {
+    text += number.toString();
+}
 
 void append(std::string& text, const Value& value) {
     switch (value.kind()) {

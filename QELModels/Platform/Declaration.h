@@ -43,7 +43,7 @@ struct MemberOf<R (C::*)() const> {
 template <class R, class C>
 struct MemberOf<R (C::*)() const noexcept> : MemberOf<R (C::*)() const> {};
 
-/// Where a stored property lies in an object of its class. Its address tells members apart.
+/// Where a stored property lies in an object of its class.
 template <auto Member>
 void* placeOf(Object& object) {
     using Class = typename MemberOf<decltype(Member)>::Class;
@@ -63,7 +63,9 @@ Value computed(const Object& object) {
         return Value(value);
 }
 
-template <class Class>
+/// The declaration of one member. The member is part of its type, so that members are told apart when they
+/// are compiled.
+template <auto Member>
 struct PropertyOf : Property {};
 
 /// A property by the name that `propertyKeys` and `dictionaryValue` know it by. A `Field` is a stored
@@ -72,7 +74,7 @@ struct PropertyOf : Property {};
 template <auto Member>
 constexpr auto property(std::string_view name) {
     using Pointed = MemberOf<decltype(Member)>;
-    PropertyOf<typename Pointed::Class> property{};
+    PropertyOf<Member> property{};
     property.name = name;
     if constexpr (Pointed::kComputed) {
         property.kind =
@@ -88,21 +90,31 @@ constexpr auto property(std::string_view name) {
 }
 
 /// All declared properties of one class.
-template <class C, std::size_t N>
+template <class C, auto... Members>
 struct Declared {
     using Class = C;
-    std::array<Property, N> properties;
-    std::array<std::string_view, N> keys;
+    std::array<Property, sizeof...(Members)> properties;
+    std::array<std::string_view, sizeof...(Members)> keys;
     std::size_t keyCount = 0;
+
+    /// The declared property of a member; null when it is not declared.
+    template <auto Member>
+    constexpr const Property* of() const {
+        constexpr std::array<bool, sizeof...(Members)> isIt{
+            std::is_same_v<PropertyOf<Member>, PropertyOf<Members>>...};
+        const auto found = std::find(isIt.begin(), isIt.end(), true);
+        return found == isIt.end() ? nullptr : &properties[static_cast<std::size_t>(found - isIt.begin())];
+    }
 };
 
 // Not constexpr, so that reaching it in a declaration is an error of the compiler that says this sentence.
 inline void twoPropertiesOfARecordHaveTheSameName() {}
 
-template <class C, class... Classes>
-consteval auto declare(PropertyOf<Classes>... properties) {
-    static_assert((std::is_same_v<C, Classes> && ...), "a field of another class");
-    Declared<C, sizeof...(Classes)> declared{{properties...}, {}, 0};
+template <class C, auto... Members>
+consteval auto declare(PropertyOf<Members>... properties) {
+    static_assert((std::is_same_v<C, typename MemberOf<decltype(Members)>::Class> && ...),
+                  "a field of another class");
+    Declared<C, Members...> declared{{properties...}, {}, 0};
     for (std::size_t i = 0; i < declared.properties.size(); ++i) {
         const std::string_view name = declared.properties[i].name;
         for (std::size_t j = 0; j < i; ++j)
@@ -112,26 +124,12 @@ consteval auto declare(PropertyOf<Classes>... properties) {
     return declared;
 }
 
-/// The declared property of a member; null when it is not declared.
-template <const auto& Declared, auto Member>
-consteval const Property* declaredProperty() {
-    for (const Property& property : Declared.properties) {
-        if constexpr (MemberOf<decltype(Member)>::kComputed) {
-            if (property.compute == &computed<Member>) return &property;
-        } else {
-            if (property.place == &placeOf<Member>) return &property;
-        }
-    }
-    return nullptr;
-}
-
 /// The fields that equality or a hash goes through, in this order.
 template <auto... Members>
 struct FieldsOf {
     static constexpr bool kIdentityFirst = false;
     template <const auto& Declared>
-    static constexpr std::array<const Property*, sizeof...(Members)> in{
-        declaredProperty<Declared, Members>()...};
+    static constexpr std::array<const Property*, sizeof...(Members)> in{Declared.template of<Members>()...};
 };
 /// The same, after the identity of the object itself.
 template <auto... Members>

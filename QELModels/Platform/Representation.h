@@ -5,6 +5,7 @@
 #include <initializer_list>
 #include <iterator>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -214,6 +215,7 @@ public:
     /// A string; throws `std::invalid_argument` when the text is not UTF-8 (lone surrogates may stand in it
     /// as their three-byte form; split pairs are joined).
     Representation(std::string_view text);
+    Representation(const std::string& text) : Representation(std::string_view(text)) {}
     Representation(const char* text) : Representation(std::string_view(text)) {}
     /// A dictionary. A repeated key keeps its first place and its last value.
     Representation(std::initializer_list<Member> members);

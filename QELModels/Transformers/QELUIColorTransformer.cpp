@@ -1,15 +1,31 @@
 #include "QELModels/Transformers/QELUIColorTransformer.h"
 
+#include <string>
+
 #include "QELModels/Categories/UIColor+QELUtils.h"
 #include "QELModels/Platform/MappingFault.h"
 
 namespace QELModels::inline QELMODELS_ABI {
 
+namespace {
+
+// What stands where a colour should, for a message.
+std::string described(RepresentationView value) {
+    if (const auto number = value.number()) {
+        if (number->isBoolean()) return number->boolValue() ? "true" : "false";
+        return number->toString();
+    }
+    return value.isArray() ? "an array" : "a dictionary";
+}
+
+}  // namespace
+
 Value QELUIColorTransformer::transformedValue(std::optional<RepresentationView> value) const {
     if (!value || value->isNull()) return {};
     const auto text = value->text();
     // A mistake of the API that must be seen: a silent null would look like a category without a colour.
-    if (!text) throw MappingFault("QELUIColorTransformer: a colour must be a string");
+    if (!text)
+        throw MappingFault("QELUIColorTransformer: a colour must be a string, not " + described(*value));
     const auto color = QELUtils::colorFromRGBHexString(*text);
     return color ? Value(*color) : Value();
 }

@@ -78,7 +78,10 @@ struct QELMODELS_EXPORT QELTransformerSlots {
 
 /// The map rule through one of the library's transformers, asked of the registry at each value.
 consteval FEMMapRule fetched(std::string_view name) {
-    return {&QELTransformerSlots::applyFetched, QELTransformerSlots::named(name), 0, nullptr,
+    return {&QELTransformerSlots::applyFetched,
+            QELTransformerSlots::named(name),
+            0,
+            nullptr,
             QELTransformerSlots::accepts(name)};
 }
 
@@ -88,7 +91,10 @@ consteval FEMMapRule captured(std::string_view name) {
     std::size_t which = 0;
     while (QELTransformerSlots::captures[which].name != name)
         ++which;
-    return {&QELTransformerSlots::applyCaptured, nullptr, 0, &QELTransformerSlots::captures[which],
+    return {&QELTransformerSlots::applyCaptured,
+            nullptr,
+            0,
+            &QELTransformerSlots::captures[which],
             QELTransformerSlots::accepts(name)};
 }
 

@@ -1,0 +1,194 @@
+// Promise: whatever one key of a document is damaged to, the explanation names that key with its outcome, and
+// tells everything else as before. The command shows it to programs and to people.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "QELModels/Platform/MappingFault.h"
+#include "tests/DamagedDocuments.h"
+#include "tests/TestSupport.h"
+#include "tool/CommandLine.h"
+#include "tool/Explanation.h"
+
+namespace QELModels::test {
+
+void PrintTo(const Line& line, std::ostream* out) {
+    *out << line.path << ' ' << line.property << ' ' << line.outcome;
+}
+
+namespace {
+
+Lines explained(const tool::Kind& kind, std::string_view document, std::string_view keyPath = {}) {
+    Lines lines;
+    try {
+        tool::explain(kind, json(document), keyPath, [&](const tool::Finding& finding) {
+            lines.push_back({finding.path, finding.property, std::string(finding.outcome)});
+        });
+    } catch (const MappingFault& fault) {
+        EXPECT_EQ(lines.back().path, fault.pointer());
+        EXPECT_EQ(lines.back().outcome, "fault");
+    }
+    return lines;
+}
+
+// The first line that is another one; comparing and printing all of them would bury it.
+std::string firstDifference(const Lines& told, const Lines& expected) {
+    const auto [a, b] = std::mismatch(told.begin(), told.end(), expected.begin(), expected.end());
+    if (a == told.end() && b == expected.end()) return {};
+    const auto show = [](auto line, auto end) {
+        return line == end ? std::string("the end") : testing::PrintToString(*line);
+    };
+    return "told " + show(a, told.end()) + ", not " + show(b, expected.end());
+}
+
+class EveryKind : public testing::TestWithParam<tool::Kind> {};
+
+TEST_P(EveryKind, NamesExactlyTheDamagedKey) {
+    const LogLines log;  // which URLs are none is not asked here
+    const WholeDocument document(GetParam());
+    Lines whole = document.lines;
+    whole.insert(whole.end(), document.unread.begin(), document.unread.end());
+    ASSERT_EQ(firstDifference(explained(GetParam(), document.json()), whole), "") << document.json();
+    for (const Place& place : document.places) {
+        for (const Damage& damage : allDamages()) {
+            if (!applies(damage, place)) continue;
+            const std::string damaged = document.damagedJSON(place, damage);
+            ASSERT_EQ(firstDifference(explained(GetParam(), damaged), document.linesOf(place, damage)), "")
+                << place.path << " is " << damage.name << " in " << damaged;
+        }
+    }
+}
+
+TEST_P(EveryKind, TellsOfARootThatIsNone) {
+    for (const Damage& damage : allDamages()) {
+        if (!damage.json || damage.name == "dictionary") continue;
+        const std::string outcome = damage.name == "null" ? "null" : "wrongKind";
+        EXPECT_EQ(explained(GetParam(), *damage.json), (Lines{{"", "", outcome}})) << damage.name;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Explain, EveryKind, testing::ValuesIn(tool::kinds().begin(), tool::kinds().end()),
+                         [](const auto& kind) { return std::string(kind.param.name); });
+
+TEST(Explain, AColourThatIsNoTextEndsIt) {
+    const std::string text = R"({"additional": {"description": 1, "backgroundColor": [], "image": "a b"}})";
+    const Lines lines = explained(tool::kindNamed("category"), text);
+    ASSERT_GE(lines.size(), 3u);
+    EXPECT_EQ(lines[lines.size() - 2],
+              (Line{"/additional/description", "additional.categoryDescription", "refused"}));
+    EXPECT_EQ(lines.back(), (Line{"/additional/backgroundColor", "additional.backgroundColor", "fault"}));
+}
+
+TEST(Explain, LooksForAPageWhereItIsToldTo) {
+    const Lines lines =
+        explained(tool::kindNamed("assets"), R"({"a": {"b~": [null, 3], "c": 1}, "_embedded": 2})", "a.b~");
+    EXPECT_EQ(lines,
+              (Lines{{"/a/b~0/0", "[0]", "null"},
+                     {"/a/b~0/1", "[1]", "wrongKind"},
+                     {"/a/c", "", "unread"},
+                     {"/_embedded", "", "unread"}}));
+}
+
+// --- The command ------------------------------------------------------------------------------------------
+
+struct Result {
+    int status;
+    std::string out, err;
+};
+
+Result run(std::vector<std::string> arguments) {
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    const auto status = tool::CommandLine().run(std::move(arguments));
+    return {static_cast<int>(status),
+            testing::internal::GetCapturedStdout(),
+            testing::internal::GetCapturedStderr()};
+}
+
+std::string fileWith(std::string_view document) {
+    const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+    std::string file = testing::TempDir() + "qelmodels-" + test->name() + ".json";
+    std::ofstream(file) << document;
+    return file;
+}
+
+TEST(ExplainCommand, WritesJSONForPrograms) {
+    const std::string file =
+        fileWith(R"({"seasonNumber": "1", "title": null, "assets": [], "a/\ud800": {}})");
+    const Result result = run({"explain", "season", file, "--json"});
+    EXPECT_EQ(result.out,
+              R"({"path":"/seasonNumber","property":"seasonNumber","outcome":"wrongKind"})"
+              "\n"
+              R"({"path":"/title","property":"title","outcome":"null"})"
+              "\n"
+              R"({"path":"/assets","property":"assets","outcome":"set"})"
+              "\n"
+              R"({"path":"/a~1\ud800","outcome":"unread"})"
+              "\n");
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.status, 0);
+}
+
+TEST(ExplainCommand, ShowsPeopleATableWithoutColourWhenPiped) {
+    const std::string longText(100, 'x');
+    EXPECT_EQ(run({"explain", "asset", fileWith(R"({"articleUrl": "a b"})")}).err, "");
+    const std::string file =
+        fileWith(R"({"seasonNumber": ")" + longText +
+                 R"(", "title": ["\u001b[31m"], "assets": [7, null], "more": {"a": [true]}})");
+    EXPECT_EQ(run({"explain", "season", file}).out,
+              "wrong kind  seasonNumber  /seasonNumber  \"" + std::string(44, 'x') + "...\n" +
+                  "refused     title         /title  [\"\\u001b[31m\"]\n"
+                  "set         assets        /assets\n"
+                  "wrong kind  assets[0]     /assets/0  7\n"
+                  "null        assets[1]     /assets/1\n"
+                  "unread      /more         {\"a\":[true]}\n"
+                  "\n"
+                  "1 set, 0 missing, 1 null, 1 refused, 2 of the wrong kind, 1 unread\n");
+    EXPECT_EQ(run({"explain", "season", fileWith("[]")}).out,
+              "wrong kind  the document  []\n"
+              "\n"
+              "0 set, 0 missing, 0 null, 0 refused, 1 of the wrong kind, 0 unread\n");
+}
+
+TEST(ExplainCommand, SaysWhereAMappingFaults) {
+    const std::string file = fileWith(R"({"additional": {"backgroundColor": 5, "image": 6}})");
+    const std::string message =
+        file + ": /additional/backgroundColor: QELUIColorTransformer: a colour must be a string, not 5\n";
+    const Result json = run({"explain", "category", file, "--json"});
+    EXPECT_TRUE(json.out.ends_with(
+        "{\"path\":\"/additional/backgroundColor\",\"property\":\"additional.backgroundColor\","
+        "\"outcome\":\"fault\"}\n"))
+        << json.out;
+    const Result table = run({"explain", "category", file});
+    EXPECT_TRUE(
+        table.out.ends_with("\n\n1 set, 11 missing, 0 null, 0 refused, 0 of the wrong kind, 1 faulty, "
+                            "0 unread\n"))
+        << table.out;
+    for (const Result& result : {json, table}) {
+        EXPECT_EQ(result.err, message);
+        EXPECT_EQ(result.status, 1);
+    }
+}
+
+TEST(ExplainCommand, KnowsBadUsage) {
+    const std::string file = fileWith("{}");
+    for (const std::vector<std::string>& arguments : {std::vector<std::string>{"explain"},
+                                                      {"explain", "film", file},
+                                                      {"explain", "season", file, "--key-path", "a"},
+                                                      {"schema"},
+                                                      {"schema", "film"}}) {
+        const Result result = run(arguments);
+        EXPECT_EQ(result.status, 2) << arguments.back();
+        EXPECT_EQ(result.out, "");
+    }
+    EXPECT_EQ(run({"explain", "assets", file, "--key-path", "a.b", "--json"}).out,
+              "{\"path\":\"/a/b\",\"property\":\"\",\"outcome\":\"missing\"}\n");
+}
+
+}  // namespace
+}  // namespace QELModels::test
