@@ -1,31 +1,31 @@
 #include "QELModels/Platform/Value.h"
 
 #include <algorithm>
-#include <cstring>
-#include <utility>
 
 namespace QELModels::inline QELMODELS_ABI {
-
-// All that a value can hold is plain data; only the block behind it is counted.
-static_assert(std::is_trivially_copyable_v<Number> && std::is_trivially_copyable_v<Date> &&
-              std::is_trivially_copyable_v<Color>);
 
 Value::Value(const Representation& representation) noexcept
     : Value(ValueAccess::keptRepresentation(representation)) {}
 
-Value::Value(Kind kind, const Object* record) noexcept
-    : kind_(kind), keeps_(true), block_(record->block()), record_(record) {
-    block_->retain();
+Value::Value(Kind kind, const Object* record) noexcept : is_(kind) {
+    is_.record = record;
+    is_.keeps = true;
+    is_.block = record->block();
+    is_.block->retain();
 }
 
-Value::Value(Kind kind, const ListBase* list) noexcept
-    : kind_(kind), keeps_(true), block_(list->block()), list_(list) {
-    block_->retain();
+Value::Value(Kind kind, const ListBase* list) noexcept : is_(kind) {
+    is_.list = list;
+    is_.keeps = true;
+    is_.block = list->block();
+    is_.block->retain();
 }
 
-Value::Value(Kind kind, std::string_view text, const Block* block, bool keeps) noexcept
-    : kind_(kind), keeps_(keeps && block != nullptr), block_(block), text_{text.data(), text.size()} {
-    if (keeps_) block_->retain();
+Value::Value(Kind kind, std::string_view text, const Block* block, bool keeps) noexcept : is_(kind) {
+    is_.text = {text.data(), text.size()};
+    is_.keeps = keeps && block != nullptr;
+    is_.block = block;
+    if (is_.keeps) is_.block->retain();
 }
 
 Value Value::copied(Kind kind, std::string_view text) {
@@ -33,7 +33,7 @@ Value Value::copied(Kind kind, std::string_view text) {
     char* to = writer.allocate<char>(text.size());
     std::copy(text.begin(), text.end(), to);
     Value value(kind, {to, text.size()}, writer.block(), false);
-    value.keeps_ = true;
+    value.is_.keeps = true;
     writer.finish();
     return value;
 }
@@ -46,80 +46,62 @@ Value Value::url(URLView url) {
     return copied(Kind::url, url.text());
 }
 
-Value::Value(const Value& other) noexcept {
-    std::memcpy(static_cast<void*>(this), &other, sizeof(Value));
-    if (keeps_) block_->retain();
-}
-
-Value::Value(Value&& other) noexcept {
-    std::memcpy(static_cast<void*>(this), &other, sizeof(Value));
-    other.keeps_ = false;
-    other.kind_ = Kind::null;
-}
-
-Value& Value::operator=(Value other) noexcept {
-    if (keeps_) block_->release();
-    std::memcpy(static_cast<void*>(this), &other, sizeof(Value));
-    other.keeps_ = false;
-    return *this;
-}
-
 std::optional<Number> Value::number() const noexcept {
-    return kind_ == Kind::number ? std::optional(number_) : std::nullopt;
+    return is_.kind == Kind::number ? std::optional(is_.number) : std::nullopt;
 }
 
 std::optional<std::string_view> Value::text() const noexcept {
-    if (kind_ != Kind::text) return std::nullopt;
-    return std::string_view(text_.data, text_.size);
+    if (is_.kind != Kind::text) return std::nullopt;
+    return std::string_view(is_.text.data, is_.text.size);
 }
 
 std::optional<URLView> Value::url() const noexcept {
-    if (kind_ != Kind::url) return std::nullopt;
-    return URLAccess::fromValidated({text_.data, text_.size});
+    if (is_.kind != Kind::url) return std::nullopt;
+    return URLAccess::fromValidated({is_.text.data, is_.text.size});
 }
 
 std::optional<Date> Value::date() const noexcept {
-    return kind_ == Kind::date ? std::optional(date_) : std::nullopt;
+    return is_.kind == Kind::date ? std::optional(is_.date) : std::nullopt;
 }
 
 std::optional<Color> Value::color() const noexcept {
-    return kind_ == Kind::color ? std::optional(color_) : std::nullopt;
+    return is_.kind == Kind::color ? std::optional(is_.color) : std::nullopt;
 }
 
 std::optional<RepresentationView> Value::representation() const noexcept {
-    if (kind_ != Kind::representation) return std::nullopt;
-    return RepresentationView::at(node_, block_);
+    if (is_.kind != Kind::representation) return std::nullopt;
+    return RepresentationView::at(is_.node, is_.block);
 }
 
 const Object* Value::record() const noexcept {
-    return kind_ == Kind::record ? record_ : nullptr;
+    return is_.kind == Kind::record ? is_.record : nullptr;
 }
 
 const ListBase* Value::list() const noexcept {
-    return kind_ == Kind::list ? list_ : nullptr;
+    return is_.kind == Kind::list ? is_.list : nullptr;
 }
 
 bool operator==(const Value& a, const Value& b) {
-    if (a.kind_ != b.kind_) return false;
-    switch (a.kind_) {
+    if (a.is_.kind != b.is_.kind) return false;
+    switch (a.is_.kind) {
         case Value::Kind::null:
             return true;
         case Value::Kind::number:
-            return a.number_ == b.number_;
+            return a.is_.number == b.is_.number;
         case Value::Kind::text:
         case Value::Kind::url:
-            return std::string_view(a.text_.data, a.text_.size) ==
-                   std::string_view(b.text_.data, b.text_.size);
+            return std::string_view(a.is_.text.data, a.is_.text.size) ==
+                   std::string_view(b.is_.text.data, b.is_.text.size);
         case Value::Kind::date:
-            return a.date_ == b.date_;
+            return a.is_.date == b.is_.date;
         case Value::Kind::color:
-            return a.color_ == b.color_;
+            return a.is_.color == b.is_.color;
         case Value::Kind::representation:
             return *a.representation() == *b.representation();
         case Value::Kind::record:
-            return a.record_->isEqual(b.record_);
+            return a.is_.record->isEqual(b.is_.record);
         case Value::Kind::list:
-            return a.list_->isEqual(b.list_);
+            return a.is_.list->isEqual(b.is_.list);
     }
     return false;
 }
@@ -146,11 +128,11 @@ Value ValueAccess::keptURL(const Block* block, URLView url) noexcept {
 
 Value ValueAccess::keptRepresentation(RepresentationView view) noexcept {
     Value value;
-    value.kind_ = Value::Kind::representation;
-    value.node_ = view.node();
-    value.block_ = view.block();
-    value.keeps_ = value.block_ != nullptr;
-    if (value.keeps_) value.block_->retain();
+    value.is_.kind = Value::Kind::representation;
+    value.is_.node = view.node();
+    value.is_.block = view.block();
+    value.is_.keeps = value.is_.block != nullptr;
+    if (value.is_.keeps) value.is_.block->retain();
     return value;
 }
 

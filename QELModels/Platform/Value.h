@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 
 #include "QELModels/Platform/Color.h"
 #include "QELModels/Platform/Date.h"
@@ -24,10 +26,10 @@ public:
     enum class Kind : std::uint8_t { null, number, text, url, date, color, representation, record, list };
 
     /// Null: a transformer that answers it has refused.
-    Value() noexcept : number_() {}
-    Value(Number number) noexcept : kind_(Kind::number), number_(number) {}
-    Value(Date date) noexcept : kind_(Kind::date), date_(date) {}
-    Value(Color color) noexcept : kind_(Kind::color), color_(color) {}
+    Value() noexcept = default;
+    Value(Number number) noexcept : is_{Kind::number} { is_.number = number; }
+    Value(Date date) noexcept : is_{Kind::date} { is_.date = date; }
+    Value(Color color) noexcept : is_{Kind::color} { is_.color = color; }
     Value(const Representation& representation) noexcept;
     template <class T>
     Value(const Ref<T>& ref) noexcept : Value(ref.get()) {}
@@ -42,15 +44,20 @@ public:
     /// A copy of a URL.
     static Value url(URLView url);
 
-    Value(const Value& other) noexcept;
-    Value(Value&& other) noexcept;
-    Value& operator=(Value other) noexcept;
+    Value(const Value& other) noexcept : is_(other.is_) {
+        if (is_.keeps) is_.block->retain();
+    }
+    Value(Value&& other) noexcept : is_(std::exchange(other.is_, {})) {}
+    Value& operator=(Value other) noexcept {
+        std::swap(is_, other.is_);
+        return *this;
+    }
     ~Value() {
-        if (keeps_) block_->release();
+        if (is_.keeps) is_.block->release();
     }
 
-    Kind kind() const noexcept { return kind_; }
-    bool isNull() const noexcept { return kind_ == Kind::null; }
+    Kind kind() const noexcept { return is_.kind; }
+    bool isNull() const noexcept { return is_.kind == Kind::null; }
 
     /// What the value holds, if it is of that kind; nothing (or null) otherwise.
     std::optional<Number> number() const noexcept;
@@ -71,24 +78,30 @@ private:
         const char* data;
         std::size_t size;
     };
+    // Plain data; only the block behind it is counted.
+    struct Content {
+        Kind kind = Kind::null;
+        bool keeps = false;            // whether the value holds a use of its block
+        const Block* block = nullptr;  // where what the value points to lies, if it is known
+        union {
+            Number number;
+            TextPlace text;
+            Date date;
+            Color color;
+            const RepresentationNode* node;
+            const Object* record;
+            const ListBase* list;
+        };
+        Content(Kind ofKind = Kind::null) noexcept : kind(ofKind), number() {}
+    };
+    static_assert(std::is_trivially_copyable_v<Content>);
 
     Value(Kind kind, const Object* record) noexcept;
     Value(Kind kind, const ListBase* list) noexcept;
     Value(Kind kind, std::string_view text, const Block* block, bool keeps) noexcept;
     static Value copied(Kind kind, std::string_view text);
 
-    Kind kind_ = Kind::null;
-    bool keeps_ = false;            // whether the value holds a use of its block
-    const Block* block_ = nullptr;  // where what the value points to lies, if it is known
-    union {
-        Number number_;
-        TextPlace text_;
-        Date date_;
-        Color color_;
-        const RepresentationNode* node_;
-        const Object* record_;
-        const ListBase* list_;
-    };
+    Content is_;
 };
 
 /// For the engine and the library's own transformers: values that borrow what they hold, so that nothing is
@@ -102,11 +115,11 @@ struct QELMODELS_EXPORT ValueAccess {
     static Value keptText(const Block* block, std::string_view text) noexcept;
     static Value keptURL(const Block* block, URLView url) noexcept;
     static Value keptRepresentation(RepresentationView view) noexcept;
-    static const Block* block(const Value& value) noexcept { return value.block_; }
-    static bool keeps(const Value& value) noexcept { return value.keeps_; }
+    static const Block* block(const Value& value) noexcept { return value.is_.block; }
+    static bool keeps(const Value& value) noexcept { return value.is_.keeps; }
     /// The characters of a text or a URL.
     static std::string_view characters(const Value& value) noexcept {
-        return {value.text_.data, value.text_.size};
+        return {value.is_.text.data, value.is_.text.size};
     }
 };
 
