@@ -77,6 +77,7 @@ CommandLine::CommandLine() : app_("Looks at documents of the content API as the 
     addDurationCommand(*this);
     addColorCommand(*this);
     addExplainCommand(*this);
+    addAuditCommand(*this);
     addSchemaCommand(*this);
 }
 

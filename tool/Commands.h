@@ -18,6 +18,7 @@ void addTextCommand(CommandLine& commandLine);
 void addDurationCommand(CommandLine& commandLine);
 void addColorCommand(CommandLine& commandLine);
 void addExplainCommand(CommandLine& commandLine);
+void addAuditCommand(CommandLine& commandLine);
 void addSchemaCommand(CommandLine& commandLine);
 
 }  // namespace QELModels::inline QELMODELS_ABI::tool

@@ -1,0 +1,33 @@
+#include <string>
+
+#include "tool/CommandLine.h"
+#include "tool/Commands.h"
+#include "tool/Kinds.h"
+#include "tool/Schema.h"
+
+namespace QELModels::inline QELMODELS_ABI::tool {
+
+namespace {
+
+struct Options {
+    std::string kind;
+};
+
+void declare(CLI::App& command, Options& options) {
+    command.add_option("KIND", options.kind, "What the documents are: " + kindNames())
+        ->required()
+        ->type_name("");
+}
+
+ExitStatus run(const Options& options, Output& output) {
+    output.write(schemaOf(kindNamed(options.kind)) + '\n');
+    return ExitStatus::success;
+}
+
+}  // namespace
+
+void addSchemaCommand(CommandLine& commandLine) {
+    commandLine.add<Options>("schema", "KIND", "JSON Schema of what the mapping reads", declare, run);
+}
+
+}  // namespace QELModels::inline QELMODELS_ABI::tool
