@@ -114,7 +114,10 @@ TEST(Audit, CountsOutcomesAndNamesTheLeastPlace) {
                                            "{\"title\":null,\"seasonNumber\":\"x\",\"extra\":[1]}\n"
                                            "7\n{\"title\":5,\"other\":1,\"extra\":2,\"a.b~/\":3}");
     const std::string one = folder.write("a.json", "\n{\"title\":\n\"b\",\"assets\":null}");
-    EXPECT_EQ(said(audited("season", {lines, one})),
+    const Audit audit = audited("season", {lines, one});
+    EXPECT_EQ(audit.documents, 5u);
+    EXPECT_EQ(audit.broken.count(), 0u);
+    EXPECT_EQ(said(audit),
               (Texts{"wrongKind 1  () at b.ndjson:5 ",
                      "missing 3 /assets (assets) at b.ndjson:1 /assets",
                      "null 1 /assets (assets) at a.json:1 /assets",

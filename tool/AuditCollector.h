@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "QELModels/Mapping/FEMObserver.h"
+#include "QELModels/Mapping/FEMPath.h"
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/Representation.h"
+#include "tool/Audit.h"
+#include "tool/Kinds.h"
+
+namespace QELModels::inline QELMODELS_ABI::tool {
+
+/// Counts what becomes of every property of the documents that it is given, one thread's share of them. An
+/// asset has some 160 rules, so what is counted hangs on a tree of the paths' steps: an event finds its place
+/// with a comparison or two, and texts are made only for the examples that are kept.
+class AuditCollector final : private FEMObserver {
+public:
+    explicit AuditCollector(const Kind& kind);
+    ~AuditCollector();
+
+    /// Maps a document and counts what became of it; one whose mapping faults is counted as faulty. Documents
+    /// come in the order of their places. The file's name outlives the collector.
+    void add(RepresentationView document, std::string_view file, std::uint64_t line);
+    /// Counts a document that could not be read.
+    void addBroken(AuditProblem problem);
+
+    /// What has been counted.
+    Audit audit() const;
+
+private:
+    struct Step;
+    struct Tally;
+    struct Example;
+    class Steps;
+
+    void ruleApplied(const FEMEvent& event) override;
+    void count(Tally& tally, const FEMPath& path);
+    bool comesBefore(const FEMPath& path, const Example& example);
+
+    const Kind& kind_;
+    Audit documents_;  // what is not counted on the trees
+    std::unique_ptr<Steps> rules_;
+    std::unique_ptr<Steps> unread_;
+    std::uint64_t document_ = 0;  // its number, from 1
+    std::string_view file_;
+    std::uint64_t line_ = 0;
+    std::vector<std::size_t> indices_;
+};
+
+}  // namespace QELModels::inline QELMODELS_ABI::tool

@@ -1,0 +1,192 @@
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <thread>
+#include <vector>
+
+#include "JSON/JSONWriter.h"
+#include "QELModels/Platform/Log.h"
+#include "tool/Audit.h"
+#include "tool/AuditDocuments.h"
+#include "tool/AuditPage.h"
+#include "tool/AuditTable.h"
+#include "tool/CommandLine.h"
+#include "tool/Commands.h"
+#include "tool/Documents.h"
+#include "tool/Kinds.h"
+
+namespace QELModels::inline QELMODELS_ABI::tool {
+
+namespace {
+
+constexpr std::size_t kMostThreads = 256;
+
+struct Options {
+    std::string kind;
+    std::vector<std::string> files;
+    bool isJSON = false;
+    bool isMerge = false;
+    std::optional<std::string> page;
+    std::optional<std::size_t> threads;
+};
+
+void declare(CLI::App& command, Options& options) {
+    command.add_option("KIND", options.kind, "What the documents are: " + kindNames() + "; not with --merge")
+        ->required()
+        ->type_name("");
+    command
+        .add_option(
+            "FILE", options.files, "Documents; a name that ends in .ndjson or .jsonl: one on every line")
+        ->type_name("");
+    command.add_flag("--json", options.isJSON, "For programs, and for --merge");
+    addOptional(command, "--html", "OUT", options.page, "Write one page for a browser to the file OUT");
+    command.add_flag("--merge", options.isMerge, "Add up what --json has written, as --json writes it");
+    command
+        .add_option("--threads", options.threads, "How many work at once; as many as there are processors")
+        ->type_name("N")
+        ->check(CLI::Range(std::size_t{1}, kMostThreads));
+}
+
+// A bar on standard error that shows how far the work has come, and is gone when that is done.
+class ProgressBar {
+public:
+    void show(const AuditProgress& progress) {
+        constexpr std::uint64_t kMegabyte = 1'000'000;
+        constexpr std::size_t kCells = 30;
+        std::string bar;
+        if (progress.allBytes != 0) {
+            const double done =
+                std::min(1.0, static_cast<double>(progress.bytes) / static_cast<double>(progress.allBytes));
+            const auto cells = static_cast<std::size_t>(done * kCells);
+            bar = fmt::format("[{:<{}}] {:3.0f} %  ", std::string(cells, '#'), kCells, done * 100);
+        }
+        std::string line = fmt::format("{}{} MB, {} documents",
+                                       bar,
+                                       countText(progress.bytes / kMegabyte),
+                                       countText(progress.documents));
+        const std::size_t size = line.size();
+        line.append(std::max(width_, size) - size, ' ');
+        width_ = size;
+        write("\r" + line);
+    }
+    ~ProgressBar() {
+        if (width_ != 0) write("\r" + std::string(width_, ' ') + "\r");
+    }
+
+private:
+    // Nobody waits for a bar: what cannot be written is lost.
+    static void write(const std::string& text) {
+        [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, text.data(), text.size());
+    }
+
+    std::size_t width_ = 0;
+};
+
+// A file for a page. It is opened before the work begins, so that all of that is not in vain.
+class PageFile {
+public:
+    explicit PageFile(const std::string& name)
+        : name_(name), file_(::open(name.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666)) {
+        if (file_ < 0) fail();
+    }
+    PageFile(const PageFile&) = delete;
+    PageFile& operator=(const PageFile&) = delete;
+    ~PageFile() { ::close(file_); }
+
+    void write(std::string_view text) {
+        // A device or a pipe has nothing to cut off.
+        if (::ftruncate(file_, 0) != 0 && errno != EINVAL) fail();
+        while (!text.empty()) {
+            const ssize_t written = ::write(file_, text.data(), text.size());
+            if (written >= 0)
+                text.remove_prefix(static_cast<std::size_t>(written));
+            else if (errno != EINTR)
+                fail();
+        }
+    }
+
+private:
+    [[noreturn]] void fail() const {
+        throw OutputFailure(
+            fmt::format("cannot write {}: {}", name_, std::generic_category().message(errno)));
+    }
+
+    std::string name_;
+    int file_;
+};
+
+Audit merged(const std::vector<std::string>& files) {
+    std::optional<Audit> sum;
+    for (const std::string& file : files) {
+        try {
+            const Audit audit = Audit::read(readDocument(file));
+            if (!sum) {
+                sum.emplace();
+                sum->kind = audit.kind;
+            }
+            if (audit.kind != sum->kind)
+                throw NotAnAudit(fmt::format("/kind: this one is of kind {}, not {}", audit.kind, sum->kind));
+            sum->add(audit);
+        } catch (const NotAnAudit& problem) {
+            throw BadInput(fmt::format("{}: {}", file, problem.what()));
+        }
+    }
+    return *std::move(sum);
+}
+
+Audit audited(const Kind& kind, const Options& options) {
+    if (options.files.empty()) throw UsageError("FILE is required");
+    // What the library would log is in the answer, with its place and counted.
+    Log::setSink([](std::string_view) {});
+    const std::size_t threads = options.threads.value_or(
+        std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, kMostThreads));
+    if (::isatty(STDERR_FILENO) == 0) return auditDocuments(kind, options.files, threads);
+    ProgressBar bar;
+    return auditDocuments(
+        kind, options.files, threads, [&bar](const AuditProgress& progress) { bar.show(progress); });
+}
+
+ExitStatus run(const Options& options, Output& output) {
+    if (options.isJSON && options.page) throw UsageError("--json and --html exclude each other");
+    // What comes first is a file too when audits are merged.
+    std::vector<std::string> audits{options.kind};
+    audits.insert(audits.end(), options.files.begin(), options.files.end());
+    const Kind* kind = options.isMerge ? nullptr : &kindNamed(options.kind);
+
+    std::optional<PageFile> page;
+    if (options.page) page.emplace(*options.page);
+    const Audit audit = kind == nullptr ? merged(audits) : audited(*kind, options);
+    if (page) {
+        page->write(auditPage(audit));
+    } else if (options.isJSON || options.isMerge) {
+        std::string text;
+        JSONWriter writer(text);
+        audit.write(writer);
+        output.write(text + '\n');
+    } else {
+        writeAuditTable(audit, Output::isColored(), output);
+    }
+    return ExitStatus::success;
+}
+
+}  // namespace
+
+void addAuditCommand(CommandLine& commandLine) {
+    commandLine.add<Options>("audit",
+                             "KIND FILE... [--json | --html OUT] [--threads N]\n"
+                             "       qelmodels audit --merge FILE... [--html OUT]",
+                             "What becomes of every property in many documents",
+                             declare,
+                             run);
+}
+
+}  // namespace QELModels::inline QELMODELS_ABI::tool

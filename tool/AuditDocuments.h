@@ -1,0 +1,31 @@
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+
+#include "QELModels/Platform/Export.h"
+#include "tool/Audit.h"
+#include "tool/Kinds.h"
+
+namespace QELModels::inline QELMODELS_ABI::tool {
+
+/// How far an audit has come.
+struct AuditProgress {
+    std::uint64_t documents = 0;
+    std::uint64_t bytes = 0;     ///< of what has been read
+    std::uint64_t allBytes = 0;  ///< of what there is to read; 0: nobody can know
+};
+
+/// Audits all documents of all files. Files that end in ".ndjson" or ".jsonl" hold a document on every line,
+/// all others hold one. The answer does not depend on the number of threads or on the order of the files.
+///
+/// `progress` is called several times a second on the calling thread; empty: nobody asks. Throws `BadInput`
+/// when a file cannot be read. Memory is bounded by the longest document and the distinct paths.
+Audit auditDocuments(const Kind& kind, std::span<const std::string> files, std::size_t threads,
+                     const std::function<void(const AuditProgress&)>& progress = {});
+
+}  // namespace QELModels::inline QELMODELS_ABI::tool

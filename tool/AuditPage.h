@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+
+#include "QELModels/Platform/Export.h"
+#include "tool/Audit.h"
+
+namespace QELModels::inline QELMODELS_ABI::tool {
+
+/// An audit as one HTML page that needs nothing else, for people: problems first, fill rates as bars, example
+/// places one click away. Its script adds sorting and filtering; without it everything is there all the same.
+std::string auditPage(const Audit& audit);
+
+}  // namespace QELModels::inline QELMODELS_ABI::tool

@@ -1,0 +1,122 @@
+#include "tool/AuditTable.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <limits>
+#include <string>
+#include <string_view>
+
+#include "tool/Display.h"
+
+namespace QELModels::inline QELMODELS_ABI::tool {
+
+namespace {
+
+constexpr std::size_t kUncut = std::numeric_limits<std::size_t>::max();
+
+class Table {
+public:
+    Table(bool isColored, Output& output) : isColored_(isColored), output_(output) {}
+
+    void write(const Audit& audit) {
+        const auto withProblems = std::count_if(
+            audit.properties.begin(), audit.properties.end(), [](const Audit::Property& property) {
+                return property.second.problems() != 0;
+            });
+        line(fmt::format("{} documents of kind {}, {} broken, {} faulty",
+                         countText(audit.documents),
+                         audit.kind,
+                         countText(audit.broken.count()),
+                         countText(audit.faulty.count())),
+             kBold);
+        line(fmt::format("{} properties, {} with problems, {} unread keys",
+                         audit.properties.size(),
+                         withProblems,
+                         audit.unread.size()),
+             kBold);
+        for (const Audit::Property* property : audit.propertiesProblemsFirst())
+            write(*property);
+        writeUnread(audit);
+        write(audit.broken, "Broken documents");
+        write(audit.faulty, "Documents whose mapping faults");
+    }
+
+private:
+    static constexpr std::string_view kBold = "\x1b[1m";
+    static constexpr std::string_view kFaint = "\x1b[2m";
+    static constexpr std::string_view kYellow = "\x1b[33m";
+    static constexpr std::string_view kRed = "\x1b[1;31m";
+    static constexpr std::string_view kPlain = "\x1b[0m";
+
+    static std::string_view colorOf(FEMOutcome outcome) {
+        if (outcome == FEMOutcome::set) return kFaint;
+        return outcome == FEMOutcome::missing || outcome == FEMOutcome::null ? kYellow : kRed;
+    }
+
+    void line(std::string_view text, std::string_view color) {
+        output_.write(isColored_ ? fmt::format("{}{}{}\n", color, text, kPlain) : fmt::format("{}\n", text));
+    }
+
+    static std::string placeText(const AuditPlace& place) {
+        return fmt::format(
+            "{}:{} {}", shown(place.file, kUncut).text, place.line, shown(place.pointer, kUncut).text);
+    }
+
+    // A property's name with its path, then a line for each outcome that it had.
+    void write(const Audit::Property& property) {
+        const auto& [path, name] = property.first;
+        const std::string place = path.empty() ? "the document" : shown(path, kUncut).text;
+        const std::string head =
+            name.empty() ? place : fmt::format("{}  {}", shown(name, kUncut).text, place);
+        line("\n" + head, property.second.problems() != 0 ? kBold : std::string_view());
+        for (const FEMOutcome outcome : kAuditOutcomes) {
+            const AuditTally& tally = property.second[outcome];
+            if (tally.count == 0) continue;
+            line(fmt::format("  {:<10} {:>11} {:>7}  {}",
+                             outcomeLabel(outcome),
+                             countText(tally.count),
+                             shareText(tally.count, property.second.total()),
+                             placeText(tally.example)),
+                 colorOf(outcome));
+        }
+    }
+
+    void writeUnread(const Audit& audit) {
+        if (!audit.unread.empty()) line("\nKeys that no rule reads", kBold);
+        for (const Audit::UnreadKey* key : audit.unreadMostFrequentFirst())
+            line(fmt::format("  {:>11}  {}  {}",
+                             countText(key->second.count),
+                             shown(key->first, kUncut).text,
+                             placeText(key->second.example)),
+                 {});
+    }
+
+    void write(const AuditProblems& problems, std::string_view title) {
+        if (problems.count() != 0) line(fmt::format("\n{}", title), kBold);
+        for (const AuditProblem& problem : problems.named()) {
+            const std::string place = problem.column != 0 ? fmt::format("{}", problem.column)
+                                                          : ' ' + shown(problem.pointer, kUncut).text;
+            line(fmt::format("  {}:{}:{}: {}",
+                             shown(problem.file, kUncut).text,
+                             problem.line,
+                             place,
+                             shown(problem.reason, kUncut).text),
+                 {});
+        }
+        const std::uint64_t more = problems.count() - problems.named().size();
+        if (more != 0) line(fmt::format("  and {} more", countText(more)), {});
+    }
+
+    bool isColored_;
+    Output& output_;
+};
+
+}  // namespace
+
+void writeAuditTable(const Audit& audit, bool isColored, Output& output) {
+    Table(isColored, output).write(audit);
+}
+
+}  // namespace QELModels::inline QELMODELS_ABI::tool
