@@ -1,8 +1,8 @@
 #pragma once
 
 /// @file
-/// The whole library in one include. Applications that mind their compile times include the headers of what they
-/// use: each stands alone.
+/// The whole library in one include. Applications that mind their compile times include the headers of what
+/// they use: each stands alone.
 
 #include "QELModels/Platform/Block.h"
 #include "QELModels/Platform/Clock.h"
@@ -31,6 +31,7 @@
 #include "QELModels/Platform/Value.h"
 #include "QELModels/Platform/ValueTransformer.h"
 #include "QELModels/Platform/Zone.h"
+
 #include "QELModels/Mapping/FEMAttribute.h"
 #include "QELModels/Mapping/FEMDeserializer.h"
 #include "QELModels/Mapping/FEMMapping.h"
@@ -38,19 +39,23 @@
 #include "QELModels/Mapping/FEMPath.h"
 #include "QELModels/Mapping/FEMRules.h"
 #include "QELModels/Mapping/FEMUnreadKeys.h"
+
 #include "QELModels/Categories/NSString+HTMLRemoval.h"
 #include "QELModels/Categories/NSURL+QELKavoHelper.h"
 #include "QELModels/Categories/QELKavoConfiguration.h"
 #include "QELModels/Categories/UIColor+QELUtils.h"
+
 #include "QELModels/Functions/QELDateFormattingFunctions.h"
 #include "QELModels/Functions/QELModelFunctions.h"
 #include "QELModels/Functions/QELModels_vers.h"
+
 #include "QELModels/Transformers/QELHTMLTransformer.h"
 #include "QELModels/Transformers/QELNSURLTransformer.h"
 #include "QELModels/Transformers/QELTimestampTransformer.h"
 #include "QELModels/Transformers/QELUIColorTransformer.h"
 #include "QELModels/Transformers/QELValueTransformer.h"
 #include "QELModels/Transformers/QELValueTransformerRegistry.h"
+
 #include "QELModels/Models/QELAsset+Utilities.h"
 #include "QELModels/Models/QELAsset.h"
 #include "QELModels/Models/QELAssetAdditional+Utils.h"
@@ -75,6 +80,7 @@
 #include "QELModels/Models/QELSeason+Utilities.h"
 #include "QELModels/Models/QELSeason.h"
 #include "QELModels/Models/QELStreamConfiguration.h"
+
 #include "QELModels/Mappers/QELAssetMapper.h"
 #include "QELModels/Mappers/QELAssetsMapper.h"
 #include "QELModels/Mappers/QELCategoriesMapper.h"

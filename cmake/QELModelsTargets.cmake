@@ -38,7 +38,7 @@ endfunction()
 function(qelmodels_warnings target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-        # g++ 12 sees overlapping copies in std::string itself, where a literal is assigned (GCC bug 105651).
+        # g++ 12 sees overlapping copies in std::string itself, where a literal is assigned.
         target_compile_options(${target} PRIVATE -Wno-restrict)
     endif()
 endfunction()

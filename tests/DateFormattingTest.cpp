@@ -46,8 +46,10 @@ TEST(DateFormatting, KnownTimes) {
         {8640000, "100 dager, 00 timer, 00 min og 00 sek", "00:00", "00m00s"},
         {-0.9, "00 sekunder", "00:00", "00m00s"},
         {-1, "18446744073709551615 sekunder", "00:18446744073709551615", "00m18446744073709551615s"},
-        {-90, "18446744073709551615 minutter og 18446744073709551586 sekunder",
-         "18446744073709551615:18446744073709551586", "18446744073709551615m18446744073709551586s"},
+        {-90,
+         "18446744073709551615 minutter og 18446744073709551586 sekunder",
+         "18446744073709551615:18446744073709551586",
+         "18446744073709551615m18446744073709551586s"},
         {kNaN, "00 sekunder", "00:00", "00m00s"},
         {kInfinity, "106751991167300 dager, 15 timer, 30 min og 07 sek", "15:30:07", "15h30m07s"},
         {-kInfinity,
@@ -88,8 +90,10 @@ struct Literal {
         rest = rest - hours * 3600;
         const std::int64_t minutes = rest / 60;
         const std::int64_t seconds = rest - minutes * 60;
-        return {static_cast<std::uint64_t>(days), static_cast<std::uint64_t>(hours),
-                static_cast<std::uint64_t>(minutes), static_cast<std::uint64_t>(seconds)};
+        return {static_cast<std::uint64_t>(days),
+                static_cast<std::uint64_t>(hours),
+                static_cast<std::uint64_t>(minutes),
+                static_cast<std::uint64_t>(seconds)};
     }
 
     std::string countdown() const {
@@ -98,11 +102,21 @@ struct Literal {
         const char* const minute = minutes == 1 ? "minutt" : "minutter";
         const char* const second = seconds == 1 ? "sekund" : "sekunder";
         if (days != 0)
-            return print("%02" PRIu64 " %s, %02" PRIu64 " %s, %02" PRIu64 " min og %02" PRIu64 " sek", days,
-                         day, hours, hour, minutes, seconds);
+            return print("%02" PRIu64 " %s, %02" PRIu64 " %s, %02" PRIu64 " min og %02" PRIu64 " sek",
+                         days,
+                         day,
+                         hours,
+                         hour,
+                         minutes,
+                         seconds);
         if (hours != 0)
-            return print("%02" PRIu64 " %s, %02" PRIu64 " %s og %02" PRIu64 " %s", hours, hour, minutes,
-                         minute, seconds, second);
+            return print("%02" PRIu64 " %s, %02" PRIu64 " %s og %02" PRIu64 " %s",
+                         hours,
+                         hour,
+                         minutes,
+                         minute,
+                         seconds,
+                         second);
         if (minutes != 0)
             return print("%02" PRIu64 " %s og %02" PRIu64 " %s", minutes, minute, seconds, second);
         return print("%02" PRIu64 " %s", seconds, second);

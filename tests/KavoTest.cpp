@@ -111,10 +111,10 @@ RC_GTEST_PROP(Choice, IsTheFirstThatCoversElseTheLastForAnyDoubles,
 }
 
 TEST(SizeTables, HoldTheServersSizes) {
-    const std::vector<Entry> autoHeight{{316, 0, 80}, {480, 0, 80},  {652, 0, 80}, {725, 0, 80},
-                                        {800, 0, 80}, {1080, 0, 80}, {1205, 0, 80}};
-    const std::vector<Entry> autoWidth{{0, 50, 80},  {0, 52, 80},  {0, 75, 80}, {0, 100, 80},
-                                       {0, 104, 50}, {0, 150, 80}, {0, 360, 80}};
+    const std::vector<Entry> autoHeight{
+        {316, 0, 80}, {480, 0, 80}, {652, 0, 80}, {725, 0, 80}, {800, 0, 80}, {1080, 0, 80}, {1205, 0, 80}};
+    const std::vector<Entry> autoWidth{
+        {0, 50, 80}, {0, 52, 80}, {0, 75, 80}, {0, 100, 80}, {0, 104, 50}, {0, 150, 80}, {0, 360, 80}};
     EXPECT_EQ(entries(autoHeightImageSizes()), autoHeight);
     EXPECT_EQ(entries(autoWidthImageSizes()), autoWidth);
 
@@ -153,23 +153,24 @@ TEST(SizeTables, StandOutWhereTheyShould) {
         lastQuality = quality;
     }
     EXPECT_EQ(twice, (std::vector<Shape>{{306, 172}, {440, 248}, {480, 270}, {640, 360}, {1280, 720}}));
-    EXPECT_EQ(notWidescreen, (std::vector<Shape>{{160, 160},
-                                                 {200, 100},
-                                                 {220, 220},
-                                                 {288, 288},
-                                                 {320, 320},
-                                                 {370, 150},
-                                                 {400, 200},
-                                                 {440, 440},
-                                                 {460, 345},
-                                                 {460, 748},
-                                                 {576, 576},
-                                                 {740, 300},
-                                                 {920, 690},
-                                                 {920, 1496},
-                                                 {988, 660},
-                                                 {1024, 768},
-                                                 {2048, 1536}}));
+    EXPECT_EQ(notWidescreen,
+              (std::vector<Shape>{{160, 160},
+                                  {200, 100},
+                                  {220, 220},
+                                  {288, 288},
+                                  {320, 320},
+                                  {370, 150},
+                                  {400, 200},
+                                  {440, 440},
+                                  {460, 345},
+                                  {460, 748},
+                                  {576, 576},
+                                  {740, 300},
+                                  {920, 690},
+                                  {920, 1496},
+                                  {988, 660},
+                                  {1024, 768},
+                                  {2048, 1536}}));
 }
 
 TEST(Configuration, HoldsWhatItIsGivenAndIsNotComparedByValue) {
@@ -231,9 +232,14 @@ TEST_F(ImageURL, AsksForTheSizeInPixels) {
 }
 
 TEST_F(ImageURL, KeepsTheURLAsItStands) {
-    for (const char* text :
-         {"", "i/42", "https://img.example", "HTTPS://Img.Example:443/%7e/a.jpg", "https://img.example/?",
-          "https://img.example/i?v=1&t[]=80x45q80", "https://img.example/i#top", "data:,x"}) {
+    for (const char* text : {"",
+                             "i/42",
+                             "https://img.example",
+                             "HTTPS://Img.Example:443/%7e/a.jpg",
+                             "https://img.example/?",
+                             "https://img.example/i?v=1&t[]=80x45q80",
+                             "https://img.example/i#top",
+                             "data:,x"}) {
         const std::optional<URL> image = URL::parse(text);
         ASSERT_TRUE(image) << text;
         const std::optional<URL> sized = getAutoHeightURLWithSize(*image, {316, 0});

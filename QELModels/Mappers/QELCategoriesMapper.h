@@ -15,7 +15,7 @@ public:
     static constexpr std::string_view kKeyPath = "_embedded.categories";
 
     /// The page's categories; an empty list when the page has none. Never null; `error` is never written.
-    /// Throws `MappingFault`.
+    /// Throws `MappingFault` for a colour that is neither null nor a string; nothing is made then.
     Ref<List<QELCategory>> mappedResponseFromJSONObject(RepresentationView representation,
                                                         Error* error = nullptr,
                                                         const FEMOptions& options = {}) const;

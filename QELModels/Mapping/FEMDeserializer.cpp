@@ -20,6 +20,8 @@ constexpr std::size_t kMostMembersWalked = 128;
 // About how many bytes of records a document's node turns into: what full documents of all kinds need at the
 // most.
 constexpr std::size_t kRecordBytesPerNode = 11;
+// Most of a very large document may be under keys that nobody reads.
+constexpr std::size_t kMostRoomGuessed = std::size_t{64} << 10;
 
 bool sameText(std::string_view a, std::string_view b) noexcept {
     if (a.size() != b.size()) return false;
@@ -188,12 +190,13 @@ public:
     }
 
 private:
-    // Room for a root and all under it: what it keeps of the texts is known, the records are guessed by the
-    // document's nodes. A guess too low costs one more piece of memory, one too high a few bytes.
+    // Room for a root and all under it, guessed by the document's texts and nodes, read or not; so the guess
+    // is bounded. One too low costs one more piece of memory, one too high a few bytes.
     static std::size_t roomFor(std::optional<RepresentationView> value, const FEMRules& rules) {
         const std::size_t own = ObjectAccess::size(*rules.objectClass);
         if (!value) return own;
-        return own + value->node()->textBytes() + kRecordBytesPerNode * value->node()->extent();
+        const std::size_t guess = value->node()->textBytes() + kRecordBytesPerNode * value->node()->extent();
+        return own + std::min(guess, kMostRoomGuessed);
     }
 
     Object* record(std::optional<RepresentationView> dictionary, const FEMRules& rules,

@@ -8,6 +8,13 @@
 namespace QELModels::inline QELMODELS_ABI {
 
 void FEMCaptures::take(const FEMRules& rules) {
+    take(rules, nullptr);
+}
+
+void FEMCaptures::take(const FEMRules& rules, const Nested* around) {
+    // The records of a class that nests itself hold on to the same things at every depth.
+    for (const Nested* outer = around; outer != nullptr; outer = outer->around)
+        if (outer->rules == &rules) return;
     for (const FEMCapture* capture : rules.captures) {
         const bool taken = std::any_of(first_.begin(),
                                        first_.begin() + count_,
@@ -20,8 +27,9 @@ void FEMCaptures::take(const FEMRules& rules) {
         else
             further_.push_back(entry);
     }
+    const Nested here{&rules, around};
     for (const FEMRule& relationship : rules.relationships)
-        if (relationship.mapping == nullptr) take(*relationship.target);
+        if (relationship.mapping == nullptr) take(*relationship.target, &here);
 }
 
 const void* FEMCaptures::furtherState(const FEMCapture* capture) const noexcept {
@@ -64,20 +72,36 @@ FEMMapping::FEMMapping(const FEMRules& rules) : rules_(&rules) {
     captures_.take(rules);
 }
 
-// The rules of this mapping alone, ready for one more: copies of the mapping keep what they had.
-FEMMapping::Added& FEMMapping::added() {
-    if (added_ && added_.use_count() == 1) return *added_;
+// Rules that an application added belong to one mapping, so that copies can be used and changed on different
+// threads.
+FEMMapping::FEMMapping(const FEMMapping& other) : rules_(other.rules_), captures_(other.captures_) {
+    if (other.added_) copyRules(other.added_.get());
+}
+
+FEMMapping& FEMMapping::operator=(FEMMapping other) noexcept {
+    std::swap(rules_, other.rules_);
+    std::swap(added_, other.added_);
+    std::swap(captures_, other.captures_);
+    return *this;
+}
+
+// Makes the rules there are, and what they point to, the beginning of rules of this mapping's own.
+void FEMMapping::copyRules(const Added* from) {
     auto own = std::make_shared<Added>();
     own->attributes.assign(rules_->attributes.begin(), rules_->attributes.end());
     own->relationships.assign(rules_->relationships.begin(), rules_->relationships.end());
     own->keys.assign(rules_->keys.begin(), rules_->keys.end());
-    if (added_) own->owned = added_->owned;
+    if (from != nullptr) own->owned = from->owned;
     own->rules.objectClass = rules_->objectClass;
     own->rules.attributes = own->attributes;
     own->rules.relationships = own->relationships;
     own->rules.keys = own->keys;
     added_ = std::move(own);
     rules_ = &added_->rules;
+}
+
+FEMMapping::Added& FEMMapping::added() {
+    if (!added_) copyRules(nullptr);
     return *added_;
 }
 

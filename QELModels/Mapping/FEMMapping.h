@@ -17,7 +17,7 @@
 namespace QELModels::inline QELMODELS_ABI {
 
 /// What the map rules of a mapping, and of all that it nests, hold on to since it was built.
-class FEMCaptures {
+class QELMODELS_EXPORT FEMCaptures {
 public:
     /// Takes all that these rules, and the constant rules that they nest, want to hold on to.
     void take(const FEMRules& rules);
@@ -29,6 +29,11 @@ public:
 
 private:
     using Entry = std::pair<const FEMCapture*, const void*>;
+    struct Nested {
+        const FEMRules* rules;
+        const Nested* around;
+    };
+    void take(const FEMRules& rules, const Nested* around);
     const void* furtherState(const FEMCapture* capture) const noexcept;
 
     // The library's own mappings hold on to four things at most; an application may want more.
@@ -49,6 +54,10 @@ public:
     explicit FEMMapping(const ObjectClass& objectClass);
     /// A mapping with constant rules. What their map rules hold on to is taken now.
     explicit FEMMapping(const FEMRules& rules);
+    FEMMapping(const FEMMapping& other);
+    FEMMapping(FEMMapping&& other) noexcept = default;
+    FEMMapping& operator=(FEMMapping other) noexcept;
+    ~FEMMapping() = default;
 
     const ObjectClass& objectClass() const noexcept { return *rules().objectClass; }
 
@@ -79,6 +88,7 @@ private:
                          bool toMany);
     [[noreturn]] void throwFault(std::string_view before, std::string_view property,
                                  std::string_view after) const;
+    void copyRules(const Added* from);
     Added& added();
 
     const FEMRules* rules_;  // constant, or those in `added_`

@@ -41,6 +41,10 @@ inline constexpr std::string_view kQELAssetStreamUrls = "streamUrls";
 inline constexpr std::string_view kQELAssetAdditional = "assetAdditional";
 
 /// One video or audio item, on demand or live.
+///
+/// Two assets are equal when their fields are, display count and timestamps left out. Flight times, series
+/// and images compare by identity, so of assets mapped apart only those without all three can be equal; an
+/// asset and its copies are.
 class QELMODELS_EXPORT QELAsset : public QELBaseModel {
 public:
     using QELBaseModel::QELBaseModel;

@@ -30,7 +30,8 @@ inline constexpr std::string_view kQELAssetAdditionalSubtitles = "subtitles";
 inline constexpr std::string_view kQELAssetAdditionalImageCaption = "imageCaption";
 inline constexpr std::string_view kQELAssetAdditionalUrl = "url";
 
-/// What editors and the publishing system add to an asset.
+/// What editors and the publishing system add to an asset. Chapters, cue points and the next asset compare by
+/// identity, so records mapped apart that hold any of these are never equal.
 class QELMODELS_EXPORT QELAssetAdditional : public QELBaseModel {
 public:
     using QELBaseModel::QELBaseModel;

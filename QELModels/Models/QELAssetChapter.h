@@ -28,7 +28,7 @@ public:
     /// How a document fills it, made anew at every call.
     static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
 
-    /// Compares the fields with another record of this class; false for null.
+    /// True for this very chapter alone: identity is asked before the fields.
     bool isEqualToChapter(const QELAssetChapter* other) const { return isEqualByFields(other); }
 
     static const ObjectClass objectClass;

@@ -11,8 +11,9 @@ namespace {
 
 constexpr std::size_t kAlignment = alignof(std::max_align_t);
 constexpr std::size_t kChunkHeader = 2 * sizeof(void*);
-// A further piece is at least this large, so that a block whose size was guessed badly grows in few steps.
+// How large further pieces are, unless more is asked for.
 constexpr std::size_t kLeastChunk = 1024;
+constexpr std::size_t kMostChunk = std::size_t{64} << 10;
 constexpr std::size_t kWorthCutting = 1024;
 constexpr std::size_t kFirstKeptBlocks = 4;
 constexpr std::size_t kMostKeptBlocksAtOnce = 256;
@@ -94,7 +95,9 @@ BlockWriter::BlockWriter(std::size_t capacity, Zone* zone, Origin origin) {
 
 void BlockWriter::grow(std::size_t bytes) {
     static_assert(sizeof(Block::Chunk) == kChunkHeader);
-    const std::size_t size = sizeOfChunk(std::max(bytes, kLeastChunk));
+    // Pieces double up to a limit, so that a block grows in few steps and wastes little.
+    const std::size_t before = block_->chunks_ == nullptr ? 0 : block_->chunks_->size;
+    const std::size_t size = sizeOfChunk(std::max(bytes, std::clamp(2 * before, kLeastChunk, kMostChunk)));
     auto* memory = static_cast<char*>(allocateFrom(block_->zone_, size));
     block_->chunks_ = new (memory) Block::Chunk{block_->chunks_, size};
     next_ = memory + sizeof(Block::Chunk);

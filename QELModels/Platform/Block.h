@@ -60,6 +60,8 @@ public:
     BlockWriter& operator=(const BlockWriter&) = delete;
 
     Block* block() const noexcept { return block_; }
+    /// Whether the block has not grown yet.
+    bool isOnePiece() const noexcept { return block_->chunks_ == nullptr; }
 
     /// Memory for `bytes` bytes, as long-lived as the block; `alignment` is a power of two, at most that of
     /// `std::max_align_t`. Throws `std::bad_alloc`.

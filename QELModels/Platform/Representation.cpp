@@ -311,9 +311,9 @@ RepresentationBuilder::RepresentationBuilder(std::size_t nodes, std::size_t text
 }
 
 char* RepresentationBuilder::reserveNodesBehind(char* text, std::size_t nodes) {
-    // A small block is got more quickly than one is enlarged.
-    if (nodes < kLeastNodesBehind) {
-        grow(nodes);
+    // A small block is got more quickly than one is enlarged, and one that is in pieces cannot be.
+    if (nodes < kLeastNodesBehind || nodesArePiece_ || !writer_.isOnePiece()) {
+        grow(count_ + nodes);
         return text;
     }
     const std::ptrdiff_t offset = text - reinterpret_cast<char*>(writer_.block());
@@ -455,6 +455,7 @@ void RepresentationBuilder::mergeRepeatedKeys(std::size_t dictionary) {
 }
 
 std::string_view RepresentationBuilder::copied(std::string_view text) {
+    if (finished_) throwOutOfOrder();
     if (Text::isWellFormed(text)) return {copyText(text, writer_), text.size()};
     const std::string joined = withPairsJoined(text);
     if (const std::size_t at = Text::firstMalformedByte(joined); at != joined.size())
@@ -496,7 +497,8 @@ void RepresentationBuilder::representation(RepresentationView view) {
 }
 
 Representation RepresentationBuilder::finish() {
-    if (count_ == 0 || open_ != kNowhere) throwOutOfOrder();
+    if (finished_ || count_ == 0 || open_ != kNowhere) throwOutOfOrder();
+    finished_ = true;
     const Node* nodes = nodes_;
     if (nodesArePiece_) nodes = static_cast<const Node*>(writer_.closePiece(count_ * sizeof(Node)));
     const RepresentationView view = RepresentationView::at(nodes, writer_.block());

@@ -154,6 +154,7 @@ private:
     std::size_t open_ = kNowhere;  // the innermost container that is not ended
     std::uint32_t textBytes_ = 0;  // so far, in strings that are no keys; an estimate, so it may wrap around
     bool keyGiven_ = false;
+    bool finished_ = false;
     bool nodesArePiece_ = false;  // of their own
 };
 
