@@ -200,6 +200,7 @@ std::vector<const Audit::Property*> Audit::propertiesProblemsFirst() const {
         return a.problems != b.problems ? a.problems > b.problems : a.filled < b.filled;
     });
     std::vector<const Property*> result;
+    result.reserve(ranked.size());
     for (const Ranked& one : ranked)
         result.push_back(one.property);
     return result;
