@@ -54,6 +54,7 @@ void declare(CLI::App& command, Options& options) {
         .add_option("--threads", options.threads, "How many work at once; as many as there are processors")
         ->type_name("N")
         ->check(CLI::Range(std::size_t{1}, kMostThreads));
+    command.footer("Broken and faulty documents are part of the answer; the exit status is 0 all the same.");
 }
 
 // A bar on standard error that shows how far the work has come, and is gone when that is done.
