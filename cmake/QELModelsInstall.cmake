@@ -1,5 +1,5 @@
-# What `cmake --install` lays down: libraries, headers, a CMake package with components, pkg-config files
-# and the command.
+# What `cmake --install` lays down: libraries, headers, a CMake package with components, pkg-config files, and
+# the command with its manual and completions.
 include(CMakePackageConfigHelpers)
 
 set(packageDir ${CMAKE_INSTALL_LIBDIR}/cmake/QELModels)
@@ -17,6 +17,25 @@ if(TARGET QELModelsJSON)
 endif()
 if(TARGET qelmodels)
     install(TARGETS qelmodels)
+    # The command writes its own page of the manual and its completions, where it can be run.
+    if(NOT CMAKE_CROSSCOMPILING)
+        set(generated ${PROJECT_BINARY_DIR}/generated)
+        file(MAKE_DIRECTORY ${generated})
+        foreach(form man bash zsh fish)
+            add_custom_command(OUTPUT ${generated}/qelmodels.${form}
+                               COMMAND qelmodels generate ${form} > ${generated}/qelmodels.${form}
+                               DEPENDS qelmodels VERBATIM)
+            list(APPEND generatedFiles ${generated}/qelmodels.${form})
+        endforeach()
+        add_custom_target(qelmodels-generated ALL DEPENDS ${generatedFiles})
+        install(FILES ${generated}/qelmodels.man DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 RENAME qelmodels.1)
+        install(FILES ${generated}/qelmodels.bash
+                DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME qelmodels)
+        install(FILES ${generated}/qelmodels.zsh
+                DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions RENAME _qelmodels)
+        install(FILES ${generated}/qelmodels.fish
+                DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+    endif()
 endif()
 
 configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/QELModelsConfig.cmake.in QELModelsConfig.cmake

@@ -79,6 +79,7 @@ CommandLine::CommandLine() : app_("Looks at documents of the content API as the 
     addExplainCommand(*this);
     addAuditCommand(*this);
     addSchemaCommand(*this);
+    addGenerateCommand(*this);
 }
 
 CLI::App& CommandLine::addCommand(std::string name, std::string usage, std::string description) {

@@ -20,5 +20,6 @@ void addColorCommand(CommandLine& commandLine);
 void addExplainCommand(CommandLine& commandLine);
 void addAuditCommand(CommandLine& commandLine);
 void addSchemaCommand(CommandLine& commandLine);
+void addGenerateCommand(CommandLine& commandLine);
 
 }  // namespace QELModels::inline QELMODELS_ABI::tool

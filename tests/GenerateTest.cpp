@@ -1,0 +1,126 @@
+// Promise: the manual and the shells' completions tell of every command and option that the help tells of,
+// are without fault to the programs that read them, and complete what can stand at the cursor.
+
+#include <gtest/gtest.h>
+#include <stdlib.h>  // setenv, which is not of the standard library
+#include <sys/wait.h>
+
+#include <array>
+#include <cstdio>
+#include <regex>
+#include <set>
+#include <string>
+
+#include "QELModels/Platform/Export.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+namespace {
+
+struct Result {
+    int status;
+    std::string out;
+};
+
+// What a line for the shell answers, messages included; $Q is the command.
+Result shell(const std::string& line) {
+    setenv("Q", QELMODELS_COMMAND, 1);
+    std::FILE* pipe = popen(("exec 2>&1; " + line).c_str(), "r");
+    std::string text;
+    std::array<char, 4096> piece{};
+    while (const std::size_t size = std::fread(piece.data(), 1, piece.size(), pipe))
+        text.append(piece.data(), size);
+    const int status = pclose(pipe);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, text};
+}
+
+bool hasProgram(const std::string& name) {
+    return shell("command -v " + name).status == 0;
+}
+
+// The first group of each match.
+std::set<std::string> found(const std::string& text, const char* expression) {
+    const std::regex regex(expression);
+    std::set<std::string> all;
+    for (std::sregex_iterator at(text.begin(), text.end(), regex), end; at != end; ++at)
+        all.insert(at->str(1));
+    return all;
+}
+
+TEST(GenerateTest, TellsOfAllThatTheHelpTells) {
+    const std::string help = shell("$Q --help").out;
+    const auto commands = found(help.substr(help.find("\nCommands:")), "\n  ([a-z][-a-z]*) ");
+    ASSERT_GE(commands.size(), 11U);
+    ASSERT_FALSE(commands.contains("generate")) << "it is for those who build packages";
+    for (const std::string form : {"man", "bash", "zsh", "fish"}) {
+        const Result generated = shell("$Q generate " + form);
+        ASSERT_EQ(generated.status, 0) << generated.out;
+        // The manual writes every dash as one that is no hyphen, fish names options without dashes.
+        const std::string text = std::regex_replace(generated.out, std::regex(R"(\\-)"), "-");
+        for (const std::string& command : commands) {
+            EXPECT_NE(text.find(command), std::string::npos) << form << ' ' << command;
+            for (const std::string& option : found(shell("$Q " + command + " --help").out, "[ ,]--([-a-z]+)"))
+                EXPECT_NE(text.find((form == "fish" ? " -l " : "--") + option), std::string::npos)
+                    << form << ' ' << command << " --" << option;
+        }
+    }
+}
+
+TEST(GenerateTest, IsWithoutFaultToItsReaders) {
+    struct Row {
+        const char *program, *check;
+    };
+    for (const auto& [program, check] :
+         {Row{"man", "$Q generate man | MANWIDTH=80 man --warnings -l - >/dev/null"},
+          Row{"bash", "$Q generate bash | bash -n"},
+          Row{"zsh", "$Q generate zsh | zsh -n"},
+          Row{"fish", "$Q generate fish | fish -n"}}) {
+        if (!hasProgram(program)) continue;
+        const Result result = shell(check);
+        EXPECT_EQ(result.status, 0) << check;
+        EXPECT_EQ(result.out, "") << check;
+    }
+    EXPECT_EQ(shell("$Q generate csh").status, 2);
+}
+
+// What is typed, the word at the cursor last, and what may stand there.
+struct Completion {
+    std::string before, word, expected;
+};
+const Completion kCompletions[] = {
+    {"", "ex", "explain"},
+    {"facts", "", "asset category editorial"},
+    {"map --compact", "edi", "editorial editorials"},
+    {"map --key-path asset", "seasons", "seasons"},
+    {"image-url --auto", "", "height width"},
+    {"text", "de", "decode"},
+    {"audit asset a.json", "--thr", "--threads"},
+};
+
+// The script's answer, one word a line, in the order of the alphabet.
+void expectCompletions(std::string callWith(const Completion&)) {
+    for (const Completion& row : kCompletions) {
+        SCOPED_TRACE("qelmodels " + row.before + " " + row.word);
+        EXPECT_EQ(shell(callWith(row) + " | cut -f1 | LC_ALL=C sort | paste -sd' '").out,
+                  row.expected + "\n");
+    }
+}
+
+TEST(GenerateTest, CompletesInBash) {
+    if (!hasProgram("bash")) GTEST_SKIP() << "no bash";
+    expectCompletions([](const Completion& row) {
+        return "bash -c 'source <($Q generate bash); COMP_WORDS=(qelmodels " + row.before + " \"" + row.word +
+               "\"); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _qelmodels; printf \"%s\\n\" "
+               "\"${COMPREPLY[@]}\"'";
+    });
+}
+
+TEST(GenerateTest, CompletesInFish) {
+    if (!hasProgram("fish")) GTEST_SKIP() << "no fish";
+    expectCompletions([](const Completion& row) {
+        return "fish --no-config -c '$Q generate fish | source; complete -C \"qelmodels " + row.before +
+               (row.before.empty() ? "" : " ") + row.word + "\"'";
+    });
+}
+
+}  // namespace
+}  // namespace QELModels::inline QELMODELS_ABI
