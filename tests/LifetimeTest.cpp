@@ -340,5 +340,17 @@ TEST(NothingHalfMade, whenMemoryRunsOut) {
     });
 }
 
+TEST(Lifetime, whatIsPutIntoARecordIsKeptAlsoWhenItIsACopy) {
+    BlockWriter writer(ObjectAccess::size(QELAsset::objectClass));
+    Object* asset = ObjectAccess::construct(QELAsset::objectClass, writer);
+    {
+        const auto category = copy(*mapped<QELCategory>(R"({"title": "Nyheter"})"));
+        ASSERT_TRUE(QELAsset::objectClass.property("category")->setValue(*asset, Value(category), writer));
+    }
+    writer.finish();
+    const auto kept = Ref<QELAsset>::adopt(static_cast<const QELAsset*>(asset));
+    EXPECT_EQ(kept->category()->title(), "Nyheter");
+}
+
 }  // namespace
 }  // namespace QELModels::test

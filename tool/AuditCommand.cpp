@@ -14,7 +14,6 @@
 #include <vector>
 
 #include "JSON/JSONWriter.h"
-#include "QELModels/Platform/Log.h"
 #include "tool/Audit.h"
 #include "tool/AuditDocuments.h"
 #include "tool/AuditPage.h"
@@ -22,6 +21,7 @@
 #include "tool/CommandLine.h"
 #include "tool/Commands.h"
 #include "tool/Documents.h"
+#include "tool/Explanation.h"
 #include "tool/Kinds.h"
 
 namespace QELModels::inline QELMODELS_ABI::tool {
@@ -40,9 +40,7 @@ struct Options {
 };
 
 void declare(CLI::App& command, Options& options) {
-    command.add_option("KIND", options.kind, "What the documents are: " + kindNames() + "; not with --merge")
-        ->required()
-        ->type_name("");
+    addKind(command, options.kind, "What the documents are: " + kindNames() + "; not with --merge");
     command
         .add_option(
             "FILE", options.files, "Documents; a name that ends in .ndjson or .jsonl: one on every line")
@@ -146,8 +144,7 @@ Audit merged(const std::vector<std::string>& files) {
 
 Audit audited(const Kind& kind, const Options& options) {
     if (options.files.empty()) throw UsageError("FILE is required");
-    // What the library would log is in the answer, with its place and counted.
-    Log::setSink([](std::string_view) {});
+    const SilentLog silentLog;
     const std::size_t threads = options.threads.value_or(
         std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, kMostThreads));
     if (::isatty(STDERR_FILENO) == 0) return auditDocuments(kind, options.files, threads);

@@ -159,6 +159,14 @@ ExitStatus CommandLine::run(std::vector<std::string> arguments) {
     return ExitStatus::badInput;
 }
 
+void addKind(CLI::App& command, std::string& kind, std::string description) {
+    command.add_option("KIND", kind, std::move(description))->required()->type_name("");
+}
+
+void addKeyPath(CLI::App& command, std::optional<std::string>& keyPath) {
+    addOptional(command, "--key-path", "PATH", keyPath, "Where a page of assets has its list");
+}
+
 void addFile(CLI::App& command, std::string& file) {
     file = kStandardInput;
     command.add_option("FILE", file, "The document; - or nothing is standard input")->type_name("");

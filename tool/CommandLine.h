@@ -58,6 +58,10 @@ private:
     ExitStatus status_ = ExitStatus::success;
 };
 
+/// The argument KIND.
+void addKind(CLI::App& command, std::string& kind, std::string description);
+/// The option `--key-path PATH`, for `keyPathFor`.
+void addKeyPath(CLI::App& command, std::optional<std::string>& keyPath);
 /// The argument FILE, standard input unless given.
 void addFile(CLI::App& command, std::string& file);
 /// An argument or an option with one value, which stays null unless it is given.

@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "JSON/JSONWriter.h"
-#include "QELModels/Platform/Log.h"
 #include "QELModels/Platform/MappingFault.h"
 #include "tool/CommandLine.h"
 #include "tool/Commands.h"
@@ -31,12 +30,10 @@ struct Options {
 };
 
 void declare(CLI::App& command, Options& options) {
-    command.add_option("KIND", options.kind, "What the document is: " + kindNames())
-        ->required()
-        ->type_name("");
+    addKind(command, options.kind, "What the document is: " + kindNames());
     addFile(command, options.file);
     command.add_flag("--json", options.isJSON, "One JSON object a line");
-    addOptional(command, "--key-path", "PATH", options.keyPath, "Where a page of assets has its list");
+    addKeyPath(command, options.keyPath);
 }
 
 // How an outcome is shown to people: what is as it should be is faint, and what is wrong stands out.
@@ -89,17 +86,6 @@ std::string shownValue(RepresentationView value) {
                                : fmt::format("{{{} members}}", value.size());
     return shown(jsonFromRepresentation(value), kColumns).text;
 }
-
-// What the mapping logs, the findings say as well, and where.
-class SilentLog {
-public:
-    SilentLog() {
-        Log::setSink([](std::string_view) {});
-    }
-    SilentLog(const SilentLog&) = delete;
-    SilentLog& operator=(const SilentLog&) = delete;
-    ~SilentLog() { Log::setSink({}); }
-};
 
 // Takes the findings as they come, for people.
 class Table {
@@ -193,7 +179,7 @@ std::string jsonLine(const Finding& finding) {
 
 ExitStatus run(const Options& options, Output& output) {
     const Kind& kind = kindNamed(options.kind);
-    if (options.keyPath && !kind.takesKeyPath) throw UsageError("--key-path goes with assets alone");
+    const std::string keyPath = keyPathFor(kind, options.keyPath);
     const Representation document = readDocument(options.file);
     Table table(Output::isColored());
     const auto visit = [&](const Finding& finding) {
@@ -205,7 +191,7 @@ ExitStatus run(const Options& options, Output& output) {
     std::optional<MappingFault> fault;
     const SilentLog silentLog;
     try {
-        explain(kind, document, options.keyPath.value_or(""), visit);
+        explain(kind, document, keyPath, visit);
     } catch (const MappingFault& thrown) {
         fault = thrown;
     }

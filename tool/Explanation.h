@@ -8,6 +8,7 @@
 #include "QELModels/Mapping/FEMObserver.h"
 #include "QELModels/Mapping/FEMUnreadKeys.h"
 #include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/Log.h"
 #include "QELModels/Platform/Representation.h"
 #include "tool/Kinds.h"
 
@@ -24,6 +25,18 @@ inline constexpr std::string_view kUnread = "unread";
 /// `MappingFault`, of which the last event tells.
 void observeMapping(const Kind& kind, RepresentationView document, std::string_view keyPath,
                     FEMObserver& observer);
+
+/// Keeps the library's log quiet while it lives: what a mapping logs, its observer is told as well, and
+/// where.
+class SilentLog {
+public:
+    SilentLog() {
+        Log::setSink([](std::string_view) {});
+    }
+    SilentLog(const SilentLog&) = delete;
+    SilentLog& operator=(const SilentLog&) = delete;
+    ~SilentLog() { Log::setSink({}); }
+};
 
 /// Tells of every key of a document that no rule reads.
 void enumerateUnreadKeys(const Kind& kind, RepresentationView document, std::string_view keyPath,

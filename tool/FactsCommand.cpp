@@ -29,9 +29,7 @@ struct Options {
 };
 
 void declare(CLI::App& command, Options& options) {
-    command.add_option("KIND", options.kind, "What the document is: asset, category or editorial")
-        ->required()
-        ->type_name("");
+    addKind(command, options.kind, "What the document is: asset, category or editorial");
     addFile(command, options.file);
     addCurrentTime(command, options.at);
     addOptional(command,
@@ -46,9 +44,6 @@ void declare(CLI::App& command, Options& options) {
 class FactWriter {
 public:
     explicit FactWriter(JSONWriter& writer) : writer_(writer) { writer_.beginDictionary(); }
-    FactWriter(const FactWriter&) = delete;
-    FactWriter& operator=(const FactWriter&) = delete;
-    ~FactWriter() = default;
 
     void fact(std::string_view name, const std::string& text) {
         writer_.key(name);

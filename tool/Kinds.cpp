@@ -71,4 +71,9 @@ const Kind& kindNamed(std::string_view name) {
     return *kind;
 }
 
+std::string keyPathFor(const Kind& kind, const std::optional<std::string>& keyPath) {
+    if (keyPath && !kind.takesKeyPath) throw UsageError("--key-path goes with assets alone");
+    return keyPath.value_or("");
+}
+
 }  // namespace QELModels::inline QELMODELS_ABI::tool

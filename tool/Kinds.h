@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -34,5 +35,8 @@ std::string kindNames();
 
 /// The kind of that name; throws `UsageError` when there is none.
 const Kind& kindNamed(std::string_view name);
+
+/// The key path that was asked for, empty when none was; throws `UsageError` for a kind that takes none.
+std::string keyPathFor(const Kind& kind, const std::optional<std::string>& keyPath);
 
 }  // namespace QELModels::inline QELMODELS_ABI::tool

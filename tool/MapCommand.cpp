@@ -20,19 +20,16 @@ struct Options {
 };
 
 void declare(CLI::App& command, Options& options) {
-    command.add_option("KIND", options.kind, "What the document is: " + kindNames())
-        ->required()
-        ->type_name("");
+    addKind(command, options.kind, "What the document is: " + kindNames());
     addFile(command, options.file);
     command.add_flag("--compact", options.isCompact, "Without line breaks and blanks");
     command.add_flag("--lines", options.isLines, "Every line of FILE is a document of its own");
-    addOptional(command, "--key-path", "PATH", options.keyPath, "Where a page of assets has its list");
+    addKeyPath(command, options.keyPath);
 }
 
 ExitStatus run(const Options& options, Output& output) {
     const Kind& kind = kindNamed(options.kind);
-    if (options.keyPath && !kind.takesKeyPath) throw UsageError("--key-path goes with assets alone");
-    const std::string keyPath = options.keyPath.value_or("");
+    const std::string keyPath = keyPathFor(kind, options.keyPath);
     const Answer answer = [&](RepresentationView document, JSONWriter& writer) {
         writeJSON(writer, kind.map(document, keyPath, {}));
     };

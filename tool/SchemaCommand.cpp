@@ -14,9 +14,7 @@ struct Options {
 };
 
 void declare(CLI::App& command, Options& options) {
-    command.add_option("KIND", options.kind, "What the documents are: " + kindNames())
-        ->required()
-        ->type_name("");
+    addKind(command, options.kind, "What the documents are: " + kindNames());
 }
 
 ExitStatus run(const Options& options, Output& output) {

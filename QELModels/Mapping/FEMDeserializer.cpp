@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <memory>
+#include <span>
 
 #include "QELModels/Platform/MappingFault.h"
 #include "QELModels/Platform/RepresentationBuilder.h"
@@ -90,13 +91,6 @@ private:
     const Node** values_ = usual_;
 };
 
-const char* copyText(std::string_view text, BlockWriter& writer) {
-    char* to = writer.reserve(text.size());
-    std::memcpy(to, text.data(), text.size());
-    writer.commit(text.size());
-    return to;
-}
-
 // Puts a raw value of a document into a property. False, and nothing done, when its kind does not fit; no raw
 // value is by itself a URL, a date, a colour or a record.
 bool putRaw(const Property& property, Object& object, RepresentationView value, BlockWriter& writer) {
@@ -104,7 +98,7 @@ bool putRaw(const Property& property, Object& object, RepresentationView value, 
     switch (property.kind) {
         case PropertyKind::text:
             if (!value.isString()) return false;
-            property.slot<TextSlot>(object) = {copyText(node.string(), writer), node.size};
+            property.slot<TextSlot>(object) = {writer.copyText(node.string()), node.size};
             return true;
         case PropertyKind::number:
             if (!value.isNumber()) return false;
@@ -136,7 +130,7 @@ bool putMapped(const Property& property, Object& object, const Value& value, Blo
     if ((isText || isURL) && !ValueAccess::keeps(value)) {
         const std::string_view text = ValueAccess::characters(value);
         const bool inPlace = ValueAccess::block(value) == writer.block();
-        property.slot<TextSlot>(object) = {inPlace ? text.data() : copyText(text, writer), text.size()};
+        property.slot<TextSlot>(object) = {inPlace ? text.data() : writer.copyText(text), text.size()};
         return true;
     }
     return property.setValue(object, value, writer);
@@ -216,22 +210,21 @@ private:
         // An observer has been told of the element or root that is none; there is nothing in it to tell of.
         if (dictionary == nullptr) return object;
         const FoundValues found(rules, dictionary, block);
-        for (const FEMRule& rule : rules.attributes) {
-            const Found value = found.at(rule);
-            if (value.node == nullptr)
-                tell(rule, FEMOutcome::missing, std::nullopt, path);
-            else
-                applyAttribute(
-                    rule, RepresentationView::at(value.node, value.block), captures, *object, writer, path);
-        }
-        for (const FEMRule& rule : rules.relationships) {
-            const Found value = found.at(rule);
-            if (value.node == nullptr)
-                tell(rule, FEMOutcome::missing, std::nullopt, path);
-            else
-                applyRelationship(
-                    rule, RepresentationView::at(value.node, value.block), captures, *object, writer, path);
-        }
+        const auto forEachFound = [&](std::span<const FEMRule> list, const auto& apply) {
+            for (const FEMRule& rule : list) {
+                const Found value = found.at(rule);
+                if (value.node == nullptr)
+                    tell(rule, FEMOutcome::missing, std::nullopt, path);
+                else
+                    apply(rule, RepresentationView::at(value.node, value.block));
+            }
+        };
+        forEachFound(rules.attributes, [&](const FEMRule& rule, RepresentationView value) {
+            applyAttribute(rule, value, captures, *object, writer, path);
+        });
+        forEachFound(rules.relationships, [&](const FEMRule& rule, RepresentationView value) {
+            applyRelationship(rule, value, captures, *object, writer, path);
+        });
         return object;
     }
 
@@ -276,7 +269,7 @@ private:
             return;
         }
         tell(rule, FEMOutcome::set, value, path);
-        const FEMRules& rules = rule.mapping == nullptr ? *rule.target : rule.mapping->rules();
+        const FEMRules& rules = rule.nestedRules();
         const FEMCaptures& held = rule.mapping == nullptr ? captures : rule.mapping->captures();
         const FEMPath at(path, rule.keyPath, property.name);
         const bool isRoot = rules.objectClass->isRoot();

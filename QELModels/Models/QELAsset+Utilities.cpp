@@ -1,7 +1,5 @@
 #include "QELModels/Models/QELAsset+Utilities.h"
 
-#include <utility>
-
 #include "QELModels/Functions/QELDateFormattingFunctions.h"
 #include "QELModels/Platform/Clock.h"
 #include "QELModels/Platform/Number.h"

@@ -108,9 +108,7 @@ PropertyDictionary QELBaseModel::dictionaryValue() const {
 }
 
 Ref<QELBaseModel> QELBaseModel::copyWithZone(Zone* zone) const {
-    // Room for the record, and for the blocks that it keeps.
-    constexpr std::size_t kRoomToKeep = 64;
-    BlockWriter writer(ObjectAccess::size(isa()) + kRoomToKeep, zone, BlockWriter::Origin::copy);
+    BlockWriter writer(ObjectAccess::size(isa()) + BlockWriter::kRoomToKeep, zone, BlockWriter::Origin::copy);
     Object* copy = ObjectAccess::construct(isa(), writer);
     for (const auto& [key, value] : dictionaryValue())
         isa().property(key)->setValue(*copy, value, writer);

@@ -161,15 +161,15 @@ void* BlockWriter::closePiece(std::size_t used) noexcept {
 }
 
 void BlockWriter::keep(const Block* other) {
-    if (other == nullptr || other == block_) return;
-    if (other->original_) return keepOriginal(other);
+    if (other == nullptr || other->original_) return keepBlock(other);
     for (auto* kept = other->kept_; kept != nullptr; kept = kept->next) {
         for (std::size_t i = 0; i < kept->count; ++i)
-            keepOriginal(kept->blocks()[i]);
+            keepBlock(kept->blocks()[i]);
     }
 }
 
-void BlockWriter::keepOriginal(const Block* other) {
+void BlockWriter::keepBlock(const Block* other) {
+    if (other == nullptr || other == block_) return;
     auto* kept = block_->kept_;
     // The values of one record come from very few blocks, in turn: a look at the newest finds nearly all of
     // them.

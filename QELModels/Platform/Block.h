@@ -3,6 +3,8 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <string_view>
 #include <utility>
 
 #include "QELModels/Platform/Export.h"
@@ -86,6 +88,13 @@ public:
         return next_;
     }
     void commit(std::size_t bytes) noexcept { next_ += bytes; }
+    /// A copy of a text; never null, also when the text is empty.
+    char* copyText(std::string_view text) {
+        char* to = reserve(text.size());
+        if (!text.empty()) std::memcpy(to, text.data(), text.size());
+        commit(text.size());
+        return to;
+    }
 
     /// Memory for `bytes` bytes behind all that was allocated so far, for which the block itself is enlarged:
     /// of a large block that is one piece, the system's memory is kept for the next one instead of being
@@ -100,9 +109,13 @@ public:
     void* growPiece(std::size_t used, std::size_t bytes);
     void* closePiece(std::size_t used) noexcept;
 
-    /// Makes the block keep `other`, or, when that is a copy's block, all that the copy keeps. Null and the
-    /// block itself need no keeping.
+    /// Makes the block keep what a record in `other` holds: that block or, when it is a copy's, all that the
+    /// copy keeps. Null and the block itself need no keeping.
     void keep(const Block* other);
+    /// Makes the block keep what lies in `other` itself, a copy's block or not.
+    void keepBlock(const Block* other);
+    /// Bytes that a block needs to keep the first few others.
+    static constexpr std::size_t kRoomToKeep = 64;
     /// Makes room at once for so many blocks that will be kept.
     void expectKept(std::size_t blocks);
 
@@ -111,7 +124,6 @@ public:
 
 private:
     void grow(std::size_t bytes);
-    void keepOriginal(const Block* other);
     void openKept(std::size_t capacity);
 
     Block* block_;

@@ -77,6 +77,8 @@ constexpr auto property(std::string_view name) {
     PropertyOf<Member> property{};
     property.name = name;
     if constexpr (Pointed::kComputed) {
+        static_assert(std::is_integral_v<typename Pointed::Type> || std::is_enum_v<typename Pointed::Type>,
+                      "a computed property is a boolean or an integer");
         property.kind =
             std::is_same_v<typename Pointed::Type, bool> ? PropertyKind::boolean : PropertyKind::integer;
         property.compute = &computed<Member>;

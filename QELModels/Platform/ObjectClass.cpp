@@ -15,18 +15,11 @@ std::string_view textOf(const TextSlot& slot) noexcept {
     return {slot.data, slot.size};
 }
 
-void putText(TextSlot& slot, std::string_view text, BlockWriter& writer) {
-    char* to = writer.reserve(text.size());
-    std::copy(text.begin(), text.end(), to);
-    writer.commit(text.size());
-    slot = {to, text.size()};
-}
-
 void putText(TextSlot& slot, std::string_view text, const Value& value, BlockWriter& writer) {
     const Block* block = ValueAccess::block(value);
-    if (block == nullptr) return putText(slot, text, writer);  // lent by somebody who will not wait
+    // Without a block it is lent by somebody who will not wait.
+    slot = {block == nullptr ? writer.copyText(text) : text.data(), text.size()};
     writer.keep(block);
-    slot = {text.data(), text.size()};
 }
 
 [[noreturn]] void throwCannotBeSet(const Property& property, const Object& object) {
@@ -166,7 +159,7 @@ bool Property::put(Object& object, const Value& value, BlockWriter& writer) cons
         case PropertyKind::record: {
             const Object* record = value.record();
             if (record == nullptr || !isOf(target, *record)) return false;
-            writer.keep(record->block());
+            writer.keepBlock(record->block());
             slot<const Object*>(object) = record;
             return true;
         }
@@ -175,7 +168,7 @@ bool Property::put(Object& object, const Value& value, BlockWriter& writer) cons
             if (list == nullptr) return false;
             for (const Object* element : list->objects())
                 if (!isOf(target, *element)) return false;
-            writer.keep(list->block());
+            writer.keepBlock(list->block());
             slot<const ListBase*>(object) = list;
             return true;
         }

@@ -119,17 +119,10 @@ std::string withPairsJoined(std::string_view text) {
     return joined;
 }
 
-char* copyText(std::string_view text, BlockWriter& writer) {
-    char* to = writer.reserve(text.size());
-    std::copy(text.begin(), text.end(), to);
-    writer.commit(text.size());
-    return to;
-}
-
 // Mends what a plain copy of a node leaves pointing into the block that it was copied from.
 void adopt(Node& copy, BlockWriter& writer) {
     if (copy.tag == Tag::string)
-        copy.text = copyText(copy.string(), writer);
+        copy.text = writer.copyText(copy.string());
     else if (copy.tag == Tag::link)
         writer.keep((&copy + 1)->block);
 }
@@ -456,11 +449,11 @@ void RepresentationBuilder::mergeRepeatedKeys(std::size_t dictionary) {
 
 std::string_view RepresentationBuilder::copied(std::string_view text) {
     if (finished_) throwOutOfOrder();
-    if (Text::isWellFormed(text)) return {copyText(text, writer_), text.size()};
+    if (Text::isWellFormed(text)) return {writer_.copyText(text), text.size()};
     const std::string joined = withPairsJoined(text);
     if (const std::size_t at = Text::firstMalformedByte(joined); at != joined.size())
         throw std::invalid_argument("a text is not UTF-8 at its byte " + std::to_string(at));
-    return {copyText(joined, writer_), joined.size()};
+    return {writer_.copyText(joined), joined.size()};
 }
 
 void RepresentationBuilder::key(std::string_view key) {

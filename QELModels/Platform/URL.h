@@ -40,8 +40,6 @@ private:
     friend struct URLAccess;
     friend class URL;
 
-    static constexpr URLView fromValidated(std::string_view text) noexcept { return URLView(text); }
-
     constexpr explicit URLView(std::string_view text) noexcept : data_(text.data()), size_(text.size()) {}
 
     const char* data_ = "";
@@ -50,9 +48,7 @@ private:
 
 /// For those who store a URL's text after it was parsed: makes it a URL again without another look at it.
 struct URLAccess {
-    static constexpr URLView fromValidated(std::string_view text) noexcept {
-        return URLView::fromValidated(text);
-    }
+    static constexpr URLView fromValidated(std::string_view text) noexcept { return URLView(text); }
 };
 
 /// A URL that owns its text.
@@ -71,7 +67,7 @@ public:
     std::string_view text() const noexcept QELMODELS_LENT { return text_; }
     std::uint64_t hash() const noexcept { return hashOfText(text_); }
 
-    operator URLView() const noexcept QELMODELS_LENT { return URLView::fromValidated(text_); }
+    operator URLView() const noexcept QELMODELS_LENT { return URLView(text_); }
 
     friend bool operator==(const URL& a, const URL& b) noexcept { return a.text_ == b.text_; }
 
