@@ -358,15 +358,27 @@ private:
         if (*at != '"') return false;
         const std::string_view key = text(at);
         if (*take() != ':' || key.data() == nullptr) return false;
-        const std::uint16_t hash = paddedKeyHash(key.data(), key.size());
+        const std::uint16_t hash = quotedKeyHash(key.data(), key.size());
         append(key, hash);
         std::uint64_t& word = container_->keysSeen[hash >> 14];
         const std::uint64_t seen = word;
         const unsigned bit = hash >> 8 & 63;
         if ((seen >> bit & 1) != 0) [[unlikely]]
-            container_->mayRepeatKeys = true;
+            container_->mayRepeatKeys |= isAmong(builder_.nodes() + container_->node + 1, size_, hash);
         word = seen | std::uint64_t{1} << bit;
         return true;
+    }
+
+    // Whether one of the members has a key of that hash; true also when they are too many to look at them all
+    // for every key.
+    [[gnu::noinline]] static bool isAmong(const Node* member, std::uint32_t members,
+                                          std::uint16_t hash) noexcept {
+        if (members > RepresentationBuilder::kMostMembersScanned) return true;
+        for (std::uint32_t left = members; left != 0; --left) {
+            if (member->keyHash == hash) return true;
+            member += 1 + (member + 1)->extent();
+        }
+        return false;
     }
 
     [[gnu::always_inline]] bool scalar(char* at) {

@@ -350,14 +350,12 @@ TEST_P(Records, areMappedByTheirRulesInOrder) {
     const auto written = [](const FEMRule& rule) {
         std::string text(rule.property->name);
         if (rule.keyPath != rule.property->name) text += '=' + std::string(rule.keyPath);
-        if (rule.map.capture != nullptr) {
-            text += '?' + std::string(rule.map.capture->name);
-        } else if (rule.map.apply != nullptr) {
-            std::string fetchedName = "%";
-            for (const auto name : {kQELHTMLTransformer, kQELNSURLTransformer, kQELTimestampTransformer})
-                if (rule.map.data == QELTransformerSlots::named(name)) fetchedName = '!' + std::string(name);
-            text += fetchedName;
-        }
+        if (rule.map.apply == &QELNamedTransformers::applyCaptured)
+            text += '?' + std::string(QELNamedTransformers::kNames.at(rule.map.size));
+        else if (rule.map.apply == &QELNamedTransformers::applyFetched)
+            text += '!' + std::string(QELNamedTransformers::kNames.at(rule.map.size));
+        else if (rule.map.apply != nullptr)
+            text += '%';
         return text += rule.toMany ? "* " : " ";
     };
     std::string attributes;

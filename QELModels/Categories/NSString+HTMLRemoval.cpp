@@ -7,6 +7,7 @@
 #include <cstring>
 #include <utility>
 
+#include "QELModels/Platform/ByteBlock.h"
 #include "QELModels/Platform/Text.h"
 
 // Cleaning is three passes over one buffer: tags, named references, numeric references. Each pass reads at or
@@ -62,37 +63,27 @@ constexpr std::size_t placeOf(Word first) noexcept {
     return static_cast<std::size_t>(std::countr_zero(first)) / 8;
 }
 
-constexpr std::size_t kBlock = 16;
-
-/// Not zero if a '<' or an '&' is among the bytes of a block.
-#if defined(__GNUC__)
-Word marksIn(const char* text) noexcept {
-    using Block [[gnu::vector_size(kBlock)]] = char;
-    Block block;
-    std::memcpy(&block, text, kBlock);
-    const auto marks = (block == '<') | (block == '&');
-    Word halves[2];
-    std::memcpy(halves, &marks, kBlock);
-    return halves[0] | halves[1];
+/// Has all bits of each '<' and '&' of a block.
+ByteBlock marksIn(ByteBlock block) noexcept {
+    return (block == '<') | (block == '&');
 }
-#else
-Word marksIn(const char* text) noexcept {
-    return firstMark(wordAt(text)) | firstMark(wordAt(text + sizeof(Word)));
-}
-#endif
 
 /// How many bytes go by before the first '<' or '&'. Every text of every document comes through here.
 std::size_t plainPrefix(const char* text, std::size_t size) noexcept {
     std::size_t at = 0;
-    if (size >= kBlock) {
-        while (at + 2 * kBlock <= size && (marksIn(text + at) | marksIn(text + at + kBlock)) == 0)
-            at += 2 * kBlock;
-        if (at + kBlock <= size && marksIn(text + at) == 0) at += kBlock;
-        // The last block overlaps what has been seen, which is cheaper than going by bytes.
-        if (at + kBlock > size && marksIn(text + size - kBlock) == 0) return size;
+    for (; at + ByteBlock::kSize <= size; at += ByteBlock::kSize) {
+        const std::size_t plain = marksIn(ByteBlock(text + at)).first();
+        if (plain != ByteBlock::kSize) return at + plain;
     }
-    for (; at + sizeof(Word) <= size; at += sizeof(Word)) {
-        if (const Word first = firstMark(wordAt(text + at)); first != 0) return at + placeOf(first);
+    if (at == size) return size;
+    if (size >= ByteBlock::kSize) {
+        // The last block overlaps what has been seen, and that holds no mark.
+        const std::size_t last = size - ByteBlock::kSize;
+        return last + marksIn(ByteBlock(text + last)).first();
+    }
+    if (size >= sizeof(Word)) {
+        if (const Word first = firstMark(wordAt(text)); first != 0) return placeOf(first);
+        at = sizeof(Word);
     }
     while (at < size && text[at] != '<' && text[at] != '&')
         ++at;
@@ -457,6 +448,7 @@ private:
 
     bool decode() noexcept {
         const Word word = wordAt(++in_, end_);
+        if ((word & 0xFF) == '#') return decodeNumeric(word);
         const Reference reference = referenceIn(word);
         if (reference.isLatin()) {
             put(reference.latin(), reference.length);
@@ -466,11 +458,8 @@ private:
             put(static_cast<char32_t>(reference.ascii()), reference.length);
             return !reference.isAmp() || isInert(wordAt(in_, end_));
         }
-        if (isInert(word)) {
-            put('&', 0);
-            return true;
-        }
-        return decodeNumeric(word);
+        put('&', 0);
+        return isInert(word);
     }
 
     /// Whether what follows cannot make a reference of an '&' in front of it, not even when tags have gone:
@@ -482,7 +471,7 @@ private:
     /// Numeric references with a short body that holds nothing which another pass would look at.
     bool decodeNumeric(Word word) noexcept {
         const Word semicolon = firstOf(';', word);
-        if ((word & 0xFF) != '#' || semicolon == 0) return false;
+        if (semicolon == 0) return false;
         const std::size_t length = placeOf(semicolon);
         const Word mark = firstMark(word);
         if (mark != 0 && placeOf(mark) < length) return false;
@@ -497,15 +486,15 @@ private:
         in_ += length;
     }
 
-    /// Copies up to the next mark. Whole words may be written since the output is never ahead of the input.
+    /// Copies up to the next mark. Whole blocks may be written since the output is never ahead of the input.
     void copyPlain() noexcept {
-        while (end_ - in_ >= static_cast<std::ptrdiff_t>(sizeof(Word))) {
-            const Word mark = firstMark(wordAt(in_));
-            std::memcpy(out_, in_, sizeof(Word));
-            const std::size_t plain = mark == 0 ? sizeof(Word) : placeOf(mark);
+        while (end_ - in_ >= static_cast<std::ptrdiff_t>(ByteBlock::kSize)) {
+            const ByteBlock block(in_);
+            block.store(out_);
+            const std::size_t plain = marksIn(block).first();
             in_ += plain;
             out_ += plain;
-            if (mark != 0) return;
+            if (plain != ByteBlock::kSize) return;
         }
         while (in_ != end_ && *in_ != '<' && *in_ != '&')
             *out_++ = *in_++;

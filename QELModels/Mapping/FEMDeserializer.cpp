@@ -6,7 +6,7 @@
 #include <span>
 
 #include "QELModels/Platform/MappingFault.h"
-#include "QELModels/Platform/RepresentationBuilder.h"
+#include "QELModels/Platform/PropertyWriter.h"
 
 namespace QELModels::inline QELMODELS_ABI {
 
@@ -25,17 +25,21 @@ constexpr std::size_t kRecordBytesPerNode = 11;
 constexpr std::size_t kMostRoomGuessed = std::size_t{64} << 10;
 
 bool sameText(std::string_view a, std::string_view b) noexcept {
-    if (a.size() != b.size()) return false;
-    // Keys are short: two overlapping words compare most of them without a call.
-    const auto word = [](const char* p) {
-        std::uint64_t bytes;
-        std::memcpy(&bytes, p, sizeof bytes);
-        return bytes;
+    const std::size_t size = a.size();
+    if (size != b.size()) return false;
+    // Keys are short: two words, which may overlap, compare most of them without a call.
+    const auto sameEnds = [&]<class Word>(Word) {
+        Word ends[4];
+        std::memcpy(&ends[0], a.data(), sizeof(Word));
+        std::memcpy(&ends[1], b.data(), sizeof(Word));
+        std::memcpy(&ends[2], a.data() + size - sizeof(Word), sizeof(Word));
+        std::memcpy(&ends[3], b.data() + size - sizeof(Word), sizeof(Word));
+        return ends[0] == ends[1] && ends[2] == ends[3];
     };
-    constexpr std::size_t kWord = sizeof(std::uint64_t);
-    if (a.size() < kWord || a.size() > 2 * kWord) return std::memcmp(a.data(), b.data(), a.size()) == 0;
-    const std::size_t last = a.size() - kWord;
-    return word(a.data()) == word(b.data()) && word(a.data() + last) == word(b.data() + last);
+    if (size > 2 * sizeof(std::uint64_t)) return std::memcmp(a.data(), b.data(), size) == 0;
+    if (size >= sizeof(std::uint64_t)) return sameEnds(std::uint64_t{});
+    if (size >= sizeof(std::uint32_t)) return sameEnds(std::uint32_t{});
+    return size < 2 ? size == 0 || a[0] == b[0] : sameEnds(std::uint16_t{});
 }
 
 struct Found {
@@ -71,11 +75,15 @@ public:
 
 private:
     void walk(const FEMRules& rules, const Node* dictionary) {
+        // What is written could be among what is read, for all that the compiler knows: so all of that is
+        // read first.
+        const FEMRules known = rules;
+        const Node** const values = values_;
         const Node* member = dictionary + 1;
         for (std::uint32_t left = dictionary->size; left != 0; --left) {
-            const std::uint8_t slot = rules.slot(member->keyHash);
-            if (slot != 0 && sameText(rules.keys[slot - 1U], member->string()))
-                values_[slot - 1U] = member + 1;
+            const std::uint8_t slot = known.slot(member->keyHash);
+            if (slot != 0 && sameText(known.keys[slot - 1U], member->string()))
+                values[slot - 1U] = member + 1;
             member += 1 + (member + 1)->extent();
         }
     }
@@ -91,51 +99,6 @@ private:
     const Node** values_ = usual_;
 };
 
-// Puts a raw value of a document into a property. False, and nothing done, when its kind does not fit; no raw
-// value is by itself a URL, a date, a colour or a record.
-bool putRaw(const Property& property, Object& object, RepresentationView value, BlockWriter& writer) {
-    const Node& node = *value.node();
-    switch (property.kind) {
-        case PropertyKind::text:
-            if (!value.isString()) return false;
-            property.slot<TextSlot>(object) = {writer.copyText(node.string()), node.size};
-            return true;
-        case PropertyKind::number:
-            if (!value.isNumber()) return false;
-            property.slot<NumberSlot>(object) = {node.bits, node.origin(), true};
-            return true;
-        case PropertyKind::boolean:
-            if (!value.isNumber()) return false;
-            property.slot<bool>(object) = NumberBits::number(node.bits, node.origin()).boolValue();
-            return true;
-        case PropertyKind::integer:
-            if (!value.isNumber()) return false;
-            property.slot<std::int64_t>(object) = NumberBits::number(node.bits, node.origin()).int64Value();
-            return true;
-        case PropertyKind::array:
-        case PropertyKind::dictionary:
-            if (!(property.kind == PropertyKind::array ? value.isArray() : value.isDictionary()))
-                return false;
-            property.slot<RepresentationSlot>(object) = {copyRepresentation(value, writer), writer.block()};
-            return true;
-        default:
-            return false;
-    }
-}
-
-// Puts the result of a map rule into a property: the kinds that most rules make without a detour.
-bool putMapped(const Property& property, Object& object, const Value& value, BlockWriter& writer) {
-    const bool isText = value.kind() == Value::Kind::text && property.kind == PropertyKind::text;
-    const bool isURL = value.kind() == Value::Kind::url && property.kind == PropertyKind::url;
-    if ((isText || isURL) && !ValueAccess::keeps(value)) {
-        const std::string_view text = ValueAccess::characters(value);
-        const bool inPlace = ValueAccess::block(value) == writer.block();
-        property.slot<TextSlot>(object) = {inPlace ? text.data() : writer.copyText(text), text.size()};
-        return true;
-    }
-    return property.setValue(object, value, writer);
-}
-
 // Applies rules to dictionaries. Whether somebody observes it is known when it is compiled, so that those who
 // do not ask pay nothing.
 template <bool kObserved>
@@ -144,15 +107,15 @@ public:
     explicit Engine(const FEMOptions& options) : observer_(options.observer), zone_(options.zone) {}
 
     // A record in a block of its own, and with it the one use of that block.
-    Ref<Object> root(std::optional<RepresentationView> value, const FEMRules& rules,
-                     const FEMCaptures& captures, const FEMPath& path) const {
+    Ref<Object> root(std::optional<RepresentationView> value, const FEMRules& rules, const void* captured,
+                     const FEMPath& path) const {
         BlockWriter writer(roomFor(value, rules), zone_);
-        const Object* object = record(value, rules, captures, writer, path);
+        const Object* object = record(value, rules, captured, writer, path);
         writer.finish();
         return Ref<Object>::adopt(object);
     }
 
-    const ListBase* list(RepresentationView array, const FEMRules& rules, const FEMCaptures& captures,
+    const ListBase* list(RepresentationView array, const FEMRules& rules, const void* captured,
                          BlockWriter& writer, const FEMPath& path, bool ofRoots) const {
         const auto** elements = writer.allocate<const Object*>(array.size());
         if (ofRoots) writer.expectKept(array.size());
@@ -161,11 +124,11 @@ public:
             const FEMPath at(path, count);
             if (!element.isDictionary()) tellOfNone(element, at);
             if (ofRoots) {
-                const Ref<Object> kept = root(element, rules, captures, at);
+                const Ref<Object> kept = root(element, rules, captured, at);
                 writer.keep(kept->block());
                 elements[count++] = kept.get();
             } else {
-                elements[count++] = record(element, rules, captures, writer, at);
+                elements[count++] = record(element, rules, captured, writer, at);
             }
         }
         return ObjectAccess::list(*rules.objectClass, elements, count, writer);
@@ -193,19 +156,19 @@ private:
         return own + std::min(guess, kMostRoomGuessed);
     }
 
-    Object* record(std::optional<RepresentationView> dictionary, const FEMRules& rules,
-                   const FEMCaptures& captures, BlockWriter& writer, const FEMPath& path) const {
+    Object* record(std::optional<RepresentationView> dictionary, const FEMRules& rules, const void* captured,
+                   BlockWriter& writer, const FEMPath& path) const {
         const bool given = dictionary && dictionary->isDictionary();
         return record(given ? dictionary->node() : nullptr,
                       given ? dictionary->block() : nullptr,
                       rules,
-                      captures,
+                      captured,
                       writer,
                       path);
     }
 
-    Object* record(const Node* dictionary, const Block* block, const FEMRules& rules,
-                   const FEMCaptures& captures, BlockWriter& writer, const FEMPath& path) const {
+    Object* record(const Node* dictionary, const Block* block, const FEMRules& rules, const void* captured,
+                   BlockWriter& writer, const FEMPath& path) const {
         Object* object = ObjectAccess::construct(*rules.objectClass, writer);
         // An observer has been told of the element or root that is none; there is nothing in it to tell of.
         if (dictionary == nullptr) return object;
@@ -220,38 +183,37 @@ private:
             }
         };
         forEachFound(rules.attributes, [&](const FEMRule& rule, RepresentationView value) {
-            applyAttribute(rule, value, captures, *object, writer, path);
+            applyAttribute(rule, value, captured, *object, writer, path);
         });
         forEachFound(rules.relationships, [&](const FEMRule& rule, RepresentationView value) {
-            applyRelationship(rule, value, captures, *object, writer, path);
+            applyRelationship(rule, value, captured, *object, writer, path);
         });
         return object;
     }
 
-    void applyAttribute(const FEMRule& rule, RepresentationView value, const FEMCaptures& captures,
-                        Object& object, BlockWriter& writer, const FEMPath& path) const {
+    void applyAttribute(const FEMRule& rule, RepresentationView value, const void* captured, Object& object,
+                        BlockWriter& writer, const FEMPath& path) const {
         const Property& property = *rule.property;
         FEMOutcome outcome = FEMOutcome::set;
         if (rule.map.apply == nullptr) {
-            if (!putRaw(property, object, value, writer))
+            if (!property.putRaw(object, value, writer))
                 outcome = value.isNull() ? FEMOutcome::null : FEMOutcome::wrongKind;
         } else {
-            const Value result = mapped(rule, value, captures, writer, path);
-            if (result.isNull())
+            PropertyWriter to(property, object, writer);
+            applyMapRule(rule, value, captured, to, path);
+            if (to.result() == PropertyWriter::Result::nothing)
                 outcome = value.isNull() ? FEMOutcome::null : FEMOutcome::refused;
-            else if (!putMapped(property, object, result, writer))
+            else if (to.result() == PropertyWriter::Result::wrongKind)
                 outcome = FEMOutcome::wrongKind;
         }
         if (outcome != FEMOutcome::set) property.empty(object);
         tell(rule, outcome, value, path);
     }
 
-    Value mapped(const FEMRule& rule, RepresentationView value, const FEMCaptures& captures,
-                 BlockWriter& writer, const FEMPath& path) const {
-        const FEMMapRule& map = rule.map;
+    void applyMapRule(const FEMRule& rule, RepresentationView value, const void* captured, PropertyWriter& to,
+                      const FEMPath& path) const {
         try {
-            return map.apply(
-                map, map.capture == nullptr ? nullptr : captures.state(map.capture), value, writer);
+            rule.map.apply(rule.map, captured, value, to);
         } catch (MappingFault& fault) {
             if (!fault.hasPointer())
                 fault.setPointer(FEMPath(path, rule.keyPath, rule.property->name).pointer());
@@ -260,7 +222,7 @@ private:
         }
     }
 
-    void applyRelationship(const FEMRule& rule, RepresentationView value, const FEMCaptures& captures,
+    void applyRelationship(const FEMRule& rule, RepresentationView value, const void* captured,
                            Object& object, BlockWriter& writer, const FEMPath& path) const {
         const Property& property = *rule.property;
         if (!(rule.toMany ? value.isArray() : value.isDictionary())) {
@@ -270,7 +232,7 @@ private:
         }
         tell(rule, FEMOutcome::set, value, path);
         const FEMRules& rules = rule.nestedRules();
-        const FEMCaptures& held = rule.mapping == nullptr ? captures : rule.mapping->captures();
+        const void* held = rule.mapping == nullptr ? captured : rule.mapping->captured();
         const FEMPath at(path, rule.keyPath, property.name);
         const bool isRoot = rules.objectClass->isRoot();
         if (rule.toMany) {
@@ -303,7 +265,7 @@ Ref<Object> object(std::optional<RepresentationView> representation, const FEMMa
     const Engine<kObserved> engine(options);
     const FEMPath path(options.keyPath);
     if (!representation || !representation->isDictionary()) engine.tellOfNone(representation, path);
-    return engine.root(representation, mapping.rules(), mapping.captures(), path);
+    return engine.root(representation, mapping.rules(), mapping.captured(), path);
 }
 
 template <bool kObserved>
@@ -318,7 +280,7 @@ Ref<ListBase> collection(std::optional<RepresentationView> representation, const
     const FEMPath path(options.keyPath);
     if (!given) engine.tellOfNone(representation, path);
     BlockWriter writer(sizeof(ListBase) + kBytesBesides + kBytesPerElement * array.size(), options.zone);
-    const ListBase* list = engine.list(array, mapping.rules(), mapping.captures(), writer, path, true);
+    const ListBase* list = engine.list(array, mapping.rules(), mapping.captured(), writer, path, true);
     writer.finish();
     return Ref<ListBase>::adopt(list);
 }

@@ -2,41 +2,11 @@
 
 #include <algorithm>
 #include <string>
+#include <vector>
 
 #include "QELModels/Platform/MappingFault.h"
 
 namespace QELModels::inline QELMODELS_ABI {
-
-void FEMCaptures::take(const FEMRules& rules) {
-    take(rules, nullptr);
-}
-
-void FEMCaptures::take(const FEMRules& rules, const Nested* around) {
-    // The records of a class that nests itself hold on to the same things at every depth.
-    for (const Nested* outer = around; outer != nullptr; outer = outer->around)
-        if (outer->rules == &rules) return;
-    for (const FEMCapture* capture : rules.captures) {
-        const bool taken = std::any_of(first_.begin(),
-                                       first_.begin() + count_,
-                                       [capture](const Entry& entry) { return entry.first == capture; }) ||
-                           furtherState(capture) != nullptr;
-        if (taken) continue;
-        const Entry entry{capture, capture->take(*capture)};
-        if (count_ < first_.size())
-            first_[count_++] = entry;
-        else
-            further_.push_back(entry);
-    }
-    const Nested here{&rules, around};
-    for (const FEMRule& relationship : rules.relationships)
-        if (relationship.mapping == nullptr) take(*relationship.target, &here);
-}
-
-const void* FEMCaptures::furtherState(const FEMCapture* capture) const noexcept {
-    const auto found = std::find_if(
-        further_.begin(), further_.end(), [capture](const Entry& entry) { return entry.first == capture; });
-    return found == further_.end() ? nullptr : found->second;
-}
 
 struct FEMMapping::Added {
     FEMRules rules;
@@ -68,20 +38,16 @@ FEMMapping::FEMMapping(const ObjectClass& objectClass) : added_(std::make_shared
     rules_ = &added_->rules;
 }
 
-FEMMapping::FEMMapping(const FEMRules& rules) : rules_(&rules) {
-    captures_.take(rules);
-}
-
 // Rules that an application added belong to one mapping, so that copies can be used and changed on different
 // threads.
-FEMMapping::FEMMapping(const FEMMapping& other) : rules_(other.rules_), captures_(other.captures_) {
+FEMMapping::FEMMapping(const FEMMapping& other) : rules_(other.rules_), captured_(other.captured_) {
     if (other.added_) copyRules(other.added_.get());
 }
 
 FEMMapping& FEMMapping::operator=(FEMMapping other) noexcept {
     std::swap(rules_, other.rules_);
     std::swap(added_, other.added_);
-    std::swap(captures_, other.captures_);
+    std::swap(captured_, other.captured_);
     return *this;
 }
 
@@ -151,9 +117,10 @@ void FEMMapping::addAttribute(const FEMAttribute& attribute) {
     if (attribute.map()) {
         map = std::make_shared<const FEMAttribute::Map>(attribute.map());
         rule.map.data = map.get();
-        rule.map.apply = [](const FEMMapRule& mapRule, const void*, RepresentationView value, BlockWriter&) {
-            return (*static_cast<const FEMAttribute::Map*>(mapRule.data))(value);
-        };
+        rule.map.apply =
+            [](const FEMMapRule& mapRule, const void*, RepresentationView value, PropertyWriter& to) {
+                to.put((*static_cast<const FEMAttribute::Map*>(mapRule.data))(value));
+            };
     }
     Added& own = added();
     own.append(own.attributes, rule, std::move(map));

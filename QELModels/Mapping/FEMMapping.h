@@ -1,13 +1,12 @@
 #pragma once
 
-#include <array>
+#include <atomic>
 #include <cstddef>
 #include <initializer_list>
 #include <memory>
 #include <span>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "QELModels/Mapping/FEMAttribute.h"
 #include "QELModels/Mapping/FEMRules.h"
@@ -15,32 +14,6 @@
 #include "QELModels/Platform/ObjectClass.h"
 
 namespace QELModels::inline QELMODELS_ABI {
-
-/// What the map rules of a mapping, and of all that it nests, hold on to since it was built.
-class QELMODELS_EXPORT FEMCaptures {
-public:
-    /// Takes all that these rules, and the constant rules that they nest, want to hold on to.
-    void take(const FEMRules& rules);
-    const void* state(const FEMCapture* capture) const noexcept {
-        for (std::size_t i = 0; i < count_; ++i)
-            if (first_[i].first == capture) return first_[i].second;
-        return furtherState(capture);
-    }
-
-private:
-    using Entry = std::pair<const FEMCapture*, const void*>;
-    struct Nested {
-        const FEMRules* rules;
-        const Nested* around;
-    };
-    void take(const FEMRules& rules, const Nested* around);
-    const void* furtherState(const FEMCapture* capture) const noexcept;
-
-    // The library's own mappings hold on to four things at most; an application may want more.
-    std::array<Entry, 4> first_{};
-    std::size_t count_ = 0;
-    std::vector<Entry> further_;
-};
 
 /// How to fill the records of one class from a dictionary: an ordered list of rules. A value: copies may be
 /// changed without each other's notice. The library's own mappings are constant data until an application
@@ -53,7 +26,7 @@ public:
     /// An empty mapping that makes records of a class (`initWithObjectClass`).
     explicit FEMMapping(const ObjectClass& objectClass);
     /// A mapping with constant rules. What their map rules hold on to is taken now.
-    explicit FEMMapping(const FEMRules& rules);
+    explicit FEMMapping(const FEMRules& rules) noexcept : rules_(&rules) {}
     FEMMapping(const FEMMapping& other);
     FEMMapping(FEMMapping&& other) noexcept = default;
     FEMMapping& operator=(FEMMapping other) noexcept;
@@ -78,7 +51,8 @@ public:
     /// The rules in the order in which they are applied, all attributes before all relationships. Valid until
     /// a rule is added.
     const FEMRules& rules() const noexcept QELMODELS_LENT { return *rules_; }
-    const FEMCaptures& captures() const noexcept QELMODELS_LENT { return captures_; }
+    /// What its map rules hold on to, as it was when the mapping was built.
+    const void* captured() const noexcept { return captured_; }
 
 private:
     struct Added;
@@ -92,9 +66,9 @@ private:
     Added& added();
 
     const FEMRules* rules_;  // constant, or those in `added_`
-    std::shared_ptr<Added>
-        added_;  // rules an application added, with a copy of the constant ones before them
-    FEMCaptures captures_;
+    const void* captured_ = FEMCaptured::current.load(std::memory_order_acquire);
+    // Rules that an application added, with a copy of the constant ones before them.
+    std::shared_ptr<Added> added_;
 };
 
 }  // namespace QELModels::inline QELMODELS_ABI

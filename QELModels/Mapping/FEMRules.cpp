@@ -4,6 +4,8 @@
 
 namespace QELModels::inline QELMODELS_ABI {
 
+constinit std::atomic<const void*> FEMCaptured::current{nullptr};
+
 FEMAccepts FEMRule::accepts() const noexcept {
     if (isRelationship()) return toMany ? FEMAccepts::array : FEMAccepts::dictionary;
     if (map.apply != nullptr) return map.accepts;

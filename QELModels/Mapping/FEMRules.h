@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <bit>
 #include <concepts>
 #include <cstddef>
@@ -13,8 +14,8 @@
 #include "QELModels/Platform/Export.h"
 #include "QELModels/Platform/KeyHash.h"
 #include "QELModels/Platform/ObjectClass.h"
+#include "QELModels/Platform/PropertyWriter.h"
 #include "QELModels/Platform/Representation.h"
-#include "QELModels/Platform/Value.h"
 
 /// @file
 /// The rules of a mapping as constant data, and the words in which a record's source writes them:
@@ -31,10 +32,11 @@ namespace QELModels::inline QELMODELS_ABI {
 class FEMMapping;
 struct FEMRules;
 
-/// Something that a map rule holds on to from the moment in which its mapping is built.
-struct FEMCapture {
-    const void* (*take)(const FEMCapture&);
-    std::string_view name;
+/// What map rules hold on to from the moment in which their mapping is built. Whoever offers such things (the
+/// registry of transformers does) publishes them here as a whole: something that never changes and is never
+/// freed, so that a mapping takes hold of all of it by one load. Null until something was replaced.
+struct QELMODELS_EXPORT FEMCaptured {
+    static std::atomic<const void*> current;
 };
 
 /// The JSON values that a rule has a use for, besides null.
@@ -51,17 +53,16 @@ enum class FEMAccepts : std::uint8_t {
 };
 
 /// A map rule as constant data: what is called, and what it is called with. The value given to it is never
-/// absent, possibly null; a null result means that there is none.
+/// absent, possibly null. `captured` is what its mapping found in `FEMCaptured`.
 struct FEMMapRule {
-    using Apply = Value (*)(const FEMMapRule&, const void* captured, RepresentationView, BlockWriter&);
+    using Apply = void (*)(const FEMMapRule&, const void* captured, RepresentationView, PropertyWriter&);
     using Word = std::string_view (*)(const FEMMapRule&, std::size_t);
 
     Apply apply = nullptr;  ///< null: the value is taken as it is
     const void* data = nullptr;
     std::size_t size = 0;
-    const FEMCapture* capture = nullptr;
-    FEMAccepts accepts = FEMAccepts::anything;
     Word word = nullptr;  ///< of a table: its `size` words by position
+    FEMAccepts accepts = FEMAccepts::anything;
 };
 
 /// One entry of a lookup table from a document's word to a number.
@@ -75,30 +76,28 @@ concept FEMLookupEntry = requires(const T& entry) {
 /// entry.
 template <FEMLookupEntry Entry, std::size_t N>
 constexpr FEMMapRule lookedUpIn(const std::array<Entry, N>& table) {
-    return {[](const FEMMapRule& rule, const void*, RepresentationView value, BlockWriter&) -> Value {
+    return {[](const FEMMapRule& rule, const void*, RepresentationView value, PropertyWriter& to) {
                 const auto word = value.text();
-                if (!word) return {};
+                if (!word) return;
                 for (const Entry& entry : std::span(static_cast<const Entry*>(rule.data), rule.size))
-                    if (entry.name == *word) return Number(static_cast<std::int64_t>(entry.value));
-                return {};
+                    if (entry.name == *word) return to.put(Number(static_cast<std::int64_t>(entry.value)));
             },
             table.data(),
             N,
-            nullptr,
-            FEMAccepts::word,
             [](const FEMMapRule& rule, std::size_t i) -> std::string_view {
                 return static_cast<const Entry*>(rule.data)[i].name;
-            }};
+            },
+            FEMAccepts::word};
 }
 
 /// One rule, ready to be applied: its property is known and its key path is split.
 struct FEMRule {
     const Property* property = nullptr;
+    std::uint32_t key = 0;         ///< which of the mapping's first keys the key path begins with
+    bool toMany = false;           ///< of a relationship
+    FEMMapRule map;                ///< of an attribute
+    std::string_view furtherKeys;  ///< the key path after its first key; null data when that is all
     std::string_view keyPath;
-    std::uint32_t key = 0;                ///< which of the mapping's first keys the key path begins with
-    bool toMany = false;                  ///< of a relationship
-    std::string_view furtherKeys;         ///< the key path after its first key; null data when that is all
-    FEMMapRule map;                       ///< of an attribute
     const FEMRules* target = nullptr;     ///< of a relationship: constant rules, or ...
     const FEMMapping* mapping = nullptr;  ///< ... a mapping with rules and captures of its own
 
@@ -116,8 +115,7 @@ struct FEMRules {
     std::span<const FEMRule> attributes;
     std::span<const FEMRule> relationships;
     std::span<const std::string_view> keys;
-    std::span<const FEMCapture* const> captures;  ///< what the attributes' map rules hold on to, each once
-    std::span<const std::uint8_t> slots;          ///< the position of a key plus one; 0: no key of ours
+    std::span<const std::uint8_t> slots;  ///< the position of a key plus one; 0: no key of ours
     std::uint16_t multiplier = 0;
     std::uint8_t shift = 0;
 
@@ -176,8 +174,6 @@ struct ConstantRules {
     std::array<FEMRule, Relationships> relationships{};
     std::array<std::string_view, kRules> keys{};
     std::size_t keyCount = 0;
-    std::array<const FEMCapture*, Attributes> captures{};
-    std::size_t captureCount = 0;
     std::array<std::uint8_t, kSlots> slots{};
     std::uint16_t multiplier = 0;
 
@@ -187,7 +183,6 @@ struct ConstantRules {
         rules.attributes = attributes;
         rules.relationships = relationships;
         rules.keys = std::span(keys).first(keyCount);
-        rules.captures = std::span(captures).first(captureCount);
         if (multiplier != 0) rules.slots = slots;
         rules.multiplier = multiplier;
         rules.shift = static_cast<std::uint8_t>(16 - std::bit_width(kSlots - 1));
@@ -199,12 +194,6 @@ struct ConstantRules {
             if (keys[i] == key) return static_cast<std::uint32_t>(i);
         keys[keyCount] = key;
         return static_cast<std::uint32_t>(keyCount++);
-    }
-
-    constexpr void addCapture(const FEMCapture* capture) {
-        for (std::size_t i = 0; i < captureCount; ++i)
-            if (captures[i] == capture) return;
-        captures[captureCount++] = capture;
     }
 
     // Looks for a multiplier that sends every key's hash to a slot of its own; without one, keys are looked
@@ -252,7 +241,6 @@ consteval auto mapping(Rules... written) {
             rules.relationships[relationships++] = resolved;
         } else {
             resolved.map = rule.map;
-            if (rule.map.capture != nullptr) rules.addCapture(rule.map.capture);
             rules.attributes[attributes++] = resolved;
         }
     };

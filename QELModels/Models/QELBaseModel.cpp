@@ -21,10 +21,10 @@ Value nothing(const Object&) {
     return {};
 }
 constexpr std::array<Property, 4> rootProperties{{
-    {"hash", PropertyKind::integer, nullptr, &hashOf, nullptr},
-    {"superclass", PropertyKind::text, nullptr, &superclassOf, nullptr},
-    {"description", PropertyKind::text, nullptr, &nothing, nullptr},
-    {"debugDescription", PropertyKind::text, nullptr, &nothing, nullptr},
+    {"hash", PropertyKind::integer, nullptr, nullptr, &hashOf, nullptr},
+    {"superclass", PropertyKind::text, nullptr, nullptr, &superclassOf, nullptr},
+    {"description", PropertyKind::text, nullptr, nullptr, &nothing, nullptr},
+    {"debugDescription", PropertyKind::text, nullptr, nullptr, &nothing, nullptr},
 }};
 constexpr std::array<std::string_view, 4> rootKeys{
     rootProperties[0].name, rootProperties[1].name, rootProperties[2].name, rootProperties[3].name};

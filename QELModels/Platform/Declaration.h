@@ -10,6 +10,7 @@
 #include "QELModels/Platform/Export.h"
 #include "QELModels/Platform/Field.h"
 #include "QELModels/Platform/ObjectClass.h"
+#include "QELModels/Platform/RawValue.h"
 #include "QELModels/Platform/Value.h"
 
 /// @file
@@ -50,6 +51,13 @@ void* placeOf(Object& object) {
     return FieldAccess::slot(static_cast<Class&>(object).*Member);
 }
 
+/// Puts a raw value of a document into a stored property, as `Property::putRaw` says.
+template <auto Member>
+bool putRawInto(Object& object, RepresentationView value, BlockWriter& writer) {
+    using Field = typename MemberOf<decltype(Member)>::Type;
+    return RawValue<Field::kKind>::put(placeOf<Member>(object), value, writer);
+}
+
 /// The value of a computed property.
 template <auto Member>
 Value computed(const Object& object) {
@@ -85,6 +93,7 @@ constexpr auto property(std::string_view name) {
     } else {
         property.kind = Pointed::Type::kKind;
         property.place = &placeOf<Member>;
+        property.putRaw = &putRawInto<Member>;
         if constexpr (requires { typename Pointed::Type::Target; })
             property.target = &Pointed::Type::Target::objectClass;
     }

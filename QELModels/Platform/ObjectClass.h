@@ -18,11 +18,16 @@ namespace QELModels::inline QELMODELS_ABI {
 /// One declared property of a record: its name, what it holds, and where that is or how it is computed.
 struct QELMODELS_EXPORT Property {
     using Place = void* (*)(Object&);
+    using PutRaw = bool (*)(Object&, RepresentationView, BlockWriter&);
     using Compute = Value (*)(const Object&);
 
     std::string_view name;
     PropertyKind kind;
-    Place place = nullptr;                ///< null for a computed property, which nothing can set
+    Place place = nullptr;  ///< null for a computed property, which nothing can set
+    /// Puts a raw value of a document into an object whose block is being written: texts and sub-trees are
+    /// copied. False, and nothing done, when its kind does not fit; no raw value is by itself a URL, a date,
+    /// a colour or a record. Null for a computed property.
+    PutRaw putRaw = nullptr;
     Compute compute = nullptr;            ///< null for a stored one
     const ObjectClass* target = nullptr;  ///< the class of a record, or of a list's elements
 

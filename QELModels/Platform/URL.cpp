@@ -1,8 +1,12 @@
 #include "QELModels/Platform/URL.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
-#include <cstring>
+#include <cstddef>
+#include <cstdint>
+
+#include "QELModels/Platform/ByteBlock.h"
 
 namespace QELModels::inline QELMODELS_ABI {
 
@@ -84,55 +88,32 @@ const char* skipUntil(const char* stop, const char* p, const char* end, Characte
 
 // Most URLs are letters, digits and a little punctuation throughout. Those characters are passed over in
 // blocks; the tables above decide about everything else.
-// Most URLs are letters, digits and a little punctuation throughout. Those characters are passed over in
-// blocks; the tables above decide about everything else.
-constexpr std::ptrdiff_t kBlock = 16;
-using Block [[gnu::vector_size(kBlock)]] = unsigned char;
-using Words [[gnu::vector_size(kBlock)]] = std::uint64_t;
-
-// All ones where a character of the block lies between the two.
-Block isWithin(Block block, unsigned char first, unsigned char last) noexcept {
-    return Block(block - first <= static_cast<unsigned char>(last - first));
-}
-
-Block isLetter(Block block) noexcept {
-    return isWithin(block | 0x20, 'a', 'z');
-}
 
 // What a block may hold of a path, a query or a fragment ...
 struct CommonAfterHost {
-    static Block holds(Block block) noexcept {
-        return isLetter(block) | isWithin(block, '&', ';') | Block(block == '_') | Block(block == '=');
+    static ByteBlock in(ByteBlock block) noexcept {
+        return block.isLetter() | block.isWithin('&', ';') | (block == '_') | (block == '=');
     }
 };
 
 // ... and of a host.
 struct CommonInHost {
-    static Block holds(Block block) noexcept {
-        return isLetter(block) | isWithin(block, '0', '9') | isWithin(block, '-', '.');
+    static ByteBlock in(ByteBlock block) noexcept {
+        return block.isLetter() | block.isWithin('0', '9') | block.isWithin('-', '.');
     }
 };
-
-// One bit a character of the block at `p`, the lowest for the first: set where it is not common.
-template <typename Common>
-unsigned uncommonIn(const char* p) noexcept {
-    constexpr Block kBits = {1, 2, 4, 8, 16, 32, 64, 128, 1, 2, 4, 8, 16, 32, 64, 128};
-    constexpr std::uint64_t kSumOfBytes = 0x0101010101010101;
-    Block block;
-    std::memcpy(&block, p, kBlock);
-    const auto words = Words(~Common::holds(block) & kBits);
-    return static_cast<unsigned>((words[0] * kSumOfBytes >> 56) | (words[1] * kSumOfBytes >> 56) << 8);
-}
 
 // Past the common characters at `p`, all of them in a text of a block or more.
 template <typename Common>
 const char* skipCommon(const char* begin, const char* p, const char* end) noexcept {
+    constexpr auto kBlock = static_cast<std::ptrdiff_t>(ByteBlock::kSize);
     for (; end - p >= kBlock; p += kBlock) {
-        if (const unsigned uncommon = uncommonIn<Common>(p)) return p + std::countr_zero(uncommon);
+        const unsigned uncommon = (~Common::in(ByteBlock(p))).bits();
+        if (uncommon != 0) return p + std::countr_zero(uncommon);
     }
     if (p == end || end - begin < kBlock) return p;
     // The rest is read as part of the text's last full block.
-    const unsigned uncommon = uncommonIn<Common>(end - kBlock) >> (kBlock - (end - p));
+    const unsigned uncommon = (~Common::in(ByteBlock(end - kBlock))).bits() >> (kBlock - (end - p));
     return uncommon != 0 ? p + std::countr_zero(uncommon) : end;
 }
 
@@ -142,7 +123,7 @@ const char* skip(const char* begin, const char* p, const char* end, CharacterSet
     for (;;) {
         p = skipCommon<Common>(begin, p, end);
         // A block's worth by the tables before the next try: text full of escapes stays linear and quick.
-        const char* const nextTry = end - p > kBlock ? p + kBlock : end;
+        const char* const nextTry = p + std::min<std::ptrdiff_t>(end - p, ByteBlock::kSize);
         p = skipUntil(nextTry, p, end, set);
         if (p < nextTry || p == end) return p;
     }

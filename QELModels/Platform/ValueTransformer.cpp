@@ -6,8 +6,8 @@ Value ValueTransformer::reverseTransformedValue(const Value&) const {
     return {};
 }
 
-Value ValueTransformer::transformedValueInto(RepresentationView value, BlockWriter&) const {
-    return transformedValue(value);
+void ValueTransformer::transformInto(PropertyWriter& to, RepresentationView value) const {
+    to.put(transformedValue(value));
 }
 
 }  // namespace QELModels::inline QELMODELS_ABI

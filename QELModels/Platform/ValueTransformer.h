@@ -2,8 +2,8 @@
 
 #include <optional>
 
-#include "QELModels/Platform/Block.h"
 #include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/PropertyWriter.h"
 #include "QELModels/Platform/Representation.h"
 #include "QELModels/Platform/Value.h"
 
@@ -23,9 +23,9 @@ public:
     /// The raw value that becomes `value`, or null.
     virtual Value reverseTransformedValue(const Value& value) const;
 
-    /// What the mapping engine calls: as `transformedValue`, but a text may be written straight into the
-    /// block of the record that it is for. Overridden for speed alone.
-    virtual Value transformedValueInto(RepresentationView value, BlockWriter& writer) const;
+    /// What the mapping engine calls: puts what `transformedValue` answers where it belongs. Overridden for
+    /// speed alone.
+    virtual void transformInto(PropertyWriter& to, RepresentationView value) const;
 
 protected:
     constexpr ValueTransformer() noexcept = default;

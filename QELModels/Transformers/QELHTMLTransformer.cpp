@@ -9,14 +9,9 @@ Value QELHTMLTransformer::transformedValue(std::optional<RepresentationView> val
     return text ? Value::text(HTMLRemoval::withoutHTMLTags(*text)) : Value();
 }
 
-Value QELHTMLTransformer::transformedValueInto(RepresentationView value, BlockWriter& writer) const {
-    const auto text = value.text();
-    if (!text) return {};
-    if (HTMLRemoval::isPlainText(*text)) return ValueAccess::lentText(*text);
-    char* to = writer.reserve(text->size());
-    const std::size_t size = HTMLRemoval::withoutHTMLTags(*text, to);
-    writer.commit(size);
-    return ValueAccess::textIn(writer.block(), {to, size});
+void QELHTMLTransformer::transformInto(PropertyWriter& to, RepresentationView value) const {
+    if (const auto text = value.text())
+        to.putReserved(HTMLRemoval::withoutHTMLTags(*text, to.reserveText(text->size())));
 }
 
 }  // namespace QELModels::inline QELMODELS_ABI

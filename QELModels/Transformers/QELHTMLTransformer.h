@@ -15,7 +15,7 @@ public:
 
     Value::Kind transformedValueClass() const noexcept override { return Value::Kind::text; }
     Value transformedValue(std::optional<RepresentationView> value) const override;
-    Value transformedValueInto(RepresentationView value, BlockWriter& writer) const override;
+    void transformInto(PropertyWriter& to, RepresentationView value) const override;
 };
 
 }  // namespace QELModels::inline QELMODELS_ABI

@@ -24,9 +24,8 @@ Value QELNSURLTransformer::transformedValue(std::optional<RepresentationView> va
     return url ? Value::url(*url) : Value();
 }
 
-Value QELNSURLTransformer::transformedValueInto(RepresentationView value, BlockWriter&) const {
-    const auto url = parsed(value);
-    return url ? ValueAccess::lentURL(*url) : Value();
+void QELNSURLTransformer::transformInto(PropertyWriter& to, RepresentationView value) const {
+    if (const auto url = parsed(value)) to.putURL(*url);
 }
 
 Value QELNSURLTransformer::reverseTransformedValue(const Value& value) const {

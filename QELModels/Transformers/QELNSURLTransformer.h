@@ -18,7 +18,7 @@ public:
     Value transformedValue(std::optional<RepresentationView> value) const override;
     bool allowsReverseTransformation() const noexcept override { return true; }
     Value reverseTransformedValue(const Value& value) const override;
-    Value transformedValueInto(RepresentationView value, BlockWriter& writer) const override;
+    void transformInto(PropertyWriter& to, RepresentationView value) const override;
 };
 
 }  // namespace QELModels::inline QELMODELS_ABI

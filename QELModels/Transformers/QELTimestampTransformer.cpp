@@ -9,4 +9,8 @@ Value QELTimestampTransformer::transformedValue(std::optional<RepresentationView
     return number ? Value(dateFromSecondsSince1970(number->doubleValue())) : Value();
 }
 
+void QELTimestampTransformer::transformInto(PropertyWriter& to, RepresentationView value) const {
+    if (const auto number = value.number()) to.put(dateFromSecondsSince1970(number->doubleValue()));
+}
+
 }  // namespace QELModels::inline QELMODELS_ABI

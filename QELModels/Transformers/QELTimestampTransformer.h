@@ -15,6 +15,7 @@ public:
 
     Value::Kind transformedValueClass() const noexcept override { return Value::Kind::date; }
     Value transformedValue(std::optional<RepresentationView> value) const override;
+    void transformInto(PropertyWriter& to, RepresentationView value) const override;
 };
 
 }  // namespace QELModels::inline QELMODELS_ABI

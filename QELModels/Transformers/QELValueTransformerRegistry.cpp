@@ -1,5 +1,8 @@
 #include "QELModels/Transformers/QELValueTransformerRegistry.h"
 
+#include <array>
+#include <atomic>
+#include <memory>
 #include <string>
 
 #include "QELModels/Transformers/QELHTMLTransformer.h"
@@ -18,55 +21,70 @@ constinit const QELNSURLTransformer urlTransformer;
 constinit const QELTimestampTransformer timestampTransformer;
 constinit const QELUIColorTransformer colorTransformer;
 
-// Every registration there ever was, the newest first. None is taken out, so that readers need no lock and a
-// replaced transformer lives on for those who hold it.
+// A change of the table, and the library's own transformers as they were after it. None is taken out, so that
+// readers need no lock and a replaced transformer lives on for those who hold it.
 struct Registration {
     const ValueTransformer* transformer;
-    std::string name;
-    Registration* older;
+    std::string_view name;
+    std::array<const ValueTransformer*, QELNamedTransformers::kNames.size()> library;
+    const Registration* older;
 };
-constinit std::atomic<Registration*> newest{nullptr};
+struct OwnedRegistration : Registration {
+    OwnedRegistration(const ValueTransformer* registered, std::string_view under)
+        : Registration{registered, {}, {}, nullptr}, ownedName(under) {
+        name = ownedName;
+    }
+    std::string ownedName;
+};
+constinit const Registration first{
+    nullptr, {}, {&htmlTransformer, &urlTransformer, &timestampTransformer, &colorTransformer}, nullptr};
 
-Value transformed(const ValueTransformer* transformer, RepresentationView value, BlockWriter& writer) {
-    return transformer == nullptr ? Value() : transformer->transformedValueInto(value, writer);
+const Registration& registrationAt(const void* captured) noexcept {
+    return captured == nullptr ? first : *static_cast<const Registration*>(captured);
+}
+
+const Registration& newest() noexcept {
+    return registrationAt(FEMCaptured::current.load(std::memory_order_acquire));
+}
+
+void apply(const Registration& registration, const FEMMapRule& rule, RepresentationView value,
+           PropertyWriter& to) {
+    const ValueTransformer* transformer = registration.library[rule.size];
+    if (transformer != nullptr) transformer->transformInto(to, value);
 }
 
 }  // namespace
 
-constinit QELTransformerSlots::Slot QELTransformerSlots::html{&htmlTransformer};
-constinit QELTransformerSlots::Slot QELTransformerSlots::url{&urlTransformer};
-constinit QELTransformerSlots::Slot QELTransformerSlots::timestamp{&timestampTransformer};
-constinit QELTransformerSlots::Slot QELTransformerSlots::color{&colorTransformer};
-
-const void* QELTransformerSlots::fetch(const FEMCapture& capture) noexcept {
-    return valueTransformerForName(capture.name);
+void QELNamedTransformers::applyFetched(const FEMMapRule& rule, const void*, RepresentationView value,
+                                        PropertyWriter& to) {
+    apply(newest(), rule, value, to);
 }
 
-Value QELTransformerSlots::applyFetched(const FEMMapRule& rule, const void*, RepresentationView value,
-                                        BlockWriter& writer) {
-    return transformed(static_cast<const Slot*>(rule.data)->load(std::memory_order_acquire), value, writer);
-}
-
-Value QELTransformerSlots::applyCaptured(const FEMMapRule&, const void* captured, RepresentationView value,
-                                         BlockWriter& writer) {
-    return transformed(static_cast<const ValueTransformer*>(captured), value, writer);
+void QELNamedTransformers::applyCaptured(const FEMMapRule& rule, const void* captured,
+                                         RepresentationView value, PropertyWriter& to) {
+    apply(registrationAt(captured), rule, value, to);
 }
 
 const ValueTransformer* valueTransformerForName(std::string_view name) noexcept {
-    if (const auto* slot = QELTransformerSlots::named(name)) return slot->load(std::memory_order_acquire);
-    const Registration* registration = newest.load(std::memory_order_acquire);
+    const std::size_t position = QELNamedTransformers::position(name);
+    const Registration* registration = &newest();
+    if (position != QELNamedTransformers::kNames.size()) return registration->library[position];
     while (registration != nullptr && registration->name != name)
         registration = registration->older;
     return registration == nullptr ? nullptr : registration->transformer;
 }
 
 void registerValueTransformer(const ValueTransformer* transformer, std::string_view name) {
-    auto registration = std::make_unique<Registration>(Registration{transformer, std::string(name), nullptr});
-    registration->older = newest.load(std::memory_order_relaxed);
-    while (!newest.compare_exchange_weak(registration->older, registration.get(), std::memory_order_acq_rel))
-        continue;
+    const std::size_t position = QELNamedTransformers::position(name);
+    auto registration = std::make_unique<OwnedRegistration>(transformer, name);
+    const void* before = FEMCaptured::current.load(std::memory_order_acquire);
+    do {
+        registration->older = &registrationAt(before);
+        registration->library = registration->older->library;
+        if (position != registration->library.size()) registration->library[position] = transformer;
+    } while (!FEMCaptured::current.compare_exchange_weak(
+        before, static_cast<const Registration*>(registration.get()), std::memory_order_acq_rel));
     registration.release();
-    if (auto* slot = QELTransformerSlots::named(name)) slot->store(transformer, std::memory_order_release);
 }
 
 }  // namespace QELModels::inline QELMODELS_ABI

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <atomic>
 #include <concepts>
 #include <cstddef>
 #include <memory>
@@ -43,59 +42,39 @@ inline void setValueTransformer(std::nullptr_t, std::string_view name) {
     registerValueTransformer(nullptr, name);
 }
 
-/// The places of the library's own transformers, so that fetching one of them is one atomic load.
-struct QELMODELS_EXPORT QELTransformerSlots {
-    using Slot = std::atomic<const ValueTransformer*>;
-    static Slot html;
-    static Slot url;
-    static Slot timestamp;
-    static Slot color;
+/// The library's own transformers as map rules use them: by their places in a table that is replaced as a
+/// whole whenever a name is registered anew.
+struct QELMODELS_EXPORT QELNamedTransformers {
+    static constexpr std::array kNames{
+        kQELHTMLTransformer, kQELNSURLTransformer, kQELTimestampTransformer, kQELUIColorTransformer};
+    /// What the library's own transformer of each name has a result for.
+    static constexpr std::array kAccepts{
+        FEMAccepts::text, FEMAccepts::reference, FEMAccepts::number, FEMAccepts::color};
 
-    /// The place that belongs to a name; null for a name that is not the library's.
-    static constexpr Slot* named(std::string_view name) noexcept {
-        if (name == kQELHTMLTransformer) return &html;
-        if (name == kQELNSURLTransformer) return &url;
-        if (name == kQELTimestampTransformer) return &timestamp;
-        if (name == kQELUIColorTransformer) return &color;
-        return nullptr;
+    /// The place of a name among them; their number for a name that is not the library's.
+    static constexpr std::size_t position(std::string_view name) noexcept {
+        std::size_t at = 0;
+        while (at != kNames.size() && kNames[at] != name)
+            ++at;
+        return at;
     }
-    static const void* fetch(const FEMCapture& capture) noexcept;
-    static constexpr std::array<FEMCapture, 4> captures{{{&fetch, kQELHTMLTransformer},
-                                                         {&fetch, kQELNSURLTransformer},
-                                                         {&fetch, kQELTimestampTransformer},
-                                                         {&fetch, kQELUIColorTransformer}}};
-    /// What the library's own transformer of that name has a result for.
-    static constexpr FEMAccepts accepts(std::string_view name) noexcept {
-        if (name == kQELHTMLTransformer) return FEMAccepts::text;
-        if (name == kQELNSURLTransformer) return FEMAccepts::reference;
-        if (name == kQELTimestampTransformer) return FEMAccepts::number;
-        if (name == kQELUIColorTransformer) return FEMAccepts::color;
-        return FEMAccepts::anything;
+    static consteval FEMMapRule rule(FEMMapRule::Apply apply, std::string_view name) {
+        const std::size_t at = position(name);
+        return {apply, nullptr, at, nullptr, kAccepts[at]};
     }
-    static Value applyFetched(const FEMMapRule&, const void* captured, RepresentationView, BlockWriter&);
-    static Value applyCaptured(const FEMMapRule&, const void* captured, RepresentationView, BlockWriter&);
+    static void applyFetched(const FEMMapRule&, const void* captured, RepresentationView, PropertyWriter&);
+    static void applyCaptured(const FEMMapRule&, const void* captured, RepresentationView, PropertyWriter&);
 };
 
 /// The map rule through one of the library's transformers, asked of the registry at each value.
 consteval FEMMapRule fetched(std::string_view name) {
-    return {&QELTransformerSlots::applyFetched,
-            QELTransformerSlots::named(name),
-            0,
-            nullptr,
-            QELTransformerSlots::accepts(name)};
+    return QELNamedTransformers::rule(&QELNamedTransformers::applyFetched, name);
 }
 
 /// The map rule through one of the library's transformers, asked of the registry once, when the mapping is
 /// built.
 consteval FEMMapRule captured(std::string_view name) {
-    std::size_t which = 0;
-    while (QELTransformerSlots::captures[which].name != name)
-        ++which;
-    return {&QELTransformerSlots::applyCaptured,
-            nullptr,
-            0,
-            &QELTransformerSlots::captures[which],
-            QELTransformerSlots::accepts(name)};
+    return QELNamedTransformers::rule(&QELNamedTransformers::applyCaptured, name);
 }
 
 }  // namespace QELModels::inline QELMODELS_ABI

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "QELModels/Platform/Block.h"
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/ObjectClass.h"
+#include "QELModels/Platform/Value.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+/// Where the result of a map rule goes: one property of a record that is being made. A rule that puts nothing
+/// there, or null, has refused.
+class QELMODELS_EXPORT PropertyWriter {
+public:
+    enum class Result : std::uint8_t {
+        nothing,   ///< null, or nothing was put
+        filled,    ///< the property has a value
+        wrongKind  ///< what was put does not fit the property
+    };
+
+    PropertyWriter(const Property& property, Object& object, BlockWriter& writer) noexcept
+        : property_(property), object_(object), writer_(writer) {}
+    PropertyWriter(const PropertyWriter&) = delete;
+    PropertyWriter& operator=(const PropertyWriter&) = delete;
+
+    /// Any value; it is kept, or copied where nobody keeps it.
+    void put(const Value& value);
+    void put(Number number);
+    void put(Date date);
+    /// A text and a URL that are only lent: they are copied.
+    void putText(std::string_view text) { putCopy(PropertyKind::text, text); }
+    void putURL(URLView url) { putCopy(PropertyKind::url, url.text()); }
+
+    /// Room for a text of at most `bytes` bytes, so that it is written where it stays; `putReserved` says how
+    /// many it has become.
+    char* reserveText(std::size_t bytes) { return writer_.reserve(bytes); }
+    void putReserved(std::size_t bytes) {
+        const std::string_view text(writer_.reserve(0), bytes);
+        if (!accepts(PropertyKind::text)) return;
+        writer_.commit(bytes);
+        setText(text);
+    }
+
+    Result result() const noexcept { return result_; }
+
+private:
+    bool accepts(PropertyKind kind) noexcept {
+        result_ = property_.kind == kind ? Result::filled : Result::wrongKind;
+        return result_ == Result::filled;
+    }
+    void setText(std::string_view text) noexcept {
+        property_.slot<TextSlot>(object_) = {text.data(), text.size()};
+    }
+    void putCopy(PropertyKind kind, std::string_view text) {
+        if (accepts(kind)) setText({writer_.copyText(text), text.size()});
+    }
+
+    const Property& property_;
+    Object& object_;
+    BlockWriter& writer_;
+    Result result_ = Result::nothing;
+};
+
+}  // namespace QELModels::inline QELMODELS_ABI

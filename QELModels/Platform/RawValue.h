@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstdint>
+
+#include "QELModels/Platform/Block.h"
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/Field.h"
+#include "QELModels/Platform/Representation.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+/// How a raw value of a document goes into a property of each kind, whose slot lies at `place`. False, and
+/// nothing done, when it does not fit. This is every rule's road without a map rule, so each kind's is as
+/// short as it can be.
+template <PropertyKind Kind>
+struct RawValue {
+    // URLs, dates, colours and records are made of raw values by map rules and mappings alone.
+    static bool put(void*, RepresentationView, BlockWriter&) { return false; }
+};
+
+template <>
+struct RawValue<PropertyKind::number> {
+    static bool put(void* place, RepresentationView value, BlockWriter&) {
+        const RepresentationNode& node = *value.node();
+        if (!node.isNumber()) return false;
+        *static_cast<NumberSlot*>(place) = {node.bits, node.origin(), true};
+        return true;
+    }
+};
+
+template <>
+struct RawValue<PropertyKind::boolean> {
+    static bool put(void* place, RepresentationView value, BlockWriter&) {
+        const RepresentationNode& node = *value.node();
+        if (!node.isNumber()) return false;
+        *static_cast<bool*>(place) = NumberBits::number(node.bits, node.origin()).boolValue();
+        return true;
+    }
+};
+
+template <>
+struct RawValue<PropertyKind::integer> {
+    static bool put(void* place, RepresentationView value, BlockWriter&) {
+        const RepresentationNode& node = *value.node();
+        if (!node.isNumber()) return false;
+        *static_cast<std::int64_t*>(place) = NumberBits::number(node.bits, node.origin()).int64Value();
+        return true;
+    }
+};
+
+template <>
+struct QELMODELS_EXPORT RawValue<PropertyKind::text> {
+    static bool put(void* place, RepresentationView value, BlockWriter& writer);
+};
+template <>
+struct QELMODELS_EXPORT RawValue<PropertyKind::array> {
+    static bool put(void* place, RepresentationView value, BlockWriter& writer);
+};
+template <>
+struct QELMODELS_EXPORT RawValue<PropertyKind::dictionary> {
+    static bool put(void* place, RepresentationView value, BlockWriter& writer);
+};
+
+}  // namespace QELModels::inline QELMODELS_ABI
