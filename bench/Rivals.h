@@ -7,6 +7,8 @@
 #include <string_view>
 #include <utility>
 
+#include "Measuring.h"
+
 namespace QELModels::bench {
 
 /// A document as the network layer hands it over.
@@ -45,12 +47,6 @@ extern const Rival kRapidJSON;
 extern const Rival kOnDemand;
 extern const Rival kDOMParse;
 extern const Rival kStructuralIndex;
-
-/// Tells the compiler that somebody looks at `value`.
-template <class T>
-inline void lookAt(const T& value) {
-    asm volatile("" : : "g"(&value) : "memory");
-}
 
 /// The functions of a rival whose `Way` has `static Result read(const Document&)`,
 /// `static std::uint64_t digest(const Result&)` and `static void forgetBuffers()`.

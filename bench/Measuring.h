@@ -1,0 +1,47 @@
+#pragma once
+
+#include <functional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "Heap.h"
+#include "Options.h"
+
+namespace QELModels::bench {
+
+/// Tells the compiler that somebody looks at `value`.
+template <class T>
+inline void lookAt(const T& value) {
+    asm volatile("" : : "g"(&value) : "memory");
+}
+
+struct Quartiles {
+    double first;
+    double median;
+    double third;
+};
+Quartiles quartilesOf(std::vector<double> values);
+
+/// One way of doing what is measured.
+struct Way {
+    std::string name;
+    std::function<void()> run;
+    double unitsInRun;  ///< how many assets, calls or bytes a run is over
+};
+
+/// Nanoseconds for a unit of a way, one number for each round.
+using Times = std::vector<double>;
+
+/// Lets the ways take turns, so that whatever slows the machine down for a while slows all of them down. The
+/// times are in the order of the ways. What is counted is the processor's time of this thread: what other
+/// programs take from the machine is not in it.
+std::vector<Times> timesInTurn(std::span<const Way> ways, const Options& options);
+
+/// The time of the one for each unit of the other's, round by round.
+Quartiles ratioOf(const Times& times, const Times& baseline);
+
+/// What a run asks of the heap when its buffers are in place.
+HeapUse heapUseOf(const Way& way);
+
+}  // namespace QELModels::bench

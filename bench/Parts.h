@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string_view>
+
+#include "Options.h"
+#include "Report.h"
+
+namespace QELModels::bench {
+
+/// One subject of the benchmark.
+struct Part {
+    std::string_view name;
+    /// Whether the library and the code written by hand do the same work; says on stderr where they do not.
+    /// Null when there is nothing beside the library.
+    bool (*check)();
+    void (*measure)(const Options&, Report&);
+};
+
+extern const Part kDocuments;  ///< from the bytes of a document to filled assets
+
+}  // namespace QELModels::bench
