@@ -15,7 +15,7 @@ namespace QELModels::bench {
 
 namespace {
 
-constexpr std::array kParts{&kDocuments};
+constexpr std::array kParts{&kDocuments, &kQuestions};
 
 int run(const Options& options) {
     const auto isAsked = [&options](const Part& part) {

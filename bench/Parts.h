@@ -17,5 +17,6 @@ struct Part {
 };
 
 extern const Part kDocuments;  ///< from the bytes of a document to filled assets
+extern const Part kQuestions;  ///< what an application asks of a filled asset, again and again
 
 }  // namespace QELModels::bench

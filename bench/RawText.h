@@ -8,6 +8,8 @@ namespace QELModels::bench {
 /// A sub-tree that nobody looks into, kept as the text it came as.
 struct RawText {
     std::string text;
+
+    friend bool operator==(const RawText&, const RawText&) = default;
 };
 
 /// Elements of an array, members of a dictionary.

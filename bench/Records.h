@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -13,6 +14,7 @@
 
 /// The records as an application would write them by hand: plain structures that own what they hold, nested
 /// records in place, null apart from empty. `Raw` is how a parser keeps a sub-tree that nobody looks into.
+/// `compared` lists what makes two of them equal.
 namespace QELModels::bench {
 
 /// A field that is read by a call, as the library's are, so that one digest serves both.
@@ -28,6 +30,8 @@ public:
     /// To fill a nested record where it stands.
     T& place() { return value_; }
 
+    friend bool operator==(const Held&, const Held&) = default;
+
 private:
     T value_{};
 };
@@ -35,24 +39,40 @@ private:
 template <class T>
 using Maybe = Held<std::optional<T>>;
 
+template <class Record>
+requires requires(const Record& record) {
+    record.compared();
+}
+bool operator==(const Record& a, const Record& b) {
+    return a.compared() == b.compared();
+}
+
 struct Chapter {
     Maybe<std::string> title;
     Maybe<std::string> chapterDescription;
     Maybe<Number> timeline;
     Held<bool> featured;
+
+    auto compared() const { return std::tie(title, chapterDescription, timeline, featured); }
 };
 
 struct CuePoint {
     Maybe<Number> timeline;
+
+    auto compared() const { return std::tie(timeline); }
 };
 
 struct Lead {
     Maybe<Number> assetLeadIdentifier;
+
+    auto compared() const { return std::tie(assetLeadIdentifier); }
 };
 
 struct Series {
     Maybe<Number> seasonNumber;
     Maybe<Number> episodeNumber;
+
+    auto compared() const { return std::tie(seasonNumber, episodeNumber); }
 };
 
 struct Images {
@@ -60,28 +80,38 @@ struct Images {
     Maybe<URL> front;
     Maybe<URL> featured;
     Maybe<URL> snapshots;
+
+    auto compared() const { return std::tie(main, front, featured, snapshots); }
 };
 
 struct StreamUrls {
     Maybe<URL> hls;
     Maybe<URL> hds;
     Maybe<URL> mp4;
+
+    auto compared() const { return std::tie(hls, hds, mp4); }
 };
 
 template <class Raw>
 struct StreamConfiguration {
     Maybe<Raw> properties;
+
+    auto compared() const { return std::tie(properties); }
 };
 
 struct FlightTimes {
     Maybe<Date> flightStart;
     Maybe<Date> flightEnd;
+
+    auto compared() const { return std::tie(flightStart, flightEnd); }
 };
 
 struct Subtitle {
     Maybe<std::string> language;
     Maybe<URL> url;
     Held<bool> isDefault;
+
+    auto compared() const { return std::tie(language, url, isDefault); }
 };
 
 struct Settings {
@@ -99,6 +129,23 @@ struct Settings {
     Maybe<Number> playhead;
     Maybe<Number> startIndexPoint;
     Maybe<Number> ageLimit;
+
+    auto compared() const {
+        return std::tie(showAds,
+                        showEmbed,
+                        showComments,
+                        tonoRegistered,
+                        createdBy,
+                        lastEditedBy,
+                        source,
+                        notes,
+                        showInNewest,
+                        loopGeneratorEnabled,
+                        escenicId,
+                        playhead,
+                        startIndexPoint,
+                        ageLimit);
+    }
 };
 
 template <class Raw>
@@ -117,12 +164,31 @@ struct Additional {
     Maybe<std::vector<Subtitle>> subtitles;
     Maybe<Raw> imageCaption;
     Maybe<std::string> url;
+
+    auto compared() const {
+        return std::tie(settings,
+                        barrels,
+                        featuredChapters,
+                        chapters,
+                        cuePoints,
+                        sourceFiles,
+                        externalCategoryIdentifier,
+                        externalIdentifier,
+                        nextAsset,
+                        metadata,
+                        access,
+                        subtitles,
+                        imageCaption,
+                        url);
+    }
 };
 
 struct PlayerBranding {
     Maybe<Number> playerBrandingIdentifier;
     Maybe<URL> playerBackground;
     Maybe<URL> link;
+
+    auto compared() const { return std::tie(playerBrandingIdentifier, playerBackground, link); }
 };
 
 struct CategoryAdditional {
@@ -140,10 +206,29 @@ struct CategoryAdditional {
     Maybe<std::string> adCampaignIdentifier;
     Held<bool> autoPlayNextAsset;
     Held<bool> notificationMailEnabled;
+
+    auto compared() const {
+        return std::tie(categoryDescription,
+                        image,
+                        isImageUploaded,
+                        logo,
+                        background,
+                        backgroundColor,
+                        playerLogoImage,
+                        showEndPoster,
+                        showComments,
+                        allowAllDevices,
+                        playerBranding,
+                        adCampaignIdentifier,
+                        autoPlayNextAsset,
+                        notificationMailEnabled);
+    }
 };
 
 struct LastAsset {
     Maybe<Number> lastAssetIdentifier;
+
+    auto compared() const { return std::tie(lastAssetIdentifier); }
 };
 
 struct Category {
@@ -157,6 +242,19 @@ struct Category {
     Maybe<std::string> stats;
     Maybe<LastAsset> lastAsset;
     Maybe<CategoryAdditional> additional;
+
+    auto compared() const {
+        return std::tie(categoryIdentifier,
+                        title,
+                        parentIdentifier,
+                        showCategory,
+                        isSeries,
+                        order,
+                        ageLimit,
+                        stats,
+                        lastAsset,
+                        additional);
+    }
 };
 
 template <class Raw>
@@ -183,6 +281,26 @@ struct Asset {
     Maybe<Images> images;
     Maybe<StreamUrls> streamUrls;
     Maybe<Additional<Raw>> assetAdditional;
+
+    auto compared() const {
+        return std::tie(assetIdentifier,
+                        title,
+                        titleFront,
+                        assetDescription,
+                        assetDescriptionFront,
+                        flightTimes,
+                        duration,
+                        assetType,
+                        streamType,
+                        status,
+                        series,
+                        streamConfiguration,
+                        articleUrl,
+                        category,
+                        images,
+                        streamUrls,
+                        assetAdditional);
+    }
 };
 
 /// What a document gives: one asset, held in place, or those of a page.

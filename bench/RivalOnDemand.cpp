@@ -1,3 +1,5 @@
+#include "RivalOnDemand.h"
+
 #include <simdjson.h>
 
 #include <cstring>
@@ -5,8 +7,6 @@
 
 #include "Digest.h"
 #include "Filler.h"
-#include "RawText.h"
-#include "Rivals.h"
 
 namespace QELModels::bench {
 
@@ -142,6 +142,10 @@ private:
 };
 
 }  // namespace
+
+Assets<RawText> assetsByHand(const Document& document) {
+    return OnDemandWay::read(document);
+}
 
 constinit const Rival kOnDemand = rivalOf<OnDemandWay>("simdjson On-Demand, by hand");
 
