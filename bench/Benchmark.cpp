@@ -15,7 +15,7 @@ namespace QELModels::bench {
 
 namespace {
 
-constexpr std::array kParts{&kDocuments, &kQuestions};
+constexpr std::array kParts{&kDocuments, &kQuestions, &kTexts};
 
 int run(const Options& options) {
     const auto isAsked = [&options](const Part& part) {
