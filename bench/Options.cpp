@@ -13,7 +13,7 @@ const std::string_view kUsage =
     "The library beside the same work written by hand, as tables in Markdown.\n"
     "\n"
     "  --check   only see that both do the same work\n"
-    "  --only    one part alone: documents, questions or texts\n"
+    "  --only    one part alone: documents, questions, texts or threads\n"
     "  --rounds  how often each way has its turn (25)\n"
     "  --turn    how long a turn takes at least (10)\n"
     "  --csv     for programs: part, subject, way, value, unit\n"

@@ -19,5 +19,6 @@ struct Part {
 extern const Part kDocuments;  ///< from the bytes of a document to filled assets
 extern const Part kQuestions;  ///< what an application asks of a filled asset, again and again
 extern const Part kTexts;      ///< cleaning of HTML and grammar of URLs, on usual and on the worst inputs
+extern const Part kThreads;    ///< two threads at once
 
 }  // namespace QELModels::bench
