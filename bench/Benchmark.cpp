@@ -3,11 +3,14 @@
 #include <cstddef>
 #include <cstdio>
 #include <exception>
+#include <fstream>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
 #include "Options.h"
 #include "Parts.h"
+#include "Plot.h"
 #include "Report.h"
 
 // The command line, and the parts one after the other.
@@ -17,6 +20,14 @@ namespace {
 
 // The processes that threads are compared with are started by forking, while there is one thread only.
 constexpr std::array kParts{&kDocuments, &kQuestions, &kTexts, &kThreads};
+
+void draw(const Report& report, const std::string& file) {
+    const std::string plot = plotOf(report.figures(), machineAndCompiler());
+    if (plot.empty()) return;
+    std::ofstream out(file, std::ios::binary);
+    if (!(out << plot) || !out.flush()) throw std::runtime_error("cannot write '" + file + "'");
+    report.say("\nDrawn in " + file + ".\n");
+}
 
 int run(const Options& options) {
     const auto isAsked = [&options](const Part& part) {
@@ -45,6 +56,7 @@ int run(const Options& options) {
     for (const Part* part : kParts) {
         if (isAsked(*part)) part->measure(options, report);
     }
+    if (!options.plotFile.empty()) draw(report, options.plotFile);
     return 0;
 }
 

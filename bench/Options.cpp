@@ -17,6 +17,7 @@ const std::string_view kUsage =
     "  --rounds  how often each way has its turn (25)\n"
     "  --turn    how long a turn takes at least (10)\n"
     "  --csv     for programs: part, subject, way, value, unit\n"
+    "  --plot    also draw the ratios of documents and questions, as SVG\n"
     "  --help    this text\n";
 
 namespace {
@@ -52,6 +53,9 @@ std::optional<Options> parseOptions(std::span<const char* const> arguments,
         if (name == "--only") {
             if (std::find(parts.begin(), parts.end(), value) == parts.end()) return std::nullopt;
             options.only = value;
+        } else if (name == "--plot") {
+            if (value.empty()) return std::nullopt;
+            options.plotFile = value;
         } else if (name == "--rounds" || name == "--turn") {
             const auto number = positiveNumber(value);
             if (!number) return std::nullopt;

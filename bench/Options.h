@@ -16,7 +16,8 @@ struct Options {
     int rounds = 25;
     /// How long a way of doing something runs before the next one has its turn, unless once takes longer.
     std::chrono::milliseconds turn{10};
-    std::string only;  ///< the part to run; empty for all
+    std::string only;      ///< the part to run; empty for all
+    std::string plotFile;  ///< where to draw the results; empty for nowhere
 };
 
 extern const std::string_view kUsage;
