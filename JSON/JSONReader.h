@@ -12,6 +12,8 @@
 
 namespace QELModels::inline QELMODELS_ABI {
 
+class RepresentationBuilder;
+
 /// Why a document is no JSON, and where: of several mistakes the one that stands first.
 ///
 /// The place is that of the cause: the opening quote of a text that never ends, the backslash of a bad
@@ -49,14 +51,18 @@ public:
     std::optional<Representation> read(std::string_view bytes, JSONError* error = nullptr);
 
 private:
-    struct StructuralIndex;
+    struct Buffers;
     enum class Outcome : unsigned char { done, malformed, tooLarge };
 
     Outcome read(std::string_view bytes, std::optional<Representation>& result);
+    Outcome readApart(std::string_view bytes, std::optional<Representation>& result);
+    Outcome readInOnePiece(std::string_view bytes, std::optional<Representation>& result);
+    Outcome walk(RepresentationBuilder& builder, std::optional<Representation>& result);
+    Outcome failed() const noexcept;
 
     std::size_t maxDepth_;
     Zone* zone_;
-    std::unique_ptr<StructuralIndex> index_;
+    std::unique_ptr<Buffers> buffers_;
 };
 
 /// Reads one document as a new `JSONReader` does.

@@ -21,6 +21,11 @@ constexpr std::size_t kMostMembersWalked = 128;
 // About how many bytes of records a document's node turns into: what full documents of all kinds need at the
 // most.
 constexpr std::size_t kRecordBytesPerNode = 11;
+// A record keeps its document's texts instead of copying them when no more memory than this is kept for each
+// byte of text that it reads.
+constexpr std::size_t kMostBytesKeptPerByte = 3;
+// Of texts that are kept, those that are cleaned of HTML are still written anew, about so much of them.
+constexpr std::size_t kPartWrittenAnew = 2;
 // Most of a very large document may be under keys that nobody reads.
 constexpr std::size_t kMostRoomGuessed = std::size_t{64} << 10;
 
@@ -50,13 +55,13 @@ struct Found {
 // What each first key of a mapping stands for in one dictionary; null where it is missing.
 class FoundValues {
 public:
-    FoundValues(const FEMRules& rules, const Node* dictionary, const Block* block) : block_(block) {
-        const std::size_t count = rules.keys.size();
-        if (count > kUsualKeys) {
-            many_ = std::make_unique<const Node*[]>(count);
+    FoundValues(const FEMRules& rules, const Node* dictionary, const Block* block)
+        : block_(block), count_(rules.keys.size()) {
+        if (count_ > kUsualKeys) {
+            many_ = std::make_unique<const Node*[]>(count_);
             values_ = many_.get();
         } else {
-            std::fill_n(values_, count, nullptr);
+            std::fill_n(values_, count_, nullptr);
         }
         if (!rules.slots.empty() && dictionary->size <= kMostMembersWalked)
             walk(rules, dictionary);
@@ -71,6 +76,14 @@ public:
             return {node, block_};
         const auto value = RepresentationView::at(node, block_).valueForKeyPath(rule.furtherKeys);
         return value ? Found{value->node(), value->block()} : Found{nullptr, nullptr};
+    }
+
+    /// About how many bytes of text rules read.
+    std::size_t textBytes() const noexcept {
+        std::size_t bytes = 0;
+        for (const Node* node : std::span(values_, count_))
+            if (node != nullptr) bytes += node->textBytes();
+        return bytes;
     }
 
 private:
@@ -94,6 +107,7 @@ private:
     }
 
     const Block* block_;
+    std::size_t count_;
     const Node* usual_[kUsualKeys];
     std::unique_ptr<const Node*[]> many_;
     const Node** values_ = usual_;
@@ -106,13 +120,22 @@ class Engine {
 public:
     explicit Engine(const FEMOptions& options) : observer_(options.observer), zone_(options.zone) {}
 
-    // A record in a block of its own, and with it the one use of that block.
+    // A record in a block of its own, and with it the one use of that block. The only one of its document may
+    // keep the document's texts.
     Ref<Object> root(std::optional<RepresentationView> value, const FEMRules& rules, const void* captured,
-                     const FEMPath& path) const {
-        BlockWriter writer(roomFor(value, rules), zone_);
-        const Object* object = record(value, rules, captured, writer, path);
-        writer.finish();
-        return Ref<Object>::adopt(object);
+                     const FEMPath& path, bool isOnlyOne = false) const {
+        const std::size_t own = ObjectAccess::size(*rules.objectClass);
+        if (!value || !value->isDictionary()) {
+            BlockWriter writer(own, zone_);
+            return finished(ObjectAccess::construct(*rules.objectClass, writer), writer);
+        }
+        const FoundValues found(rules, value->node(), value->block());
+        const Block* texts = isOnlyOne ? textsToKeep(*value, found) : nullptr;
+        BlockWriter writer(own + roomFor(*value->node(), texts != nullptr), zone_);
+        if (texts != nullptr) writer.borrowTexts(*texts);
+        Object* object = ObjectAccess::construct(*rules.objectClass, writer);
+        fill(*object, found, rules, captured, writer, path);
+        return finished(object, writer);
     }
 
     const ListBase* list(RepresentationView array, const FEMRules& rules, const void* captured,
@@ -147,32 +170,35 @@ public:
     }
 
 private:
-    // Room for a root and all under it, guessed by the document's texts and nodes, read or not; so the guess
-    // is bounded. One too low costs one more piece of memory, one too high a few bytes.
-    static std::size_t roomFor(std::optional<RepresentationView> value, const FEMRules& rules) {
-        const std::size_t own = ObjectAccess::size(*rules.objectClass);
-        if (!value) return own;
-        const std::size_t guess = value->node()->textBytes() + kRecordBytesPerNode * value->node()->extent();
-        return own + std::min(guess, kMostRoomGuessed);
+    static Ref<Object> finished(const Object* root, BlockWriter& writer) noexcept {
+        writer.finish();
+        return Ref<Object>::adopt(root);
     }
 
-    Object* record(std::optional<RepresentationView> dictionary, const FEMRules& rules, const void* captured,
-                   BlockWriter& writer, const FEMPath& path) const {
-        const bool given = dictionary && dictionary->isDictionary();
-        return record(given ? dictionary->node() : nullptr,
-                      given ? dictionary->block() : nullptr,
-                      rules,
-                      captured,
-                      writer,
-                      path);
+    const Block* textsToKeep(RepresentationView value, const FoundValues& found) const noexcept {
+        const Block* texts = value.block() == nullptr ? nullptr : value.block()->textsFrom(zone_);
+        const bool isWorthIt = texts != nullptr && texts->size() / kMostBytesKeptPerByte <= found.textBytes();
+        return isWorthIt ? texts : nullptr;
     }
 
-    Object* record(const Node* dictionary, const Block* block, const FEMRules& rules, const void* captured,
-                   BlockWriter& writer, const FEMPath& path) const {
+    // Room for all under a root, guessed by the document's texts and nodes, read or not; so the guess is
+    // bounded. One too low costs one more piece of memory, one too high a few bytes.
+    static std::size_t roomFor(const Node& node, bool keepsTexts) {
+        const std::size_t texts = node.textBytes() / (keepsTexts ? kPartWrittenAnew : 1);
+        return std::min(texts + kRecordBytesPerNode * node.extent(), kMostRoomGuessed);
+    }
+
+    Object* record(RepresentationView value, const FEMRules& rules, const void* captured, BlockWriter& writer,
+                   const FEMPath& path) const {
         Object* object = ObjectAccess::construct(*rules.objectClass, writer);
-        // An observer has been told of the element or root that is none; there is nothing in it to tell of.
-        if (dictionary == nullptr) return object;
-        const FoundValues found(rules, dictionary, block);
+        // An observer has been told of an element that is none; there is nothing in it to tell of.
+        if (value.isDictionary())
+            fill(*object, FoundValues(rules, value.node(), value.block()), rules, captured, writer, path);
+        return object;
+    }
+
+    void fill(Object& object, const FoundValues& found, const FEMRules& rules, const void* captured,
+              BlockWriter& writer, const FEMPath& path) const {
         const auto forEachFound = [&](std::span<const FEMRule> list, const auto& apply) {
             for (const FEMRule& rule : list) {
                 const Found value = found.at(rule);
@@ -183,12 +209,11 @@ private:
             }
         };
         forEachFound(rules.attributes, [&](const FEMRule& rule, RepresentationView value) {
-            applyAttribute(rule, value, captured, *object, writer, path);
+            applyAttribute(rule, value, captured, object, writer, path);
         });
         forEachFound(rules.relationships, [&](const FEMRule& rule, RepresentationView value) {
-            applyRelationship(rule, value, captured, *object, writer, path);
+            applyRelationship(rule, value, captured, object, writer, path);
         });
-        return object;
     }
 
     void applyAttribute(const FEMRule& rule, RepresentationView value, const void* captured, Object& object,
@@ -242,8 +267,7 @@ private:
             writer.keep(kept->block());
             property.slot<const Object*>(object) = kept.get();
         } else {
-            property.slot<const Object*>(object) =
-                record(value.node(), value.block(), rules, held, writer, at);
+            property.slot<const Object*>(object) = record(value, rules, held, writer, at);
         }
     }
 
@@ -265,7 +289,7 @@ Ref<Object> object(std::optional<RepresentationView> representation, const FEMMa
     const Engine<kObserved> engine(options);
     const FEMPath path(options.keyPath);
     if (!representation || !representation->isDictionary()) engine.tellOfNone(representation, path);
-    return engine.root(representation, mapping.rules(), mapping.captured(), path);
+    return engine.root(representation, mapping.rules(), mapping.captured(), path, true);
 }
 
 template <bool kObserved>

@@ -56,6 +56,12 @@ std::size_t Block::size() const noexcept {
     return bytes;
 }
 
+const Block* Block::textsFrom(const Zone* zone) const noexcept {
+    if (!textsApart_) return nullptr;
+    const Block* texts = kept_->blocks()[0];
+    return texts->zone_ == zone ? texts : nullptr;
+}
+
 // Blocks that keep blocks that keep blocks may be a million deep, so the dead ones wait in a list, threaded
 // through the counts that nobody needs any more, instead of on the stack.
 void Block::free(const Block* block) noexcept {
@@ -184,6 +190,18 @@ void BlockWriter::keepBlock(const Block* other) {
     }
     other->retain();
     kept->blocks()[kept->count++] = other;
+}
+
+void BlockWriter::borrowTexts(const Block& texts) {
+    keepBlock(&texts);
+    borrowed_ = reinterpret_cast<std::uintptr_t>(&texts);
+    borrowedSize_ = texts.size_;
+}
+
+void BlockWriter::takeTexts(Block* texts) {
+    openKept(1);
+    block_->kept_->blocks()[block_->kept_->count++] = texts;
+    block_->textsApart_ = true;
 }
 
 void BlockWriter::expectKept(std::size_t blocks) {

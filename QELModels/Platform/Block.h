@@ -28,6 +28,9 @@ public:
     /// Bytes of memory that the block holds, without the blocks it keeps.
     std::size_t size() const noexcept;
 
+    /// Of a document: the block that holds its texts, if that is another one and from that zone; else null.
+    const Block* textsFrom(const Zone* zone) const noexcept;
+
 private:
     friend class BlockWriter;
     struct Chunk;
@@ -45,6 +48,7 @@ private:
     // False for a copy: nobody keeps a copy's block, only the blocks that it keeps. So copies of copies do
     // not chain.
     bool original_;
+    bool textsApart_ = false;  // in the only block that it keeps
     Chunk* chunks_ = nullptr;  // what the first piece had no room for
     KeptBlocks* kept_ = nullptr;
 };
@@ -88,6 +92,13 @@ public:
         return next_;
     }
     void commit(std::size_t bytes) noexcept { next_ += bytes; }
+    /// Keeps a block whose texts the new one may point to.
+    void borrowTexts(const Block& texts);
+    /// Where a text may stay: where it is, in borrowed texts; else a copy. Never null.
+    const char* keepText(std::string_view text) {
+        const std::size_t offset = reinterpret_cast<std::uintptr_t>(text.data()) - borrowed_;
+        return offset < borrowedSize_ ? text.data() : copyText(text);
+    }
     /// A copy of a text; never null, also when the text is empty.
     char* copyText(std::string_view text) {
         char* to = reserve(text.size());
@@ -118,6 +129,9 @@ public:
     static constexpr std::size_t kRoomToKeep = 64;
     /// Makes room at once for so many blocks that will be kept.
     void expectKept(std::size_t blocks);
+    /// Takes over the use of a finished block in which the texts of the new one lie, before any other block
+    /// is kept.
+    void takeTexts(Block* texts);
 
     /// Hands the writer's use of the block to the caller.
     Block* finish() noexcept { return std::exchange(block_, nullptr); }
@@ -130,6 +144,8 @@ private:
     char* next_;
     char* end_;
     Block::Chunk* open_ = nullptr;
+    std::uintptr_t borrowed_ = 0;
+    std::size_t borrowedSize_ = 0;
 };
 
 }  // namespace QELModels::inline QELMODELS_ABI

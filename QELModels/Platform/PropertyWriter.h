@@ -30,7 +30,7 @@ public:
     void put(const Value& value);
     void put(Number number);
     void put(Date date);
-    /// A text and a URL that are only lent: they are copied.
+    /// A text and a URL that are only lent: they are copied, unless the record keeps what they lie in.
     void putText(std::string_view text) { putCopy(PropertyKind::text, text); }
     void putURL(URLView url) { putCopy(PropertyKind::url, url.text()); }
 
@@ -55,7 +55,7 @@ private:
         property_.slot<TextSlot>(object_) = {text.data(), text.size()};
     }
     void putCopy(PropertyKind kind, std::string_view text) {
-        if (accepts(kind)) setText({writer_.copyText(text), text.size()});
+        if (accepts(kind)) setText({writer_.keepText(text), text.size()});
     }
 
     const Property& property_;

@@ -18,8 +18,6 @@ using Tag = Node::Tag;
 
 // A value of up to so many nodes is copied into what wraps it; a larger one is linked.
 constexpr std::size_t kMostNodesCopied = 16;
-// From here on the nodes of a document lie in one piece with its text.
-constexpr std::size_t kLeastNodesBehind = 2048;
 // Three offsets lie in one index node: one in its size, two in its bits.
 constexpr std::size_t kOffsetsPerIndexNode = 3;
 
@@ -122,7 +120,7 @@ std::string withPairsJoined(std::string_view text) {
 // Mends what a plain copy of a node leaves pointing into the block that it was copied from.
 void adopt(Node& copy, BlockWriter& writer) {
     if (copy.tag == Tag::string)
-        copy.text = writer.copyText(copy.string());
+        copy.text = writer.keepText(copy.string());
     else if (copy.tag == Tag::link)
         writer.keep((&copy + 1)->block);
 }
@@ -298,17 +296,20 @@ Representation::Representation(Representation&& other) noexcept : Representation
     std::swap(view_, other.view_);
 }
 
-RepresentationBuilder::RepresentationBuilder(std::size_t nodes, std::size_t textBytes, Zone* zone)
-    : writer_(textBytes, zone) {
-    if (nodes != 0) grow(nodes);
+namespace {
+
+// Of a block with so many nodes and bytes of text, and of what it keeps.
+std::size_t roomFor(std::size_t nodes, std::size_t textBytes) {
+    if (nodes > UINT32_MAX || textBytes > SIZE_MAX / 2) throw std::bad_alloc();
+    return nodes * sizeof(Node) + textBytes + BlockWriter::kRoomToKeep;
 }
 
+}  // namespace
+
+RepresentationBuilder::RepresentationBuilder(std::size_t nodes, std::size_t textBytes, Zone* zone)
+    : writer_(roomFor(nodes, textBytes), zone), nodes_(writer_.allocate<Node>(nodes)), capacity_(nodes) {}
+
 char* RepresentationBuilder::reserveNodesBehind(char* text, std::size_t nodes) {
-    // A small block is got more quickly than one is enlarged, and one that is in pieces cannot be.
-    if (nodes < kLeastNodesBehind || nodesArePiece_ || !writer_.isOnePiece()) {
-        grow(count_ + nodes);
-        return text;
-    }
     const std::ptrdiff_t offset = text - reinterpret_cast<char*>(writer_.block());
     nodes_ = static_cast<Node*>(writer_.extend(nodes * sizeof(Node)));
     capacity_ = nodes;

@@ -20,8 +20,7 @@ namespace QELModels::inline QELMODELS_ABI {
 class QELMODELS_EXPORT RepresentationBuilder {
 public:
     explicit RepresentationBuilder(Zone* zone = nullptr) : RepresentationBuilder(kUsualNodes, 0, zone) {}
-    /// With room for that many values and keys, and for that many bytes of text: a good guess saves growing,
-    /// and 0 allocates nothing yet.
+    /// With room for that many values and keys, and for that many bytes of text: a good guess saves growing.
     RepresentationBuilder(std::size_t nodes, std::size_t textBytes, Zone* zone = nullptr);
 
     void beginDictionary() { open(RepresentationNode::Tag::dictionary); }
@@ -43,9 +42,12 @@ public:
 
     /// Memory for texts that lives as long as the representation: for parsers that unescape in place.
     char* reserveText(std::size_t bytes) { return static_cast<char*>(writer_.allocate(bytes, 1)); }
-    /// Room for that many values and keys; if they are many, in one piece with the text reserved so far. The
-    /// text may move, and nothing may point into it yet; returns its new place.
+    /// Room for that many values and keys, in one piece with the text reserved so far. The text may move, and
+    /// nothing may point into it yet; returns its new place.
     char* reserveNodesBehind(char* text, std::size_t nodes);
+    /// Takes over a finished block in which texts lie, so that what is mapped from the document may keep them
+    /// without the rest of it. Before any value.
+    void takeTexts(Block* texts) { writer_.takeTexts(texts); }
     /// As `key` and `string`, for texts that lie in memory from `reserveText` and are known to be well
     /// formed.
     void keyInPlace(std::string_view key) {
@@ -148,7 +150,7 @@ private:
     [[noreturn]] static void throwTooLong();
 
     BlockWriter writer_;
-    RepresentationNode* nodes_ = nullptr;  // not opened before there is room for one
+    RepresentationNode* nodes_ = nullptr;
     std::size_t count_ = 0;
     std::size_t capacity_ = 0;
     std::size_t open_ = kNowhere;  // the innermost container that is not ended

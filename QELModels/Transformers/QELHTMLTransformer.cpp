@@ -10,8 +10,10 @@ Value QELHTMLTransformer::transformedValue(std::optional<RepresentationView> val
 }
 
 void QELHTMLTransformer::transformInto(PropertyWriter& to, RepresentationView value) const {
-    if (const auto text = value.text())
-        to.putReserved(HTMLRemoval::withoutHTMLTags(*text, to.reserveText(text->size())));
+    const auto text = value.text();
+    if (!text) return;
+    if (HTMLRemoval::isPlainText(*text)) return to.putText(*text);
+    to.putReserved(HTMLRemoval::withoutHTMLTags(*text, to.reserveText(text->size())));
 }
 
 }  // namespace QELModels::inline QELMODELS_ABI
