@@ -41,18 +41,22 @@ struct Options {
 
 void declare(CLI::App& command, Options& options) {
     addKind(command, options.kind, "What the documents are: " + kindNames() + "; not with --merge");
-    command
-        .add_option(
-            "FILE", options.files, "Documents; a name that ends in .ndjson or .jsonl: one on every line")
-        ->type_name("");
-    command.add_flag("--json", options.isJSON, "For programs, and for --merge");
+    addRepeated(command,
+                "FILE",
+                "",
+                Required::no,
+                options.files,
+                "Documents; a name that ends in .ndjson or .jsonl: one on every line");
+    addFlag(command, "--json", options.isJSON, "For programs, and for --merge");
     addOptional(command, "--html", "OUT", options.page, "Write one page for a browser to the file OUT");
-    command.add_flag("--merge", options.isMerge, "Add up what --json has written, as --json writes it");
-    command
-        .add_option("--threads", options.threads, "How many work at once; as many as there are processors")
-        ->type_name("N")
-        ->check(CLI::Range(std::size_t{1}, kMostThreads));
-    command.footer("Broken and faulty documents are part of the answer; the exit status is 0 all the same.");
+    addFlag(command, "--merge", options.isMerge, "Add up what --json has written, as --json writes it");
+    addCount(command,
+             "--threads",
+             options.threads,
+             kMostThreads,
+             "How many work at once; as many as there are processors");
+    addClosingWords(command,
+                    "Broken and faulty documents are part of the answer; the exit status is 0 all the same.");
 }
 
 // A bar on standard error that shows how far the work has come, and is gone when that is done.

@@ -1,6 +1,7 @@
 #include "tool/CommandLine.h"
 
 #include <fmt/format.h>
+#include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <charconv>
@@ -61,10 +62,11 @@ ExitStatus usageError(const CLI::App& app, std::string problem) {
 
 }  // namespace
 
-CommandLine::CommandLine() : app_("Looks at documents of the content API as the apps do.", kProgram) {
-    setHelp(app_, fmt::format("{} COMMAND [ARGUMENTS]", kProgram));
-    app_.require_subcommand(1);
-    app_.footer(
+CommandLine::CommandLine()
+    : app_(std::make_unique<CLI::App>("Looks at documents of the content API as the apps do.", kProgram)) {
+    setHelp(*app_, fmt::format("{} COMMAND [ARGUMENTS]", kProgram));
+    app_->require_subcommand(1);
+    app_->footer(
         fmt::format("FILE is a path or - for standard input, which is also the default.\n"
                     "`{} COMMAND --help` says more about a command.",
                     kProgram));
@@ -82,21 +84,26 @@ CommandLine::CommandLine() : app_("Looks at documents of the content API as the 
     addGenerateCommand(*this);
 }
 
+CommandLine::~CommandLine() = default;
+
 CLI::App& CommandLine::addCommand(std::string name, std::string usage, std::string description) {
     names_.push_back(name);
-    CLI::App& command = *app_.add_subcommand(name, std::move(description));
+    CLI::App& command = *app_->add_subcommand(name, std::move(description));
     setHelp(command, fmt::format("{} {} {}", kProgram, name, usage));
     command.group("Commands");
     command.footer("");
     return command;
 }
 
+void CommandLine::setWork(CLI::App& command, std::function<void()> work) {
+    command.final_callback(std::move(work));
+}
+
 void CommandLine::addPlain(std::string name, std::string usage, std::string description,
                            ExitStatus (*work)(const std::vector<std::string>& arguments, Output& output)) {
     plainCommands_.push_back(name);
-    addCommand(std::move(name), std::move(usage), std::move(description)).final_callback([this, work] {
-        status_ = work(plainArguments_, output_);
-    });
+    setWork(addCommand(std::move(name), std::move(usage), std::move(description)),
+            [this, work] { status_ = work(plainArguments_, output_); });
 }
 
 // Takes a command's mere texts away before the parser sees them: it would read "-inf" and "-.5" as options of
@@ -125,12 +132,12 @@ ExitStatus CommandLine::parsed(std::vector<std::string> arguments) {
     // The parser takes its arguments from the back.
     std::reverse(arguments.begin(), arguments.end());
     try {
-        app_.parse(std::move(arguments));
+        app_->parse(std::move(arguments));
         return status_;
     } catch (const CLI::CallForHelp&) {
-        output_.write(app_.help());
+        output_.write(app_->help());
     } catch (const CLI::CallForAllHelp&) {
-        output_.write(app_.help("", CLI::AppFormatMode::All));
+        output_.write(app_->help("", CLI::AppFormatMode::All));
     } catch (const CLI::CallForVersion&) {
         output_.write(version() + '\n');
     }
@@ -146,9 +153,9 @@ ExitStatus CommandLine::run(std::vector<std::string> arguments) {
     } catch (const ClosedPipe&) {
         return ExitStatus::success;
     } catch (const CLI::Error& error) {
-        return usageError(app_, error.what());
+        return usageError(*app_, error.what());
     } catch (const UsageError& error) {
-        return usageError(app_, error.what());
+        return usageError(*app_, error.what());
     } catch (const BadInput& error) {
         report(error.what());
     } catch (const OutputFailure& error) {
@@ -159,8 +166,16 @@ ExitStatus CommandLine::run(std::vector<std::string> arguments) {
     return ExitStatus::badInput;
 }
 
+void addArgument(CLI::App& command, std::string name, std::string& text, std::string description) {
+    command.add_option(std::move(name), text, std::move(description))->required()->type_name("");
+}
+
+void addFlag(CLI::App& command, std::string name, bool& isGiven, std::string description) {
+    command.add_flag(std::move(name), isGiven, std::move(description));
+}
+
 void addKind(CLI::App& command, std::string& kind, std::string description) {
-    command.add_option("KIND", kind, std::move(description))->required()->type_name("");
+    addArgument(command, "KIND", kind, std::move(description));
 }
 
 void addKeyPath(CLI::App& command, std::optional<std::string>& keyPath) {
@@ -172,12 +187,30 @@ void addFile(CLI::App& command, std::string& file) {
     command.add_option("FILE", file, "The document; - or nothing is standard input")->type_name("");
 }
 
-CLI::Option& addOptional(CLI::App& command, std::string name, std::string type,
-                         std::optional<std::string>& text, std::string description) {
+void addOptional(CLI::App& command, std::string name, std::string type, std::optional<std::string>& text,
+                 std::string description) {
     // As a function: the parser would take an empty text for none.
     const auto take = [&text](const std::string& given) { text = given; };
-    return *command.add_option_function<std::string>(std::move(name), take, std::move(description))
-                ->type_name(std::move(type));
+    command.add_option_function<std::string>(std::move(name), take, std::move(description))
+        ->type_name(std::move(type));
+}
+
+void addRepeated(CLI::App& command, std::string name, std::string type, Required required,
+                 std::vector<std::string>& texts, std::string description) {
+    command.add_option(std::move(name), texts, std::move(description))
+        ->type_name(std::move(type))
+        ->required(required == Required::yes);
+}
+
+void addCount(CLI::App& command, std::string name, std::optional<std::size_t>& count, std::size_t most,
+              std::string description) {
+    command.add_option(std::move(name), count, std::move(description))
+        ->type_name("N")
+        ->check(CLI::Range(std::size_t{1}, most));
+}
+
+void addClosingWords(CLI::App& command, std::string words) {
+    command.footer(std::move(words));
 }
 
 void addCurrentTime(CLI::App& command, std::optional<std::string>& time) {

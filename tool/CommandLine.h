@@ -1,6 +1,7 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -13,6 +14,12 @@
 #include "tool/Documents.h"
 #include "tool/Output.h"
 
+// The parser is all templates, so only the sources that call it read it: it takes longer to compile than most
+// commands.
+namespace CLI {
+class App;
+}
+
 namespace QELModels::inline QELMODELS_ABI::tool {
 
 /// What was asked cannot be done: one line for people, who are then pointed to `--help`.
@@ -24,6 +31,7 @@ struct UsageError : std::runtime_error {
 class CommandLine {
 public:
     CommandLine();
+    ~CommandLine();
 
     /// Adds a command. `declare` binds its arguments to options, and `work` does the rest with them: it
     /// writes to `output` and may throw `BadInput` and `UsageError`.
@@ -34,7 +42,7 @@ public:
         CLI::App& command = addCommand(std::move(name), std::move(usage), std::move(description));
         const auto options = std::make_shared<Options>();
         declare(command, *options);
-        command.final_callback([this, options, work] { status_ = work(*options, output_); });
+        setWork(command, [this, options, work] { status_ = work(*options, output_); });
     }
 
     /// Adds a command whose arguments are mere texts. They may begin with a dash, as negative numbers do;
@@ -47,10 +55,11 @@ public:
 
 private:
     CLI::App& addCommand(std::string name, std::string usage, std::string description);
+    static void setWork(CLI::App& command, std::function<void()> work);
     void takePlainArguments(std::vector<std::string>& arguments);
     ExitStatus parsed(std::vector<std::string> arguments);
 
-    CLI::App app_;
+    std::unique_ptr<CLI::App> app_;
     std::vector<std::string> names_;
     std::vector<std::string> plainCommands_;
     std::vector<std::string> plainArguments_;
@@ -58,6 +67,10 @@ private:
     ExitStatus status_ = ExitStatus::success;
 };
 
+/// An argument by place that must be given.
+void addArgument(CLI::App& command, std::string name, std::string& text, std::string description);
+/// An option without a value.
+void addFlag(CLI::App& command, std::string name, bool& isGiven, std::string description);
 /// The argument KIND.
 void addKind(CLI::App& command, std::string& kind, std::string description);
 /// The option `--key-path PATH`, for `keyPathFor`.
@@ -65,8 +78,17 @@ void addKeyPath(CLI::App& command, std::optional<std::string>& keyPath);
 /// The argument FILE, standard input unless given.
 void addFile(CLI::App& command, std::string& file);
 /// An argument or an option with one value, which stays null unless it is given.
-CLI::Option& addOptional(CLI::App& command, std::string name, std::string type,
-                         std::optional<std::string>& text, std::string description);
+void addOptional(CLI::App& command, std::string name, std::string type, std::optional<std::string>& text,
+                 std::string description);
+/// An argument or an option with any number of values; when it is required, one at least.
+enum class Required { no, yes };
+void addRepeated(CLI::App& command, std::string name, std::string type, Required required,
+                 std::vector<std::string>& texts, std::string description);
+/// An option with a number from 1 to `most`, which stays null unless it is given.
+void addCount(CLI::App& command, std::string name, std::optional<std::size_t>& count, std::size_t most,
+              std::string description);
+/// What the help says below a command's options.
+void addClosingWords(CLI::App& command, std::string words);
 /// The option `--at EPOCH`, for `setCurrentTime`.
 void addCurrentTime(CLI::App& command, std::optional<std::string>& time);
 /// Fixes the current time for all that is asked; throws `UsageError` when it is no date.

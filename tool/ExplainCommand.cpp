@@ -32,7 +32,7 @@ struct Options {
 void declare(CLI::App& command, Options& options) {
     addKind(command, options.kind, "What the document is: " + kindNames());
     addFile(command, options.file);
-    command.add_flag("--json", options.isJSON, "One JSON object a line");
+    addFlag(command, "--json", options.isJSON, "One JSON object a line");
     addKeyPath(command, options.keyPath);
 }
 

@@ -37,7 +37,7 @@ void declare(CLI::App& command, Options& options) {
                 "S",
                 options.playhead,
                 "Seconds into the asset, for the link that begins there");
-    command.add_flag("--lines", options.isLines, "Every line of FILE is a document of its own");
+    addFlag(command, "--lines", options.isLines, "Every line of FILE is a document of its own");
 }
 
 // Facts of one document, each under the name of the operation that answers it.

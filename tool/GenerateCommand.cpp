@@ -1,4 +1,5 @@
 #include <fmt/format.h>
+#include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <array>
@@ -477,9 +478,8 @@ struct Options {
 void declare(CLI::App& command, Options& options) {
     options.program = command.get_parent();
     command.group("");  // for those who build packages, not for the help
-    command.add_option("FORM", options.form, "man: a page of the manual; the others: completion for a shell")
-        ->required()
-        ->type_name("");
+    addArgument(
+        command, "FORM", options.form, "man: a page of the manual; the others: completion for a shell");
 }
 
 ExitStatus run(const Options& options, Output& output) {

@@ -23,9 +23,8 @@ struct Options {
 
 void declare(CLI::App& command, Options& options) {
     addOptional(command, "URL", "", options.url, "The image's address, without a size");
-    command.add_option("--size", options.sizes, "Sizes in points, such as 320x180")
-        ->required()
-        ->type_name("WxH...");
+    addRepeated(
+        command, "--size", "WxH...", Required::yes, options.sizes, "Sizes in points, such as 320x180");
     addOptional(command, "--scale", "S", options.scale, "On top of the screen's scale; 1 unless given");
     addScreenScale(command, options.screenScale);
     addOptional(

@@ -22,8 +22,8 @@ struct Options {
 void declare(CLI::App& command, Options& options) {
     addKind(command, options.kind, "What the document is: " + kindNames());
     addFile(command, options.file);
-    command.add_flag("--compact", options.isCompact, "Without line breaks and blanks");
-    command.add_flag("--lines", options.isLines, "Every line of FILE is a document of its own");
+    addFlag(command, "--compact", options.isCompact, "Without line breaks and blanks");
+    addFlag(command, "--lines", options.isLines, "Every line of FILE is a document of its own");
     addKeyPath(command, options.keyPath);
 }
 

@@ -25,7 +25,7 @@ struct Options {
 };
 
 void declare(CLI::App& command, Options& options) {
-    command.add_option("SEASON_FILE", options.seasonFile, "The season's document")->required()->type_name("");
+    addArgument(command, "SEASON_FILE", options.seasonFile, "The season's document");
     addOptional(
         command, "--after", "ASSET_ID", options.after, "The episode that was played, one of the season");
     addOptional(

@@ -34,14 +34,11 @@ struct Options {
 };
 
 void declare(CLI::App& command, Options& options) {
-    command
-        .add_option(
-            "ACTION",
-            options.action,
-            "strip: remove tags and decode references; decode: only decode; encode: escape &, < and >")
-        ->required()
-        ->type_name("");
-    command.add_flag("--json", options.isJSON, "One JSON string a line in, and one out");
+    addArgument(command,
+                "ACTION",
+                options.action,
+                "strip: remove tags and decode references; decode: only decode; encode: escape &, < and >");
+    addFlag(command, "--json", options.isJSON, "One JSON string a line in, and one out");
 }
 
 const Action& actionNamed(std::string_view name) {
