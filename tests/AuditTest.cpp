@@ -104,6 +104,18 @@ Texts with(std::string_view word, const Texts& lines) {
     return some;
 }
 
+struct Result {
+    int status;
+    std::string out, err;
+};
+
+Result run(const Texts& arguments) {
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    const int status = static_cast<int>(CommandLine().run(arguments));
+    return {status, testing::internal::GetCapturedStdout(), testing::internal::GetCapturedStderr()};
+}
+
 // --- What is counted --------------------------------------------------------------------------------------
 
 TEST(Audit, CountsOutcomesAndNamesTheLeastPlace) {
@@ -151,6 +163,46 @@ TEST(Audit, PlacesInListsAreLeastByTheirText) {
     EXPECT_EQ(with(kUnread, lines),
               (Texts{"unread 109 /_embedded/assets/*/odd at p.json:1 /_embedded/assets/0/odd",
                      "unread 1 /top at p.json:1 /top"}));
+}
+
+TEST(Audit, RecordsCountAsSetForPeople) {
+    const Folder folder;
+    const Audit audit = audited(
+        "assets",
+        {folder.writeLines(
+            "p.jsonl",
+            {R"({"_embedded":{"assets":[{"additional":{"chapters":[{},{"time":1},7,{},{},{}]}},null,{},{"id":1}]}})",
+             R"({"_embedded":{"assets":[]}})",
+             "{}",
+             "7",
+             "[",
+             R"({"_embedded":{"assets":5}})"})});
+    struct Row {
+        Audit::PropertyKey key;
+        std::uint64_t records, others;
+    };
+    for (const auto& [key, records, others] :
+         {Row{{"", ""}, 4, 1},
+          Row{{"/_embedded/assets", ""}, 2, 2},
+          Row{{"/_embedded/assets/*", "[*]"}, 3, 1},
+          Row{{"/_embedded/assets/*/additional/chapters/*", "[*].assetAdditional.chapters[*]"}, 5, 1}}) {
+        SCOPED_TRACE(key.first);
+        const auto property = audit.properties.find(key);
+        ASSERT_NE(property, audit.properties.end());
+        EXPECT_EQ(property->second[FEMOutcome::set].count, 0u);
+        EXPECT_EQ(audit.outcomesOf(*property)[FEMOutcome::set].count, records);
+        EXPECT_EQ(audit.outcomesOf(*property).total(), records + others);
+    }
+    const auto title = audit.properties.find({"/_embedded/assets/*/title", "[*].title"});
+    ASSERT_NE(title, audit.properties.end());
+    EXPECT_EQ(audit.outcomesOf(*title), title->second);
+    // One element that is none does not put a list at the head of those that are filled least.
+    const std::string table = run({"audit", "assets", "p.jsonl"}).out;
+    EXPECT_NE(table.find("[*]  /_embedded/assets/*\n"
+                         "  set                  3  75.0 %\n"
+                         "  null                 1  25.0 %  p.jsonl:1 /_embedded/assets/1\n"),
+              std::string::npos)
+        << table;
 }
 
 TEST(Audit, BrokenAndFaultyDocumentsAreNamedAndDoNotStopIt) {
@@ -312,18 +364,6 @@ TEST(AuditSum, DoesNotDependOnThreadsAndOrder) {
 }
 
 // --- The command ------------------------------------------------------------------------------------------
-
-struct Result {
-    int status;
-    std::string out, err;
-};
-
-Result run(const Texts& arguments) {
-    testing::internal::CaptureStdout();
-    testing::internal::CaptureStderr();
-    const int status = static_cast<int>(CommandLine().run(arguments));
-    return {status, testing::internal::GetCapturedStdout(), testing::internal::GetCapturedStderr()};
-}
 
 constexpr std::string_view kNothing =
     R"({"kind":"season","documents":0,"broken":{"count":0,"named":[]},"faulty":{"count":0,"named":[]},)"

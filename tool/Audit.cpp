@@ -183,6 +183,30 @@ void Audit::add(const Audit& other) {
         unread[path].add(tally);
 }
 
+AuditOutcomes Audit::outcomesOf(const Property& property) const {
+    constexpr std::string_view kElement = "[*]";
+    const auto& [path, name] = property.first;
+    AuditOutcomes outcomes = property.second;
+    std::uint64_t& set = outcomes[FEMOutcome::set].count;
+    if (name.empty()) {
+        // A page's list is looked for in the documents that are dictionaries.
+        const auto noRecords = path.empty() ? properties.end() : properties.find({{}, {}});
+        const std::uint64_t elsewhere = noRecords == properties.end() ? 0 : noRecords->second.total();
+        const std::uint64_t told = broken.count() + elsewhere + outcomes.total();
+        set = documents - std::min(documents, told);
+    } else if (name.ends_with(kElement)) {
+        // Each record's first rule is applied, whatever becomes of the others.
+        for (const auto& [key, theirs] : properties) {
+            const std::string_view member = key.second;
+            if (!member.starts_with(name) || !key.first.starts_with(path + '/')) continue;
+            const std::string_view rest = member.substr(name.size());
+            if (rest.starts_with('.') && rest.find_first_of(".[", 1) == std::string_view::npos)
+                set = std::max(set, theirs.total());
+        }
+    }
+    return outcomes;
+}
+
 std::vector<const Audit::Property*> Audit::propertiesProblemsFirst() const {
     struct Ranked {
         std::uint64_t problems;
@@ -191,7 +215,7 @@ std::vector<const Audit::Property*> Audit::propertiesProblemsFirst() const {
     };
     std::vector<Ranked> ranked;
     for (const Property& property : properties) {
-        const AuditOutcomes& outcomes = property.second;
+        const AuditOutcomes outcomes = outcomesOf(property);
         const auto total = static_cast<double>(std::max<std::uint64_t>(outcomes.total(), 1));
         const double filled = static_cast<double>(outcomes[FEMOutcome::set].count) / total;
         ranked.push_back({outcomes.problems(), filled, &property});

@@ -42,7 +42,7 @@ struct AuditPlace {
 /// How often something was seen, and the least place where it was.
 struct AuditTally {
     std::uint64_t count = 0;
-    AuditPlace example;  ///< means nothing when the count is 0
+    AuditPlace example;  ///< without a file when there is none
 
     void add(const AuditTally& other);
     friend bool operator==(const AuditTally&, const AuditTally&) = default;
@@ -121,6 +121,9 @@ struct Audit {
 
     /// Adds an audit of other documents of the same kind.
     void add(const Audit& other);
+    /// A property's outcomes for people. Of an element of a list, or of a document, a mapping tells by itself
+    /// only when it is no record; here those that are records count as set, without an example.
+    AuditOutcomes outcomesOf(const Property& property) const;
     /// The properties for people: those with the most problems first, then those that are filled least often,
     /// then by path. Valid until the audit changes.
     std::vector<const Property*> propertiesProblemsFirst() const QELMODELS_LENT;

@@ -96,6 +96,8 @@ summary:focus-visible { outline: 2px solid var(--accent); outline-offset: -2px; 
   summary { grid-template-columns: minmax(0, 1fr) 4.5rem; }
   .name { grid-column: 1 / -1; }
   .bar { margin-left: 1.1em; }
+  .tools input[type=search] { flex-basis: 60%; }
+  .tools select { order: 1; flex: 1 1 40%; min-width: 0; }
   .examples { grid-template-columns: 1fr; gap: 0; }
   .examples dd { margin: 0 0 .4rem 1.05em; }
 }
@@ -249,7 +251,7 @@ private:
     // What a row is sorted and filtered by stands in its attributes.
     void addProperty(const Audit::Property& property) {
         const auto& [path, name] = property.first;
-        const AuditOutcomes& outcomes = property.second;
+        const AuditOutcomes outcomes = audit_.outcomesOf(property);
         const std::uint64_t total = outcomes.total();
         const std::uint64_t set = outcomes[FEMOutcome::set].count;
         add("<li data-text=\"{} {}\" data-total=\"{}\" data-share=\"{}\"",
@@ -279,7 +281,7 @@ private:
                     outcomeLabel(outcome));
         text_ += "</div></summary>\n<dl class=\"examples\">";
         for (const FEMOutcome outcome : kAuditOutcomes)
-            if (outcomes[outcome].count != 0)
+            if (!outcomes[outcome].example.file.empty())
                 add("<dt class=\"mark {}\">{} {}</dt><dd>{}</dd>",
                     outcomeName(outcome),
                     outcomeLabel(outcome),

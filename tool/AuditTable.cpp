@@ -18,29 +18,30 @@ constexpr std::size_t kUncut = std::numeric_limits<std::size_t>::max();
 
 class Table {
 public:
-    Table(bool isColored, Output& output) : isColored_(isColored), output_(output) {}
+    Table(const Audit& audit, bool isColored, Output& output)
+        : audit_(audit), isColored_(isColored), output_(output) {}
 
-    void write(const Audit& audit) {
+    void write() {
         const auto withProblems = std::count_if(
-            audit.properties.begin(), audit.properties.end(), [](const Audit::Property& property) {
+            audit_.properties.begin(), audit_.properties.end(), [](const Audit::Property& property) {
                 return property.second.problems() != 0;
             });
         line(fmt::format("{} documents of kind {}, {} broken, {} faulty",
-                         countText(audit.documents),
-                         audit.kind,
-                         countText(audit.broken.count()),
-                         countText(audit.faulty.count())),
+                         countText(audit_.documents),
+                         audit_.kind,
+                         countText(audit_.broken.count()),
+                         countText(audit_.faulty.count())),
              kBold);
         line(fmt::format("{} properties, {} with problems, {} unread keys",
-                         audit.properties.size(),
+                         audit_.properties.size(),
                          withProblems,
-                         audit.unread.size()),
+                         audit_.unread.size()),
              kBold);
-        for (const Audit::Property* property : audit.propertiesProblemsFirst())
+        for (const Audit::Property* property : audit_.propertiesProblemsFirst())
             write(*property);
-        writeUnread(audit);
-        write(audit.broken, "Broken documents");
-        write(audit.faulty, "Documents whose mapping faults");
+        writeUnread();
+        write(audit_.broken, "Broken documents");
+        write(audit_.faulty, "Documents whose mapping faults");
     }
 
 private:
@@ -60,8 +61,9 @@ private:
     }
 
     static std::string placeText(const AuditPlace& place) {
+        if (place.file.empty()) return {};
         return fmt::format(
-            "{}:{} {}", shown(place.file, kUncut).text, place.line, shown(place.pointer, kUncut).text);
+            "  {}:{} {}", shown(place.file, kUncut).text, place.line, shown(place.pointer, kUncut).text);
     }
 
     // A property's name with its path, then a line for each outcome that it had.
@@ -70,23 +72,24 @@ private:
         const std::string place = path.empty() ? "the document" : shown(path, kUncut).text;
         const std::string head =
             name.empty() ? place : fmt::format("{}  {}", shown(name, kUncut).text, place);
-        line("\n" + head, property.second.problems() != 0 ? kBold : std::string_view());
+        const AuditOutcomes outcomes = audit_.outcomesOf(property);
+        line("\n" + head, outcomes.problems() != 0 ? kBold : std::string_view());
         for (const FEMOutcome outcome : kAuditOutcomes) {
-            const AuditTally& tally = property.second[outcome];
+            const AuditTally& tally = outcomes[outcome];
             if (tally.count == 0) continue;
-            line(fmt::format("  {:<10} {:>11} {:>7}  {}",
+            line(fmt::format("  {:<10} {:>11} {:>7}{}",
                              outcomeLabel(outcome),
                              countText(tally.count),
-                             shareText(tally.count, property.second.total()),
+                             shareText(tally.count, outcomes.total()),
                              placeText(tally.example)),
                  colorOf(outcome));
         }
     }
 
-    void writeUnread(const Audit& audit) {
-        if (!audit.unread.empty()) line("\nKeys that no rule reads", kBold);
-        for (const Audit::UnreadKey* key : audit.unreadMostFrequentFirst())
-            line(fmt::format("  {:>11}  {}  {}",
+    void writeUnread() {
+        if (!audit_.unread.empty()) line("\nKeys that no rule reads", kBold);
+        for (const Audit::UnreadKey* key : audit_.unreadMostFrequentFirst())
+            line(fmt::format("  {:>11}  {}{}",
                              countText(key->second.count),
                              shown(key->first, kUncut).text,
                              placeText(key->second.example)),
@@ -109,6 +112,7 @@ private:
         if (more != 0) line(fmt::format("  and {} more", countText(more)), {});
     }
 
+    const Audit& audit_;
     bool isColored_;
     Output& output_;
 };
@@ -116,7 +120,7 @@ private:
 }  // namespace
 
 void writeAuditTable(const Audit& audit, bool isColored, Output& output) {
-    Table(isColored, output).write(audit);
+    Table(audit, isColored, output).write();
 }
 
 }  // namespace QELModels::inline QELMODELS_ABI::tool
