@@ -9,11 +9,21 @@ packages_lint=(clang-format-14 clang-tidy-14 python3-minimal git)
 packages_bench=(libbenchmark-dev nlohmann-json3-dev rapidjson-dev)
 packages_compare=(git python3-minimal)
 packages_docs=(doxygen)
-# Not installed unasked: with them, the tests also validate documents against the schemas.
-packages_schema=(nodejs npm)
+# Not installed unasked: what reads the schemas, the page of an audit, the manual and the completions as their
+# users do, as program:package, since any other copy of the program does as well. Tests that need one of them
+# are skipped without it.
+readers=(node:nodejs npm:npm chromium:chromium man:man-db zsh:zsh fish:fish)
 
 is_installed() {
     [[ $(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null) == installed ]]
+}
+
+# The packages of the readers that are not there.
+missing_readers() {
+    local reader
+    for reader in "${readers[@]}"; do
+        command -v "${reader%:*}" >/dev/null || echo "${reader#*:}"
+    done
 }
 
 # Makes sure that the packages are there: installs them, or says how to and ends the script.
