@@ -63,6 +63,12 @@ consume(shared   pkg_config    20        OFF)
 consume(no-rtti  find_package  20        ON)
 consume(no-rtti  pkg_config    23        OFF)
 
+if(TARGET qelmodels)
+    add_test(NAME package.static.command
+             COMMAND ${CMAKE_COMMAND} -DPREFIX=${copies}/static -P ${CMAKE_CURRENT_SOURCE_DIR}/InstalledCommand.cmake)
+    set_tests_properties(package.static.command PROPERTIES FIXTURES_REQUIRED installed-static)
+endif()
+
 add_test(NAME package.shared.symbols
          COMMAND ${PROJECT_SOURCE_DIR}/scripts/exported_symbols.sh
                  ${copies}/package.shared.add_subdirectory/qelmodels)
