@@ -14,16 +14,12 @@ if [[ ${#targets[@]} -eq 0 ]]; then
     done
 fi
 
-for target in "${targets[@]}"; do
-    program=build/fuzz/fuzz/fuzz-$target
-    [[ -x $program ]] || { echo "no fuzz target '$target'" >&2 && exit 1; }
-    corpus=build/fuzz/corpus/$target
-    findings=fuzz/findings/$target
-    log=build/fuzz/$target.log
+fuzz_one() {
+    local target=$1 program=build/fuzz/fuzz/fuzz-$1 corpus=build/fuzz/corpus/$1 seeds=build/fuzz/seeds/$1
+    local findings=fuzz/findings/$1 log=build/fuzz/$1.log dictionary=() runs
+    [[ -x $program ]] || { echo "no fuzz target '$target'" >&2 && return 1; }
     mkdir -p "$corpus" "$findings"
-    seeds=build/fuzz/seeds/$target
     scripts/fuzz_seeds.sh "$target" "$seeds"
-    dictionary=()
     [[ -f fuzz/$target.dict ]] && dictionary=("-dict=fuzz/$target.dict")
 
     {
@@ -34,9 +30,14 @@ for target in "${targets[@]}"; do
     } >"$log" 2>&1 || {
         tail -n 40 "$log" >&2
         echo "fuzz $target: a finding, see above and $findings" >&2
-        exit 1
+        return 1
     }
     rmdir --ignore-fail-on-non-empty "$findings"
     runs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log" | tail -n 1)
     echo "fuzz $target: old findings and seeds replayed, $runs new inputs in $seconds s, no finding"
-done
+}
+
+# A target keeps one processor busy.
+export seconds
+export -f fuzz_one
+printf '%s\0' "${targets[@]}" | xargs -0 -n 1 -P "$(nproc)" bash -euo pipefail -c 'fuzz_one "$1"' fuzz_one
