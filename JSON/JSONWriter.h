@@ -17,6 +17,7 @@ namespace QELModels::inline QELMODELS_ABI {
 /// are escaped, everything else stands as UTF-8.
 class QELMODELS_EXPORT JSONWriter {
 public:
+    /// How the text is laid out.
     enum class Layout : bool {
         compact,   ///< no white space at all
         indented,  ///< one value a line, indented by two blanks a level; `[]` and `{}` when empty
@@ -26,11 +27,13 @@ public:
     explicit JSONWriter(std::string& out, Layout layout = Layout::compact) noexcept
         : out_(out), isIndented_(layout == Layout::indented) {}
 
+    /// The brackets of a container; what is written between them is in it.
     void beginDictionary() { begin('{'); }
     void endDictionary() { end('}'); }
     void beginArray() { begin('['); }
     void endArray() { end(']'); }
 
+    /// A key, and a string that is a value. Both are WTF-8; other bytes are written as they are.
     void key(std::string_view key);
     void string(std::string_view text);
     /// The shortest digits that read back as that double or integer, without ".0"; `true` or `false` for a

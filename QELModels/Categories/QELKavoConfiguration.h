@@ -19,6 +19,7 @@ public:
         return {width, height, quality};
     }
 
+    /// The same.
     constexpr QELKavoConfiguration(std::optional<Number> width, std::optional<Number> height,
                                    std::optional<Number> quality) noexcept
         : width_(width), height_(height), quality_(quality) {}

@@ -28,6 +28,7 @@ public:
         return {property, keyPath, std::move(map)};
     }
 
+    /// The name of the property that is filled, and where in a document its value is.
     const std::string& property() const noexcept QELMODELS_LENT { return property_; }
     const std::string& keyPath() const noexcept QELMODELS_LENT { return keyPath_; }
     /// The map rule; empty when the value is taken as it is.

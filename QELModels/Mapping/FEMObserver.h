@@ -32,6 +32,8 @@ struct FEMEvent {
 /// Is told why each property is filled or empty. A mapping without an observer pays nothing for it.
 class QELMODELS_EXPORT FEMObserver {
 public:
+    /// Called once for each rule that was applied, on the thread that maps. What it throws ends the mapping
+    /// and reaches whoever asked for it.
     virtual void ruleApplied(const FEMEvent& event) = 0;
 
 protected:

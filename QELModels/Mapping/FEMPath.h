@@ -26,6 +26,7 @@ public:
         return path;
     }
 
+    /// Whether this step is an element of a list, or a key of the document's own.
     bool isElement() const noexcept { return index_ < kDocumentKey; }
     bool isDocumentKey() const noexcept { return index_ == kDocumentKey; }
     /// The step before; null at the root.

@@ -101,6 +101,7 @@ struct FEMRule {
     const FEMRules* target = nullptr;     ///< of a relationship: constant rules, or ...
     const FEMMapping* mapping = nullptr;  ///< ... a mapping with rules and captures of its own
 
+    /// Whether it fills a record or a list of them; all others are attributes.
     bool isRelationship() const noexcept { return target != nullptr || mapping != nullptr; }
     /// The JSON values that the rule has a use for.
     QELMODELS_EXPORT FEMAccepts accepts() const noexcept;
@@ -169,6 +170,7 @@ struct ConstantRules {
     // Four slots a key find a hash without collisions in a few tries.
     static constexpr std::size_t kSlots = std::bit_ceil(4 * kRules + 1);
 
+    /// What `FEMRules` refers to.
     const ObjectClass* objectClass = nullptr;
     std::array<FEMRule, Attributes> attributes{};
     std::array<FEMRule, Relationships> relationships{};
@@ -177,6 +179,7 @@ struct ConstantRules {
     std::array<std::uint8_t, kSlots> slots{};
     std::uint16_t multiplier = 0;
 
+    /// The rules as the engine takes them; they live as long as this.
     constexpr operator FEMRules() const& {
         FEMRules rules;
         rules.objectClass = objectClass;
@@ -189,6 +192,7 @@ struct ConstantRules {
         return rules;
     }
 
+    /// For `mapping`, which fills the storage: the position of a first key, which is added when it is new.
     constexpr std::uint32_t keyPosition(std::string_view key) {
         for (std::size_t i = 0; i < keyCount; ++i)
             if (keys[i] == key) return static_cast<std::uint32_t>(i);

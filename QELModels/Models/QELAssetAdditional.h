@@ -36,7 +36,7 @@ class QELMODELS_EXPORT QELAssetAdditional : public QELBaseModel {
 public:
     using QELBaseModel::QELBaseModel;
 
-    Field<QELAssetAdditionalSettings> settings;
+    Field<QELAssetAdditionalSettings> settings;     ///< what editors decided
     Field<Array> barrels;                           ///< as the content API gives it
     Field<List<QELAssetChapter>> featuredChapters;  ///< chapters picked for featuring
     Field<List<QELAssetChapter>> chapters;          ///< all chapters

@@ -19,7 +19,7 @@ class QELMODELS_EXPORT QELAssetAdditionalSubtitle : public QELBaseModel {
 public:
     using QELBaseModel::QELBaseModel;
 
-    Field<Text> language;
+    Field<Text> language;   ///< as the content API gives it
     Field<URL> url;         ///< where the subtitle file is
     Field<bool> isDefault;  ///< "default" in a document
 

@@ -19,7 +19,7 @@ class QELMODELS_EXPORT QELAssetImages : public QELBaseModel {
 public:
     using QELBaseModel::QELBaseModel;
 
-    Field<URL> main;
+    Field<URL> main;       ///< the picture of the asset itself
     Field<URL> front;      ///< for front pages
     Field<URL> featured;   ///< for featured placements
     Field<URL> snapshots;  ///< one address for all snapshots

@@ -17,7 +17,7 @@ class QELMODELS_EXPORT QELAssetSeries : public QELBaseModel {
 public:
     using QELBaseModel::QELBaseModel;
 
-    Field<Number> seasonNumber;
+    Field<Number> seasonNumber;   ///< as the content API counts seasons
     Field<Number> episodeNumber;  ///< within the season
 
     /// How a document fills it, made anew at every call.

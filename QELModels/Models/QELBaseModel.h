@@ -21,9 +21,11 @@ namespace QELModels::inline QELMODELS_ABI {
 /// booleans and integers come as numbers; nested records and lists are the record's own.
 class QELMODELS_EXPORT PropertyDictionary {
 public:
+    /// A property's name and its value.
     using Entry = std::pair<std::string_view, Value>;
     using const_iterator = std::vector<Entry>::const_iterator;
 
+    /// A dictionary of these entries, in this order.
     explicit PropertyDictionary(std::vector<Entry> entries) noexcept : entries_(std::move(entries)) {}
 
     /// The value of a property; null when the record has no property of that name.
@@ -44,8 +46,10 @@ private:
 /// made of, where a document keeps it, and what makes two of them equal.
 class QELMODELS_EXPORT QELBaseModel : public Object {
 public:
+    /// What `describe` takes for the superclass of a record that does not name another one.
     using Super = QELBaseModel;
 
+    /// For the engine, which alone makes records.
     explicit QELBaseModel(const Construction& construction) noexcept : Object(construction) {}
 
     /// Null here; each model class has a mapping of its own, which is made anew at every call.

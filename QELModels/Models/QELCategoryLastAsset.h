@@ -16,7 +16,7 @@ class QELMODELS_EXPORT QELCategoryLastAsset : public QELBaseModel {
 public:
     using QELBaseModel::QELBaseModel;
 
-    Field<Number> lastAssetIdentifier;
+    Field<Number> lastAssetIdentifier;  ///< "id" in a document
 
     /// How a document fills it, made anew at every call.
     static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }

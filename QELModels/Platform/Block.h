@@ -20,6 +20,7 @@ public:
     Block(const Block&) = delete;
     Block& operator=(const Block&) = delete;
 
+    /// Counts one use more or less; the last one frees the block. Any thread.
     void retain() const noexcept { uses_.fetch_add(1, std::memory_order_relaxed); }
     void release() const noexcept {
         if (uses_.fetch_sub(1, std::memory_order_acq_rel) == 1) free(this);
@@ -57,6 +58,7 @@ private:
 /// frees the block and all that it keeps.
 class QELMODELS_EXPORT BlockWriter {
 public:
+    /// A copy's block is kept by nobody: those that it keeps are kept instead.
     enum class Origin : bool { original, copy };
 
     /// A new block with room for `capacity` bytes before it has to grow. Throws `std::bad_alloc`.
@@ -65,6 +67,7 @@ public:
     BlockWriter(const BlockWriter&) = delete;
     BlockWriter& operator=(const BlockWriter&) = delete;
 
+    /// The block that is written; null once it was handed over.
     Block* block() const noexcept { return block_; }
     /// Whether the block has not grown yet.
     bool isOnePiece() const noexcept { return block_->chunks_ == nullptr; }

@@ -121,6 +121,8 @@ struct Declared {
 // Not constexpr, so that reaching it in a declaration is an error of the compiler that says this sentence.
 inline void twoPropertiesOfARecordHaveTheSameName() {}
 
+/// The properties of a class in the order of declaration. One of another class, or a name that stands twice,
+/// does not build.
 template <class C, auto... Members>
 consteval auto declare(PropertyOf<Members>... properties) {
     static_assert((std::is_same_v<C, typename MemberOf<decltype(Members)>::Class> && ...),
@@ -148,6 +150,7 @@ struct IdentityThenFieldsOf : FieldsOf<Members...> {
     static constexpr bool kIdentityFirst = true;
 };
 
+/// The fields of a comparison or a hash as the engine takes them; all are declared and stored.
 template <const auto& Declared, class Fields>
 constexpr PropertyOrder orderOf() {
     constexpr auto& properties = Fields::template in<Declared>;

@@ -4,7 +4,7 @@
 /// What the whole library agrees on before its first declaration: its version, its ABI namespace and
 /// which symbols a shared build shows.
 
-// The one place where the version stands; the build reads it from here.
+/// The version. It stands here alone: the build reads it from these lines.
 #define QELMODELS_VERSION_MAJOR 1
 #define QELMODELS_VERSION_MINOR 0
 #define QELMODELS_VERSION_PATCH 0

@@ -83,6 +83,7 @@ template <class T>
 class Field : public StoredField<PropertyKind::record, const Object*> {
 public:
     using Target = T;
+    /// What the property holds.
     const T* operator()() const noexcept QELMODELS_LENT { return static_cast<const T*>(slot_); }
 };
 
@@ -92,9 +93,11 @@ template <class T>
 class Field<List<T>> : public StoredField<PropertyKind::list, const ListBase*> {
 public:
     using Target = T;
+    /// What the property holds.
     const List<T>* operator()() const noexcept QELMODELS_LENT { return static_cast<const List<T>*>(slot_); }
 };
 
+/// A scalar, a text (WTF-8), a URL or a raw sub-tree: nothing when empty.
 template <>
 class Field<Number> : public StoredField<PropertyKind::number, NumberSlot> {
 public:
@@ -158,12 +161,14 @@ public:
     }
 };
 
+/// A boolean: false unless the document says otherwise.
 template <>
 class Field<bool> : public StoredField<PropertyKind::boolean, bool> {
 public:
     bool operator()() const noexcept { return slot_; }
 };
 
+/// An enumeration, or an integer: zero unless the document says otherwise.
 template <class T>
 requires(std::is_enum_v<T> || std::same_as<T, std::int64_t>) class Field<T>
     : public StoredField<PropertyKind::integer, std::int64_t> {

@@ -15,6 +15,7 @@ class QELMODELS_EXPORT ListBase : public Counted {
 public:
     std::size_t size() const noexcept { return size_; }
     bool empty() const noexcept { return size_ == 0; }
+    /// The elements; none is null.
     std::span<const Object* const> objects() const noexcept QELMODELS_LENT { return {elements_, size_}; }
 
     /// Same count and pairwise equal elements, each pair compared by `isEqual`.
@@ -37,6 +38,7 @@ private:
 template <class T>
 class List : public ListBase {
 public:
+    /// Goes through the elements; valid as long as the list.
     class Iterator {
     public:
         using value_type = T;

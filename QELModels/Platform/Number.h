@@ -44,6 +44,7 @@ public:
     constexpr Number() noexcept = default;
 
     // Each constructor takes its own types only, so that no pointer becomes a boolean on the way.
+    /// A boolean, an integer of any width, or a double.
     template <std::same_as<bool> T>
     constexpr Number(T value) noexcept : bits_(value), origin_(Origin::boolean) {}
     template <NumberInteger T>
@@ -54,6 +55,7 @@ public:
     requires(sizeof(T) <= sizeof(double)) constexpr Number(T value) noexcept
         : bits_(std::bit_cast<std::uint64_t>(static_cast<double>(value))), origin_(Origin::real) {}
 
+    /// What it was made of. Equality, order and hash do not ask for it.
     constexpr Origin origin() const noexcept { return origin_; }
     constexpr bool isBoolean() const noexcept { return origin_ == Origin::boolean; }
 

@@ -17,10 +17,12 @@ namespace QELModels::inline QELMODELS_ABI {
 
 /// One declared property of a record: its name, what it holds, and where that is or how it is computed.
 struct QELMODELS_EXPORT Property {
+    /// Where a stored property lies in an object, and how a computed one is had from it.
     using Place = void* (*)(Object&);
     using PutRaw = bool (*)(Object&, RepresentationView, BlockWriter&);
     using Compute = Value (*)(const Object&);
 
+    /// As `dictionaryValue` names it, and what it holds.
     std::string_view name;
     PropertyKind kind;
     Place place = nullptr;  ///< null for a computed property, which nothing can set
@@ -31,6 +33,7 @@ struct QELMODELS_EXPORT Property {
     Compute compute = nullptr;            ///< null for a stored one
     const ObjectClass* target = nullptr;  ///< the class of a record, or of a list's elements
 
+    /// Whether it is computed from others, so that nothing can set it.
     bool isComputed() const noexcept { return compute != nullptr; }
 
     /// The property's value; booleans and integers come as numbers. The value keeps what it points to.
@@ -70,9 +73,11 @@ struct PropertyOrder {
 /// of `propertyKeys` and of all that works by it.
 class QELMODELS_EXPORT ObjectClass {
 public:
+    /// Make an object, or a list of objects, of this class in given memory.
     using Construct = Object* (*)(void*, const Construction&);
     using ConstructList = ListBase* (*)(void*, const Block*, const Object* const*, std::size_t);
 
+    /// All that there is to know of a class; `describe` makes it.
     struct Description {
         std::string_view name;
         const ObjectClass* superclass;
@@ -86,10 +91,12 @@ public:
         PropertyOrder equality;
         PropertyOrder hash;
     };
+    /// A class as described.
     constexpr explicit ObjectClass(const Description& description) noexcept : is_(description) {}
     ObjectClass(const ObjectClass&) = delete;
     ObjectClass& operator=(const ObjectClass&) = delete;
 
+    /// The class's name, as descriptions show it.
     std::string_view name() const noexcept { return is_.name; }
     /// The class that this one extends; null for `QELBaseModel`.
     const ObjectClass* superclass() const noexcept { return is_.superclass; }
@@ -112,6 +119,7 @@ public:
         }
     }
 
+    /// The fields that equality goes through, and those of the hash.
     const PropertyOrder& equality() const noexcept { return is_.equality; }
     const PropertyOrder& hash() const noexcept { return is_.hash; }
 

@@ -16,12 +16,14 @@ template <class T>
 class Ref {
 public:
     Ref() noexcept = default;
+    /// Keeps nothing, or a borrowed record; null is nothing.
     Ref(std::nullptr_t) noexcept {}
     explicit Ref(const T* borrowed) noexcept : object_(borrowed) {
         if (object_ != nullptr) object_->block()->retain();
     }
     Ref(const Ref& other) noexcept : Ref(other.object_) {}
     Ref(Ref&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
+    /// From a reference to a more special record.
     template <std::derived_from<T> U>
     Ref(Ref<U> other) noexcept : object_(other.release()) {}
     Ref& operator=(Ref other) noexcept {
@@ -41,6 +43,7 @@ public:
     /// Gives the counted use away; the reference is null afterwards.
     const T* release() noexcept { return std::exchange(object_, nullptr); }
 
+    /// What is kept, lent for as long as this reference keeps it; null when that is nothing.
     const T* get() const noexcept QELMODELS_LENT { return object_; }
     const T& operator*() const noexcept QELMODELS_LENT { return *object_; }
     const T* operator->() const noexcept QELMODELS_LENT { return object_; }

@@ -33,9 +33,9 @@ struct RepresentationNode {
     };
 
     Tag tag = Tag::null;
-    bool indexed = false;       // a dictionary that ends with an index of its keys
-    std::uint16_t keyHash = 0;  // of a dictionary's key
-    std::uint32_t size = 0;     // bytes of a string; elements or members of a container
+    bool indexed = false;       ///< a dictionary that ends with an index of its keys
+    std::uint16_t keyHash = 0;  ///< of a dictionary's key
+    std::uint32_t size = 0;     ///< bytes of a string; elements or members of a container
     union {
         std::uint64_t bits =
             0;  // a number's; of a container, its extent and, in the high half, its text's bytes
@@ -44,6 +44,7 @@ struct RepresentationNode {
         const Block* block;
     };
 
+    /// The text of a string or a key.
     std::string_view string() const noexcept { return {text, size}; }
     /// What a number's bits are of; numbers' tags stand in the order of their origins.
     Number::Origin origin() const noexcept {
@@ -75,8 +76,10 @@ using RepresentationMembers = RepresentationRange<RepresentationMember>;
 /// nothing when there is no value, which is not the same as a value that is null.
 class QELMODELS_EXPORT RepresentationView {
 public:
+    /// The kinds of JSON values; booleans are numbers.
     enum class Kind : std::uint8_t { dictionary, array, string, number, null };
 
+    /// Which kind it is.
     Kind kind() const noexcept;
     bool isDictionary() const noexcept { return node_->tag == RepresentationNode::Tag::dictionary; }
     bool isArray() const noexcept { return node_->tag == RepresentationNode::Tag::array; }
@@ -143,6 +146,7 @@ class RepresentationRange {
     static constexpr std::size_t kNodesBefore = std::is_same_v<Item, RepresentationMember> ? 1 : 0;
 
 public:
+    /// Goes through what is in the container; valid as long as the document.
     class Iterator {
     public:
         using value_type = Item;
@@ -219,6 +223,7 @@ public:
     Representation(const char* text) : Representation(std::string_view(text)) {}
     /// A dictionary. A repeated key keeps its first place and its last value.
     Representation(std::initializer_list<Member> members);
+    /// The same, a list of these elements, and an array without any.
     static Representation dictionary(std::initializer_list<Member> members);
     static Representation array(std::initializer_list<Representation> elements);
     static RepresentationView emptyArray() noexcept;
@@ -236,6 +241,7 @@ public:
         if (view_.block_ != nullptr) view_.block_->release();
     }
 
+    /// The value, lent for as long as this keeps it.
     RepresentationView view() const noexcept QELMODELS_LENT { return view_; }
     operator RepresentationView() const noexcept QELMODELS_LENT { return view_; }
     const RepresentationView* operator->() const noexcept QELMODELS_LENT { return &view_; }
@@ -250,6 +256,7 @@ private:
     RepresentationView view_;
 };
 
+/// A key and its value, for a dictionary that is written down in code.
 struct Representation::Member {
     std::string_view key;
     Representation value;

@@ -19,10 +19,12 @@ namespace QELModels::inline QELMODELS_ABI {
 /// exception the builder can only be destroyed.
 class QELMODELS_EXPORT RepresentationBuilder {
 public:
+    /// With room for a small document. The memory comes from `zone`; null: from the system.
     explicit RepresentationBuilder(Zone* zone = nullptr) : RepresentationBuilder(kUsualNodes, 0, zone) {}
     /// With room for that many values and keys, and for that many bytes of text: a good guess saves growing.
     RepresentationBuilder(std::size_t nodes, std::size_t textBytes, Zone* zone = nullptr);
 
+    /// Begins a container, which is a value of the innermost one that has not ended.
     void beginDictionary() { open(RepresentationNode::Tag::dictionary); }
     void beginArray() { open(RepresentationNode::Tag::array); }
     /// Ends the innermost dictionary. Of a repeated key the first place and the last value are kept.

@@ -31,6 +31,7 @@ public:
     /// text's length and allocates nothing.
     static std::optional<URLView> parse(std::string_view text QELMODELS_LENT) noexcept;
 
+    /// The text as it was parsed.
     constexpr std::string_view text() const noexcept { return {data_, size_}; }
     constexpr std::uint64_t hash() const noexcept { return hashOfText(text()); }
 
@@ -62,11 +63,14 @@ public:
 
     /// The empty reference.
     URL() noexcept = default;
+    /// A copy.
     explicit URL(URLView view) : text_(view.text()) {}
 
+    /// The text as it was parsed.
     std::string_view text() const noexcept QELMODELS_LENT { return text_; }
     std::uint64_t hash() const noexcept { return hashOfText(text_); }
 
+    /// The same, lent.
     operator URLView() const noexcept QELMODELS_LENT { return URLView(text_); }
 
     friend bool operator==(const URL& a, const URL& b) noexcept { return a.text_ == b.text_; }

@@ -23,6 +23,7 @@ namespace QELModels::inline QELMODELS_ABI {
 /// lives.
 class QELMODELS_EXPORT Value {
 public:
+    /// The kinds of values. A boolean is a number, an enumeration too.
     enum class Kind : std::uint8_t { null, number, text, url, date, color, representation, record, list };
 
     /// Null: a transformer that answers it has refused.
@@ -56,6 +57,7 @@ public:
         if (is_.keeps) is_.block->release();
     }
 
+    /// Which kind it is.
     Kind kind() const noexcept { return is_.kind; }
     bool isNull() const noexcept { return is_.kind == Kind::null; }
 
