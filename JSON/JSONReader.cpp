@@ -201,114 +201,28 @@ std::size_t nodesNeeded(std::size_t structurals, std::size_t depth) noexcept {
     return (structurals + depth) / 2 + 1;
 }
 
-// The document in parts, each small enough to stay in the nearest caches while it is copied, its structural
-// characters are found and they are gone along: simdjson finds them, and sees on the way that the text is
-// UTF-8, that every string ends, and that no control character stands in one. Its buffers are kept from
-// document to document.
-class Parts {
-public:
-    // Begins with a document, which is copied to `text` part by part; there is room for padding behind it.
-    void begin(std::string_view document, char* text) noexcept {
-        rest_ = document;
-        text_ = text;
-        size_ = 0;
-        structurals_ = 0;
-        isTooLarge_ = false;
-    }
-    // Goes on to the next part. Whether it is well formed, as far as it is looked at here.
-    bool next() {
-        text_ += size_;
-        std::size_t limit = kPartSize;
-        for (int tries = 0; rest_.size() > kPartSize && tries < kMostTries; ++tries) {
-            limit = placeToCut(limit);
-            if (limit == 0) break;
-            if (take(limit)) return true;
-        }
-        return take(rest_.size());
-    }
-    // The part's text has been moved.
-    void move(char* text) noexcept { text_ = text; }
-
-    bool isLast() const noexcept { return rest_.empty(); }
-    bool isTooLarge() const noexcept { return isTooLarge_; }
-    std::size_t sizeOfRest() const noexcept { return rest_.size(); }
-    char* text() const noexcept { return text_; }
-    std::size_t size() const noexcept { return size_; }
-    std::size_t structuralCount() const noexcept { return parser_->n_structural_indexes; }
-    const std::uint32_t* structurals() const noexcept { return parser_->structural_indexes.get(); }
-
-private:
-    static constexpr std::size_t kPartSize = std::size_t{32} << 10;
-    static constexpr int kMostTries = 4;
-
-    // Where a part can end: behind a comma, if it is one between values, since nothing begun goes on there. A
-    // comma in a string shows by a string that does not end. 0 if there is none before `limit`.
-    std::size_t placeToCut(std::size_t limit) const noexcept {
-        constexpr std::string_view kAfterComma = "\"{[\n\r";
-        while (limit > 1) {
-            const std::size_t comma = rest_.rfind(',', limit - 2);
-            if (comma == std::string_view::npos) return 0;
-            limit = comma + 1;
-            if (kAfterComma.find(rest_[limit]) != std::string_view::npos) return limit;
-        }
-        return 0;
-    }
-
-    bool take(std::size_t size) {
-        rest_.copy(text_, size);
-        std::memset(text_ + size, ' ', simdjson::SIMDJSON_PADDING);
-        if (parser_ == nullptr || parser_->capacity() < size) grow(size);
-        if (parser_->stage1(reinterpret_cast<const std::uint8_t*>(text_),
-                            size,
-                            simdjson::stage1_mode::regular) != simdjson::SUCCESS)
-            return false;
-        structurals_ += structuralCount();
-        isTooLarge_ = structurals_ >= kMostStructurals;
-        if (isTooLarge_) return false;
-        rest_.remove_prefix(size);
-        size_ = size;
-        return true;
-    }
-
-    void grow(std::size_t size) {
-        constexpr std::size_t kStages = 1;  // the depth that only simdjson's second stage needs
-        const std::size_t before = parser_ == nullptr ? 0 : parser_->capacity();
-        const std::size_t capacity = std::min(std::max(size, before + before / 2), kMostBytes);
-        const auto error = parser_ == nullptr
-                               ? simdjson::get_active_implementation()->create_dom_parser_implementation(
-                                     capacity, kStages, parser_)
-                               : parser_->set_capacity(capacity);
-        if (error != simdjson::SUCCESS) throw std::bad_alloc();
-    }
-
-    std::unique_ptr<simdjson::internal::dom_parser_implementation> parser_;
-    std::string_view rest_;
-    char* text_ = nullptr;
-    std::size_t size_ = 0;
-    std::size_t structurals_ = 0;  // of the document so far
-    bool isTooLarge_ = false;
-};
-
 // Goes through a document along its structural characters: brackets, colons, commas, and the first byte of
-// every text and word. Behind the last of a part stands the blank behind the part, which fits nowhere. What
-// reads a part of the document answers whether it is well formed.
+// every text and word. Behind the last of them stands, as often as one asks, the blank behind the document,
+// which fits nowhere. What reads a part of the document answers whether it is well formed.
 //
 // All of it is inlined and no address of a walker is handed out, so that its members live in registers. There
 // are few enough of them for that as long as the ones in the first group are the only ones that every value
 // needs.
 class Walker {
 public:
-    // The first part is there, and `builder` has room for its nodes at the depth of `containers`.
-    Walker(Parts& parts, Containers& containers, std::size_t maxDepth,
-           RepresentationBuilder& builder) noexcept
-        : next_(builder.nodes()),
+    // `text` is the document, with a blank behind it; `builder` has room for its nodes at the depth of
+    // `containers`.
+    Walker(char* text, std::size_t size, const std::uint32_t* structurals, Containers& containers,
+           std::size_t maxDepth, RepresentationBuilder& builder) noexcept
+        : text_(text),
+          structural_(structurals),
+          plainUntil_(text),
+          next_(builder.nodes()),
           container_(containers.data()),
+          end_(text + size),
           depthLeft_(maxDepth),
-          parts_(parts),
           containers_(containers),
-          builder_(builder) {
-        enterPart();
-    }
+          builder_(builder) {}
 
     // How many nodes the document's value takes; 0 when it is no JSON.
     [[gnu::always_inline]] std::size_t walk() {
@@ -331,7 +245,6 @@ public:
     elementEnd:
         switch (*take()) {
             case ',':
-                if (structural_ == lastStructural_ && !nextPart()) return 0;
                 break;
             case ']':
                 goto containerEnd;
@@ -349,7 +262,6 @@ public:
     memberEnd:
         switch (*take()) {
             case ',':
-                if (structural_ == lastStructural_ && !nextPart()) return 0;
                 break;
             case '}':
                 goto containerEnd;
@@ -373,27 +285,6 @@ private:
     // How far backslashes are looked for in advance: no further than what is looked at stays in the nearest
     // cache.
     static constexpr std::ptrdiff_t kBytesAhead = 4096;
-
-    [[gnu::always_inline]] void enterPart() noexcept {
-        text_ = parts_.text();
-        end_ = text_ + parts_.size();
-        plainUntil_ = text_;
-        structural_ = parts_.structurals();
-        lastStructural_ = parts_.isLast() ? nullptr : structural_ + parts_.structuralCount();
-    }
-
-    // Goes on to the part behind the comma that this one ends with.
-    [[gnu::always_inline]] bool nextPart() {
-        if (!parts_.next()) return false;
-        enterPart();
-        const std::size_t used = count();
-        const std::size_t needed = used + nodesNeeded(parts_.structuralCount(), containers_.size());
-        if (needed > builder_.nodeCapacity()) {
-            builder_.growNodes(used, std::max(needed, builder_.nodeCapacity() / 2 * 3));
-            next_ = builder_.nodes() + used;
-        }
-        return true;
-    }
 
     static bool isBracket(char byte) noexcept { return (byte | 0x20) == '{'; }
 
@@ -549,7 +440,7 @@ private:
         return {begin, static_cast<std::size_t>(end - begin)};
     }
 
-    char* text_;                       // of the part
+    char* const text_;
     const std::uint32_t* structural_;  // the next one
     char* plainUntil_;                 // no text before it, of those not read yet, holds a backslash
     Node* next_;
@@ -557,24 +448,49 @@ private:
     std::uint32_t size_ = 0;  // its size so far
     std::uint32_t textBytes_ = 0;
 
-    const std::uint32_t* lastStructural_;  // the end of the part's; null in the last part
-    char* end_;                            // of the part
+    char* const end_;
     std::size_t depthLeft_;
-    Parts& parts_;
     Containers& containers_;
     RepresentationBuilder& builder_;
 };
 
 }  // namespace
 
-// What a reader keeps from document to document.
-struct JSONReader::Buffers {
-    Parts parts;
+// The structural characters of the document that is being read: simdjson finds them, and sees on the way that
+// the document is UTF-8, that every text ends, and that no control character stands in one.
+struct JSONReader::StructuralIndex {
+    // Copies a document, and behind it the padding that simdjson asks for. Answers whether all of that is so.
+    bool find(std::string_view document, char* copy) {
+        const std::size_t size = document.size();
+        document.copy(copy, size);
+        std::memset(copy + size, ' ', simdjson::SIMDJSON_PADDING);
+        if (parser_ == nullptr || parser_->capacity() < size) grow(size);
+        return parser_->stage1(reinterpret_cast<const std::uint8_t*>(copy),
+                               size,
+                               simdjson::stage1_mode::regular) == simdjson::SUCCESS;
+    }
+    std::size_t size() const noexcept { return parser_->n_structural_indexes; }
+    const std::uint32_t* first() const noexcept { return parser_->structural_indexes.get(); }
+
     Containers containers;
+
+private:
+    void grow(std::size_t size) {
+        constexpr std::size_t kStages = 1;  // the depth that only simdjson's second stage needs
+        const std::size_t before = parser_ == nullptr ? 0 : parser_->capacity();
+        const std::size_t capacity = std::min(std::max(size, before + before / 2), kMostBytes);
+        const auto error = parser_ == nullptr
+                               ? simdjson::get_active_implementation()->create_dom_parser_implementation(
+                                     capacity, kStages, parser_)
+                               : parser_->set_capacity(capacity);
+        if (error != simdjson::SUCCESS) throw std::bad_alloc();
+    }
+
+    std::unique_ptr<simdjson::internal::dom_parser_implementation> parser_;
 };
 
 JSONReader::JSONReader(std::size_t maxDepth, Zone* zone)
-    : maxDepth_(maxDepth), zone_(zone), buffers_(std::make_unique<Buffers>()) {}
+    : maxDepth_(maxDepth), zone_(zone), index_(std::make_unique<StructuralIndex>()) {}
 
 JSONReader::~JSONReader() = default;
 JSONReader::JSONReader(JSONReader&&) noexcept = default;
@@ -595,49 +511,40 @@ JSONReader::Outcome JSONReader::read(std::string_view bytes, std::optional<Repre
     if (bytes.size() > kMostBytes) return Outcome::tooLarge;
     if (bytes.starts_with(kByteOrderMark)) bytes.remove_prefix(kByteOrderMark.size());
     // One deep document must not make all that follow larger.
-    buffers_->containers.resize(kUsualDepth);
+    index_->containers.resize(kUsualDepth);
     return bytes.size() <= kMostBytesApart ? readApart(bytes, result) : readInOnePiece(bytes, result);
 }
 
-// The texts of a representation lie in a copy of the document, unescaped where they stand.
-
-// Of a small document, the copy has a block of its own, which a record may keep instead of copying texts.
+// The texts of a representation lie in a copy of the document, unescaped where they stand, and the structural
+// characters are found in that copy, so that the document is read from memory once. Of a small document, the
+// copy has a block of its own, which a record may keep instead of copying texts.
 JSONReader::Outcome JSONReader::readApart(std::string_view bytes, std::optional<Representation>& result) {
-    Parts& parts = buffers_->parts;
-    const std::size_t padded = bytes.size() + simdjson::SIMDJSON_PADDING;
-    BlockWriter texts(padded, zone_);
-    parts.begin(bytes, texts.allocate<char>(padded));
-    if (!parts.next()) return failed();
-    RepresentationBuilder builder(nodesNeeded(parts.structuralCount(), kUsualDepth), 0, zone_);
+    BlockWriter texts(bytes.size() + simdjson::SIMDJSON_PADDING, zone_);
+    char* const text = texts.allocate<char>(bytes.size() + simdjson::SIMDJSON_PADDING);
+    if (!index_->find(bytes, text)) return Outcome::malformed;
+    RepresentationBuilder builder(nodesNeeded(index_->size(), kUsualDepth), 0, zone_);
     builder.takeTexts(texts.finish());
-    return walk(builder, result);
+    return walk(text, bytes.size(), builder, result);
 }
 
 // Of a large one, the nodes lie behind the copy, so that the system's memory is kept for the next one.
 JSONReader::Outcome JSONReader::readInOnePiece(std::string_view bytes,
                                                std::optional<Representation>& result) {
-    Parts& parts = buffers_->parts;
-    const std::size_t padded = bytes.size() + simdjson::SIMDJSON_PADDING;
-    RepresentationBuilder builder(0, padded, zone_);
-    char* const text = builder.reserveText(padded);
-    parts.begin(bytes, text);
-    if (!parts.next()) return failed();
-    // The rest is likely as dense as the first part.
-    const std::size_t nodes = nodesNeeded(parts.structuralCount(), kUsualDepth);
-    const std::size_t partsToCome = parts.sizeOfRest() / parts.size() + 1;
-    parts.move(builder.reserveNodesBehind(text, nodes + nodes / 8 * 9 * partsToCome));
-    return walk(builder, result);
+    RepresentationBuilder builder(0, bytes.size() + simdjson::SIMDJSON_PADDING, zone_);
+    char* const text = builder.reserveText(bytes.size() + simdjson::SIMDJSON_PADDING);
+    if (!index_->find(bytes, text)) return Outcome::malformed;
+    if (index_->size() >= kMostStructurals) return Outcome::tooLarge;
+    char* const moved = builder.reserveNodesBehind(text, nodesNeeded(index_->size(), kUsualDepth));
+    return walk(moved, bytes.size(), builder, result);
 }
 
-JSONReader::Outcome JSONReader::walk(RepresentationBuilder& builder, std::optional<Representation>& result) {
-    const std::size_t count = Walker(buffers_->parts, buffers_->containers, maxDepth_, builder).walk();
-    if (count == 0) return failed();
+JSONReader::Outcome JSONReader::walk(char* text, std::size_t size, RepresentationBuilder& builder,
+                                     std::optional<Representation>& result) {
+    const std::size_t count =
+        Walker(text, size, index_->first(), index_->containers, maxDepth_, builder).walk();
+    if (count == 0) return Outcome::malformed;
     result = builder.finishNodes(count);
     return Outcome::done;
-}
-
-JSONReader::Outcome JSONReader::failed() const noexcept {
-    return buffers_->parts.isTooLarge() ? Outcome::tooLarge : Outcome::malformed;
 }
 
 std::optional<Representation> representationFromJSON(std::string_view bytes, JSONError* error) {

@@ -51,18 +51,18 @@ public:
     std::optional<Representation> read(std::string_view bytes, JSONError* error = nullptr);
 
 private:
-    struct Buffers;
+    struct StructuralIndex;
     enum class Outcome : unsigned char { done, malformed, tooLarge };
 
     Outcome read(std::string_view bytes, std::optional<Representation>& result);
     Outcome readApart(std::string_view bytes, std::optional<Representation>& result);
     Outcome readInOnePiece(std::string_view bytes, std::optional<Representation>& result);
-    Outcome walk(RepresentationBuilder& builder, std::optional<Representation>& result);
-    Outcome failed() const noexcept;
+    Outcome walk(char* text, std::size_t size, RepresentationBuilder& builder,
+                 std::optional<Representation>& result);
 
     std::size_t maxDepth_;
     Zone* zone_;
-    std::unique_ptr<Buffers> buffers_;
+    std::unique_ptr<StructuralIndex> index_;
 };
 
 /// Reads one document as a new `JSONReader` does.

@@ -69,14 +69,21 @@ public:
             lookUp(rules, RepresentationView::at(dictionary, block));
     }
 
-    // What a rule reads; its node is null when it is missing. Links are left for the reader to follow.
-    Found at(const FEMRule& rule) const {
-        const Node* node = values_[rule.key];
-        if (node == nullptr || rule.furtherKeys.data() == nullptr) [[likely]]
-            return {node, block_};
-        const auto value = RepresentationView::at(node, block_).valueForKeyPath(rule.furtherKeys);
-        return value ? Found{value->node(), value->block()} : Found{nullptr, nullptr};
-    }
+    // What rules read, as a value of its own that a loop over them has at hand.
+    struct Lookup {
+        const Node* const* values;
+        const Block* block;
+
+        // Null when it is missing. Links are left for the reader to follow.
+        Found at(const FEMRule& rule) const {
+            const Node* node = values[rule.key];
+            if (node == nullptr || rule.furtherKeys.data() == nullptr) [[likely]]
+                return {node, block};
+            const auto value = RepresentationView::at(node, block).valueForKeyPath(rule.furtherKeys);
+            return value ? Found{value->node(), value->block()} : Found{nullptr, nullptr};
+        }
+    };
+    Lookup lookup() const noexcept { return {values_, block_}; }
 
     /// About how many bytes of text rules read.
     std::size_t textBytes() const noexcept {
@@ -113,6 +120,28 @@ private:
     const Node** values_ = usual_;
 };
 
+// How much of the room guessed for the roots of one list is given to them: as much as any of them has taken
+// so far, and a little more. The roots of a list are alike, so blocks are hardly larger than what is in them.
+class Room {
+public:
+    std::size_t of(std::size_t guess) const noexcept { return (guess * part_ + kWhole - 1) / kWhole; }
+    void learn(std::size_t guess, const BlockWriter& writer) noexcept {
+        if (!writer.isOnePiece()) {
+            part_ = kWhole;
+            return;
+        }
+        const std::size_t taken = of(guess) - std::min(of(guess), writer.unused());
+        mostTaken_ = std::max(mostTaken_, (taken * kWhole + guess - 1) / guess);
+        part_ = std::min(mostTaken_ + kMore, kWhole);
+    }
+
+private:
+    static constexpr std::size_t kWhole = 1024;
+    static constexpr std::size_t kMore = 8;
+    std::size_t mostTaken_ = 0;
+    std::size_t part_ = kWhole;
+};
+
 // Applies rules to dictionaries. Whether somebody observes it is known when it is compiled, so that those who
 // do not ask pay nothing.
 template <bool kObserved>
@@ -120,10 +149,10 @@ class Engine {
 public:
     explicit Engine(const FEMOptions& options) : observer_(options.observer), zone_(options.zone) {}
 
-    // A record in a block of its own, and with it the one use of that block. The only one of its document may
-    // keep the document's texts.
+    // A record in a block of its own, and with it the one use of that block. One of a list takes as much room
+    // as the others; the only one of its document may keep the document's texts.
     Ref<Object> root(std::optional<RepresentationView> value, const FEMRules& rules, const void* captured,
-                     const FEMPath& path, bool isOnlyOne = false) const {
+                     const FEMPath& path, Room* room = nullptr, bool isOnlyOne = false) const {
         const std::size_t own = ObjectAccess::size(*rules.objectClass);
         if (!value || !value->isDictionary()) {
             BlockWriter writer(own, zone_);
@@ -131,10 +160,12 @@ public:
         }
         const FoundValues found(rules, value->node(), value->block());
         const Block* texts = isOnlyOne ? textsToKeep(*value, found) : nullptr;
-        BlockWriter writer(own + roomFor(*value->node(), texts != nullptr), zone_);
+        const std::size_t guess = own + roomFor(*value->node(), texts != nullptr);
+        BlockWriter writer(room == nullptr ? guess : room->of(guess), zone_);
         if (texts != nullptr) writer.borrowTexts(*texts);
         Object* object = ObjectAccess::construct(*rules.objectClass, writer);
-        fill(*object, found, rules, captured, writer, path);
+        fill(*object, found.lookup(), rules, captured, writer, path);
+        if (room != nullptr) room->learn(guess, writer);
         return finished(object, writer);
     }
 
@@ -142,12 +173,13 @@ public:
                          BlockWriter& writer, const FEMPath& path, bool ofRoots) const {
         const auto** elements = writer.allocate<const Object*>(array.size());
         if (ofRoots) writer.expectKept(array.size());
+        Room room;
         std::size_t count = 0;
         for (const RepresentationView element : array.elements()) {
             const FEMPath at(path, count);
             if (!element.isDictionary()) tellOfNone(element, at);
             if (ofRoots) {
-                const Ref<Object> kept = root(element, rules, captured, at);
+                const Ref<Object> kept = root(element, rules, captured, at, &room);
                 writer.keep(kept->block());
                 elements[count++] = kept.get();
             } else {
@@ -192,12 +224,14 @@ private:
                    const FEMPath& path) const {
         Object* object = ObjectAccess::construct(*rules.objectClass, writer);
         // An observer has been told of an element that is none; there is nothing in it to tell of.
-        if (value.isDictionary())
-            fill(*object, FoundValues(rules, value.node(), value.block()), rules, captured, writer, path);
+        if (value.isDictionary()) {
+            const FoundValues found(rules, value.node(), value.block());
+            fill(*object, found.lookup(), rules, captured, writer, path);
+        }
         return object;
     }
 
-    void fill(Object& object, const FoundValues& found, const FEMRules& rules, const void* captured,
+    void fill(Object& object, FoundValues::Lookup found, const FEMRules& rules, const void* captured,
               BlockWriter& writer, const FEMPath& path) const {
         const auto forEachFound = [&](std::span<const FEMRule> list, const auto& apply) {
             for (const FEMRule& rule : list) {
@@ -289,7 +323,7 @@ Ref<Object> object(std::optional<RepresentationView> representation, const FEMMa
     const Engine<kObserved> engine(options);
     const FEMPath path(options.keyPath);
     if (!representation || !representation->isDictionary()) engine.tellOfNone(representation, path);
-    return engine.root(representation, mapping.rules(), mapping.captured(), path, true);
+    return engine.root(representation, mapping.rules(), mapping.captured(), path, nullptr, true);
 }
 
 template <bool kObserved>

@@ -71,6 +71,8 @@ public:
     Block* block() const noexcept { return block_; }
     /// Whether the block has not grown yet.
     bool isOnePiece() const noexcept { return block_->chunks_ == nullptr; }
+    /// Bytes that are still free in the newest piece.
+    std::size_t unused() const noexcept { return static_cast<std::size_t>(end_ - next_); }
 
     /// Memory for `bytes` bytes, as long-lived as the block; `alignment` is a power of two, at most that of
     /// `std::max_align_t`. Throws `std::bad_alloc`.
@@ -97,11 +99,12 @@ public:
     void commit(std::size_t bytes) noexcept { next_ += bytes; }
     /// Keeps a block whose texts the new one may point to.
     void borrowTexts(const Block& texts);
-    /// Where a text may stay: where it is, in borrowed texts; else a copy. Never null.
-    const char* keepText(std::string_view text) {
-        const std::size_t offset = reinterpret_cast<std::uintptr_t>(text.data()) - borrowed_;
-        return offset < borrowedSize_ ? text.data() : copyText(text);
+    /// Whether a text lies among borrowed texts, where it may stay.
+    bool isBorrowed(std::string_view text) const noexcept {
+        return reinterpret_cast<std::uintptr_t>(text.data()) - borrowed_ < borrowedSize_;
     }
+    /// The text itself, if it may stay where it is; else a copy. Never null.
+    const char* keepText(std::string_view text) { return isBorrowed(text) ? text.data() : copyText(text); }
     /// A copy of a text; never null, also when the text is empty.
     char* copyText(std::string_view text) {
         char* to = reserve(text.size());

@@ -34,6 +34,8 @@ public:
     void putText(std::string_view text) { putCopy(PropertyKind::text, text); }
     void putURL(URLView url) { putCopy(PropertyKind::url, url.text()); }
 
+    /// Whether a lent text is kept where it is.
+    bool mayStay(std::string_view text) const noexcept { return writer_.isBorrowed(text); }
     /// Room for a text of at most `bytes` bytes, so that it is written where it stays; `putReserved` says how
     /// many it has become.
     char* reserveText(std::size_t bytes) { return writer_.reserve(bytes); }

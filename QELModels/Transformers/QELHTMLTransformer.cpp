@@ -12,7 +12,7 @@ Value QELHTMLTransformer::transformedValue(std::optional<RepresentationView> val
 void QELHTMLTransformer::transformInto(PropertyWriter& to, RepresentationView value) const {
     const auto text = value.text();
     if (!text) return;
-    if (HTMLRemoval::isPlainText(*text)) return to.putText(*text);
+    if (to.mayStay(*text) && HTMLRemoval::isPlainText(*text)) return to.putText(*text);
     to.putReserved(HTMLRemoval::withoutHTMLTags(*text, to.reserveText(text->size())));
 }
 
