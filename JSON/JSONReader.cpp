@@ -255,8 +255,10 @@ public:
     element:
         ++size_;
         at = take();
-        if (isBracket(*at)) goto container;
-        if (!scalar(at)) return 0;
+        if (!scalar(at)) {
+            if (isBracket(*at)) goto container;
+            return 0;
+        }
         goto elementEnd;
 
     memberEnd:
@@ -273,8 +275,10 @@ public:
         if (!key()) return 0;
         ++size_;
         at = take();
-        if (isBracket(*at)) goto container;
-        if (!scalar(at)) return 0;
+        if (!scalar(at)) {
+            if (isBracket(*at)) goto container;
+            return 0;
+        }
         goto memberEnd;
     }
 
@@ -358,8 +362,8 @@ private:
     [[gnu::always_inline]] bool key() {
         char* const at = take();
         if (*at != '"') return false;
-        const std::string_view key = text(at);
-        if (*take() != ':' || key.data() == nullptr) return false;
+        std::string_view key;
+        if (!text(at, key) || *take() != ':') return false;
         const std::uint16_t hash = quotedKeyHash(key.data(), key.size());
         append(key, hash);
         std::uint64_t& word = container_->keysSeen[hash >> 14];
@@ -386,11 +390,15 @@ private:
     [[gnu::always_inline]] bool scalar(char* at) {
         switch (*at) {
             case '"': {
-                const std::string_view string = text(at);
+                std::string_view string;
+                if (!text(at, string)) return false;
                 append(string, 0);
                 textBytes_ += static_cast<std::uint32_t>(string.size());
-                return string.data() != nullptr;
+                return true;
             }
+            case '{':
+            case '[':
+                return false;
             case 't':
                 append(Tag::boolean, 1);
                 return std::memcmp(at, "true", 4) == 0 && endsWord(at[4]);
@@ -423,10 +431,10 @@ private:
         return RepresentationBuilder::node(number);
     }
 
-    // The text whose opening quote stands at `quote`; no data when it holds a bad escape. Between the closing
+    // Reads the text whose opening quote stands at `quote`, unless it holds a bad escape. Between the closing
     // quote and the next structural character is nothing but white space, so the text need not be read to
     // find its end.
-    [[gnu::always_inline]] std::string_view text(char* quote) noexcept {
+    [[gnu::always_inline]] bool text(char* quote, std::string_view& text) noexcept {
         char* const begin = quote + 1;
         char* end = text_ + *structural_ - 1;
         while (*end != '"')
@@ -435,9 +443,10 @@ private:
             char* const quoteBehind = end;
             end = unescape(nextBackslash(std::max(begin, plainUntil_), end), end);
             plainUntil_ = nextBackslash(quoteBehind, quoteBehind + std::min(kBytesAhead, end_ - quoteBehind));
-            if (end == nullptr) return {};
+            if (end == nullptr) return false;
         }
-        return {begin, static_cast<std::size_t>(end - begin)};
+        text = {begin, static_cast<std::size_t>(end - begin)};
+        return true;
     }
 
     char* const text_;

@@ -24,6 +24,7 @@ LAYERS = [
 UMBRELLA = "QELModels/QELModels.h"
 NOT_IN_UMBRELLA = {
     "QELModels/Platform/MemoryResourceZone.h",  # not every standard library has memory resources
+    "QELModels/Platform/ByteBlock.h",  # for the library's own scans of text
     "QELModels/Platform/SharedSlot.h",  # for the library's own process-wide variables
 }
 

@@ -46,7 +46,8 @@ inline std::uint16_t quotedKeyHash(const char* key, std::size_t size) noexcept {
     if constexpr (std::endian::native != std::endian::little) return keyHash(std::string_view(key, size));
     std::uint64_t first = 0;
     std::memcpy(&first, key, 8);
-    return keyHash(first & kFirstBytes[size < 8 ? size : 8], static_cast<unsigned char>(key[size - 1]), size);
+    return keyHash(
+        first & kFirstBytes[size < 8 ? size : 8], static_cast<unsigned char>((key + size)[-1]), size);
 }
 
 }  // namespace QELModels::inline QELMODELS_ABI
