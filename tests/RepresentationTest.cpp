@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <limits>
 #include <map>
 #include <random>
 #include <string>
@@ -238,6 +239,65 @@ TEST(Representation, EqualityIsByValue) {
     EXPECT_NE(Representation("a").view().hash(), Representation("b").view().hash());
 }
 
+// Equality said the plain way, one level after the other.
+bool equalByDefinition(RepresentationView a, RepresentationView b) {
+    if (a.kind() != b.kind() || a.size() != b.size()) return false;
+    if (a.text() != b.text() || a.number() != b.number()) return false;
+    auto other = b.elements().begin();
+    for (const RepresentationView element : a.elements())
+        if (!equalByDefinition(element, *other++)) return false;
+    for (const auto [key, value] : a.members()) {
+        const auto found = b.valueForKey(key);
+        if (!found || !equalByDefinition(value, *found)) return false;
+    }
+    return true;
+}
+
+// A value that `tree` decides; `way` decides how it is put down, which equality does not see: the order of
+// keys and the width of numbers. Now and then it changes a number too. Large parts become links.
+Representation randomValue(std::mt19937_64& tree, std::mt19937_64& way, int depth) {
+    const auto number = static_cast<int>(tree() % 3 + (way() % 1024 == 1023 ? 1 : 0));
+    const auto isPlain = way() % 8 != 0;
+    const std::size_t size = tree() % 16 == 0 ? tree() % 40 : tree() % 4;
+    const auto kind = depth == 0 ? tree() % 4 : tree() % 8;
+    if (kind == 0) return kNull;
+    if (kind == 1) return std::to_string(number);
+    if (kind == 2) return isPlain ? Representation(number) : Representation(static_cast<double>(number));
+    if (kind == 3) return number + 0.5;
+    std::vector<std::pair<std::string, Representation>> members;
+    for (std::size_t i = 0; i < size; ++i)
+        members.emplace_back("key" + std::to_string(i), randomValue(tree, way, depth - 1));
+    const bool isArray = kind < 6;
+    if (!isArray && way() % 4 == 0) std::shuffle(members.begin(), members.end(), way);
+    return built([&](Builder& builder) {
+        isArray ? builder.beginArray() : builder.beginDictionary();
+        for (const auto& [key, value] : members) {
+            if (!isArray) builder.key(key);
+            builder.representation(value);
+        }
+        isArray ? builder.endArray() : builder.endDictionary();
+    });
+}
+
+RC_GTEST_PROP(Representation, EqualityIsItsDefinition, (std::uint64_t seed)) {
+    for (std::uint64_t i = 0; i < 20; ++i) {
+        std::mt19937_64 trees[] = {std::mt19937_64(seed + i), std::mt19937_64(seed + i)};
+        std::mt19937_64 way(seed ^ i);
+        const Representation a = randomValue(trees[0], way, 5);
+        const Representation b = randomValue(trees[1], way, 5);
+        const bool equal = equalByDefinition(a, b);
+        RC_ASSERT((a == b) == equal);
+        RC_ASSERT((b == a) == equal);
+    }
+}
+
+TEST(Representation, NotANumberIsEqualToNothingButItsOwnPlace) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const Representation value = array({dictionary({{"a", nan}})});
+    EXPECT_EQ(value, Representation(value.view()));
+    EXPECT_NE(value, array({dictionary({{"a", nan}})}));
+}
+
 // A dictionary against a list of pairs that does the same the plain way.
 RC_GTEST_PROP(Representation, KeepsMembersLikeAList, (std::uint64_t seed)) {
     std::mt19937_64 random(seed);
@@ -385,6 +445,37 @@ Representation wrappedDeep(int innermost) {
     for (std::size_t i = 0; i < kDeep / 2; ++i)
         value = array({dictionary({{"a", value}})});
     return value;
+}
+
+// Something is left to be compared at each level when the next one is entered; `level` is one of them,
+// counted from the innermost.
+constexpr std::size_t kLevels = 100'000;
+
+Representation builtDeepAmongOthers(std::string_view atLevel, std::size_t level, bool isReversed) {
+    Builder builder;
+    for (std::size_t i = 0; i < kLevels; ++i) {
+        builder.beginDictionary();
+        builder.key(isReversed ? "z" : "a");
+        builder.string(isReversed && i + 1 == kLevels - level ? atLevel : "");
+        builder.key("nested");
+    }
+    builder.null();
+    for (std::size_t i = 0; i < kLevels; ++i) {
+        builder.key(isReversed ? "a" : "z");
+        builder.string(!isReversed && i == level ? atLevel : "");
+        builder.endDictionary();
+    }
+    return builder.finish();
+}
+
+TEST(Representation, ComparesWhatStandsBehindTheDeepest) {
+    for (const std::size_t level : {std::size_t{0}, kLevels / 2, kLevels - 20, kLevels - 1}) {
+        const Representation value = builtDeepAmongOthers("one", level, false);
+        for (const bool isReversed : {false, true}) {
+            EXPECT_EQ(value, builtDeepAmongOthers("one", level, isReversed));
+            EXPECT_NE(value, builtDeepAmongOthers("two", level, isReversed));
+        }
+    }
 }
 
 TEST(Representation, NestsAMillionDeep) {

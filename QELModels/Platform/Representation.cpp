@@ -1,6 +1,7 @@
 #include "QELModels/Platform/Representation.h"
 
 #include <algorithm>
+#include <array>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -189,61 +190,120 @@ std::uint64_t RepresentationView::hash() const noexcept {
 
 namespace {
 
-// The comparisons that are still to be made, so that nesting costs no stack.
-class Comparison {
+// Two containers of one size that are walked side by side.
+struct Walk {
+    const Node* a;           // the next element or member of the one
+    const Node* b;           // what stands at its place in the other
+    const Node* dictionary;  // the other one, if they are dictionaries
+    std::uint32_t left;      // how many elements or members are still to be compared
+    bool inOrder = true;     // whether their keys are so far; if not, `b` is of no use
+};
+
+// The walks to go on with, for nesting must not cost the thread's stack. Usual depths need no allocation.
+class WalkStack {
 public:
-    bool equal(RepresentationView a, RepresentationView b) {
-        if (!compare(a, b)) return false;
-        while (!pending_.empty()) {
-            const auto [first, second] = pending_.back();
-            pending_.pop_back();
-            if (!compareContents(first, second)) return false;
-        }
-        return true;
+    bool empty() const noexcept { return size_ == 0; }
+
+    void push(const Walk& walk) {
+        if (size_ < kUsualDepth)
+            usual_[size_] = walk;
+        else
+            deep_.push_back(walk);
+        ++size_;
+    }
+
+    Walk pop() noexcept {
+        if (--size_ < kUsualDepth) return usual_[size_];
+        const Walk walk = deep_.back();
+        deep_.pop_back();
+        return walk;
     }
 
 private:
-    bool compare(RepresentationView a, RepresentationView b) {
-        if (a.node() == b.node()) return true;
-        if (a.kind() != b.kind()) return false;
-        switch (a.kind()) {
-            case RepresentationView::Kind::null:
-                return true;
-            case RepresentationView::Kind::string:
-                return a.node()->string() == b.node()->string();
-            case RepresentationView::Kind::number:
-                return numberOf(*a.node()) == numberOf(*b.node());
-            default:
-                break;
-        }
-        if (a.size() != b.size()) return false;
-        if (a.size() != 0) pending_.emplace_back(a, b);
-        return true;
-    }
+    static constexpr std::size_t kUsualDepth = 16;
 
-    bool compareContents(RepresentationView a, RepresentationView b) {
-        if (a.isArray()) {
-            auto other = b.elements().begin();
-            for (const RepresentationView element : a.elements()) {
-                if (!compare(element, *other)) return false;
-                ++other;
-            }
-            return true;
-        }
-        for (const auto [key, value] : a.members()) {
-            const auto other = b.valueForKey(key);
-            if (!other || !compare(value, *other)) return false;
-        }
-        return true;
-    }
-
-    std::vector<std::pair<RepresentationView, RepresentationView>> pending_;
+    std::array<Walk, kUsualDepth> usual_;
+    std::vector<Walk> deep_;
+    std::size_t size_ = 0;
 };
+
+const Node* behindLink(const Node* node) noexcept {
+    return node->tag == Tag::link ? node->target : node;
+}
+
+bool equalNumbers(const Node& a, const Node& b) noexcept {
+    if (a.tag == b.tag && a.tag != Tag::real) return a.bits == b.bits;
+    return numberOf(a) == numberOf(b);
+}
+
+// Of values that are no containers.
+bool equalScalars(const Node& a, const Node& b) noexcept {
+    if (a.isNumber()) return b.isNumber() && equalNumbers(a, b);
+    return a.tag == b.tag && (a.tag == Tag::null || a.string() == b.string());
+}
+
+// Whether two values lie in memory in the same way, texts and all. Most that are equal do, since documents of
+// one source are written in one way; those that do not may be equal all the same.
+bool lieAlike(const Node* a, const Node* b) noexcept {
+    const Node* const end = a + a->extent();
+    for (; a != end; ++a, ++b) {
+        if (a->tag != b->tag) return false;
+        switch (a->tag) {
+            case Tag::string:
+                if (a->string() != b->string()) return false;
+                break;
+            case Tag::real:
+                if (!equalNumbers(*a, *b)) return false;
+                break;
+            case Tag::link:
+                return false;
+            default:
+                // Of a container, that is how many nodes are in it; so both have the same elements.
+                if (a->bits != b->bits) return false;
+        }
+    }
+    return true;
+}
+
+// Keys that stand in the same order in both are not looked up.
+bool equalValues(const Node* a, const Node* b) {
+    WalkStack outer;
+    Walk walk{a, b, nullptr, 1};
+    for (;;) {
+        while (walk.left == 0) {
+            if (outer.empty()) return true;
+            walk = outer.pop();
+        }
+        --walk.left;
+        a = walk.a;
+        b = walk.b;
+        if (walk.dictionary != nullptr) {
+            walk.inOrder = walk.inOrder && sameKey(*a, *b);
+            b = walk.inOrder ? b + 1 : find(walk.dictionary, a->string());
+            if (b == nullptr) return false;
+            ++a;
+        }
+        walk.a = a + a->extent();
+        if (walk.inOrder) walk.b = b + b->extent();
+
+        a = behindLink(a);
+        b = behindLink(b);
+        if (a == b) continue;
+        if (!a->isContainer()) {
+            if (!equalScalars(*a, *b)) return false;
+            continue;
+        }
+        if (a->tag != b->tag || a->size != b->size) return false;
+        // A walk that is over is not gone on with: chains of containers with one value each need no room.
+        if (walk.left != 0) outer.push(walk);
+        walk = {a + 1, b + 1, a->tag == Tag::dictionary ? b : nullptr, a->size};
+    }
+}
 
 }  // namespace
 
 bool operator==(RepresentationView a, RepresentationView b) {
-    return Comparison().equal(a, b);
+    return a.node_ == b.node_ || lieAlike(a.node_, b.node_) || equalValues(a.node_, b.node_);
 }
 
 Representation::Representation() noexcept : view_(&kNull, nullptr) {}
