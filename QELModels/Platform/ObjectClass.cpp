@@ -1,6 +1,7 @@
 #include "QELModels/Platform/ObjectClass.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <string>
 
@@ -190,39 +191,69 @@ bool Property::put(Object& object, const Value& value, BlockWriter& writer) cons
 
 namespace {
 
+bool equal(bool a, bool b) noexcept {
+    return a == b;
+}
+bool equal(std::int64_t a, std::int64_t b) noexcept {
+    return a == b;
+}
+bool equal(const NumberSlot& a, const NumberSlot& b) noexcept {
+    if (!a.filled || !b.filled) return a.filled == b.filled;
+    return NumberBits::number(a.bits, a.origin) == NumberBits::number(b.bits, b.origin);
+}
+bool equal(const TextSlot& a, const TextSlot& b) noexcept {
+    if (a.data == b.data) return a.size == b.size;
+    return a.data != nullptr && b.data != nullptr && textOf(a) == textOf(b);
+}
+bool equal(const DateSlot& a, const DateSlot& b) noexcept {
+    return a.filled && b.filled ? a.seconds == b.seconds : a.filled == b.filled;
+}
+bool equal(const ColorSlot& a, const ColorSlot& b) noexcept {
+    return a.filled && b.filled ? a.color == b.color : a.filled == b.filled;
+}
+bool equal(const RepresentationSlot& a, const RepresentationSlot& b) {
+    if (a.node == nullptr || b.node == nullptr) return a.node == b.node;
+    return RepresentationView::at(a.node, a.block) == RepresentationView::at(b.node, b.block);
+}
+// Records and lists.
+template <class T>
+bool equal(const T* a, const T* b) {
+    return a == nullptr ? b == nullptr : a->isEqual(b);
+}
+
+template <class Slot>
+bool equalSlots(const Property& property, const Object& a, const Object& b) {
+    const Slot& first = property.slot<Slot>(a);
+    // Objects of one class have their slots at the same place.
+    const std::ptrdiff_t offset =
+        reinterpret_cast<const std::byte*>(&first) - reinterpret_cast<const std::byte*>(&a);
+    return equal(first, *reinterpret_cast<const Slot*>(reinterpret_cast<const std::byte*>(&b) + offset));
+}
+
 bool equalFields(const Property& property, const Object& a, const Object& b) {
     switch (property.kind) {
-        case PropertyKind::record: {
-            const Object* first = property.slot<const Object*>(a);
-            const Object* second = property.slot<const Object*>(b);
-            return first == nullptr ? second == nullptr : first->isEqual(second);
-        }
-        case PropertyKind::list: {
-            const ListBase* first = property.slot<const ListBase*>(a);
-            const ListBase* second = property.slot<const ListBase*>(b);
-            return first == nullptr ? second == nullptr : first->isEqual(second);
-        }
+        case PropertyKind::number:
+            return equalSlots<NumberSlot>(property, a, b);
         case PropertyKind::text:
-        case PropertyKind::url: {
-            const auto& first = property.slot<TextSlot>(a);
-            const auto& second = property.slot<TextSlot>(b);
-            if (first.data == second.data) return first.size == second.size;
-            return first.data != nullptr && second.data != nullptr && textOf(first) == textOf(second);
-        }
-        case PropertyKind::number: {
-            const auto& first = property.slot<NumberSlot>(a);
-            const auto& second = property.slot<NumberSlot>(b);
-            if (!first.filled || !second.filled) return first.filled == second.filled;
-            return NumberBits::number(first.bits, first.origin) ==
-                   NumberBits::number(second.bits, second.origin);
-        }
+        case PropertyKind::url:
+            return equalSlots<TextSlot>(property, a, b);
+        case PropertyKind::date:
+            return equalSlots<DateSlot>(property, a, b);
+        case PropertyKind::color:
+            return equalSlots<ColorSlot>(property, a, b);
+        case PropertyKind::array:
+        case PropertyKind::dictionary:
+            return equalSlots<RepresentationSlot>(property, a, b);
+        case PropertyKind::record:
+            return equalSlots<const Object*>(property, a, b);
+        case PropertyKind::list:
+            return equalSlots<const ListBase*>(property, a, b);
         case PropertyKind::boolean:
-            return property.slot<bool>(a) == property.slot<bool>(b);
+            return equalSlots<bool>(property, a, b);
         case PropertyKind::integer:
-            return property.slot<std::int64_t>(a) == property.slot<std::int64_t>(b);
-        default:
-            return property.value(a) == property.value(b);
+            return equalSlots<std::int64_t>(property, a, b);
     }
+    return false;
 }
 
 std::uint64_t hashOfField(const Property& property, const Object& object) {
@@ -288,9 +319,9 @@ bool Object::isEqualByFields(const Object* other) const {
     if (other == this) return true;
     const PropertyOrder& equality = isa_->equality();
     if (other == nullptr || !equality.declared || equality.identityFirst) return false;
-    return std::all_of(equality.properties.begin(), equality.properties.end(), [&](const Property* property) {
-        return equalFields(*property, *this, *other);
-    });
+    for (const Property* property : equality.properties)
+        if (!equalFields(*property, *this, *other)) return false;
+    return true;
 }
 
 std::uint64_t Object::hash() const {
