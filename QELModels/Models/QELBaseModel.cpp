@@ -29,6 +29,18 @@ constexpr std::array<Property, 4> rootProperties{{
 constexpr std::array<std::string_view, 4> rootKeys{
     rootProperties[0].name, rootProperties[1].name, rootProperties[2].name, rootProperties[3].name};
 
+// Calls `visit(property)` for each property that has a key. Keys stand in the order of the properties, so
+// each is found in a step or two, and mostly are the very texts of the names.
+template <class Visitor>
+void forEachKeyedProperty(const ObjectClass& isa, Visitor&& visit) {
+    const Property* property = isa.properties().data();
+    for (const std::string_view key : isa.propertyKeys()) {
+        while (property->name.data() != key.data() && property->name != key)
+            ++property;
+        visit(*property++);
+    }
+}
+
 void append(std::string& text, Number number) {
     text += number.toString();
 }
@@ -102,16 +114,16 @@ const Value* PropertyDictionary::find(std::string_view name) const noexcept {
 PropertyDictionary QELBaseModel::dictionaryValue() const {
     std::vector<PropertyDictionary::Entry> entries;
     entries.reserve(isa().propertyKeys().size());
-    for (const std::string_view key : isa().propertyKeys())
-        entries.emplace_back(key, isa().property(key)->value(*this));
+    forEachKeyedProperty(
+        isa(), [&](const Property& property) { entries.emplace_back(property.name, property.value(*this)); });
     return PropertyDictionary(std::move(entries));
 }
 
 Ref<QELBaseModel> QELBaseModel::copyWithZone(Zone* zone) const {
     BlockWriter writer(ObjectAccess::size(isa()) + BlockWriter::kRoomToKeep, zone, BlockWriter::Origin::copy);
     Object* copy = ObjectAccess::construct(isa(), writer);
-    for (const auto& [key, value] : dictionaryValue())
-        isa().property(key)->setValue(*copy, value, writer);
+    forEachKeyedProperty(
+        isa(), [&](const Property& property) { property.setValue(*copy, property.value(*this), writer); });
     writer.finish();
     return Ref<QELBaseModel>::adopt(static_cast<const QELBaseModel*>(copy));
 }
