@@ -21,6 +21,7 @@
 
 #include "QELModels/Categories/NSURL+QELKavoHelper.h"
 #include "QELModels/Platform/MainScreen.h"
+#include "URLOracle.h"
 
 namespace QELModels {
 namespace {
@@ -245,6 +246,27 @@ TEST_F(ImageURL, KeepsTheURLAsItStands) {
         const std::optional<URL> sized = getAutoHeightURLWithSize(*image, {316, 0});
         ASSERT_TRUE(sized) << text;
         EXPECT_EQ(sized->text(), std::string(text) + "?t[]=316q80");
+    }
+}
+
+// Nothing is parsed again, so all short texts show that it need not be: alone and where an authority begins
+// or ends.
+TEST_F(ImageURL, MakesAURLOfEveryURL) {
+    const auto expectURL = [](const std::string& text) {
+        const auto image = URLView::parse(text);
+        if (!image) return;
+        const auto sized = getURLWithSize(*image, {320, 180});
+        ASSERT_TRUE(sized && sized->text() == text + "?t[]=320x180q80") << text;
+        ASSERT_TRUE(URLView::parse(sized->text()) && isURLByGrammar(sized->text())) << text;
+    };
+    std::vector<std::string> texts{""};
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        const std::string text = texts[i];
+        expectURL(text);
+        expectURL("//" + text);
+        expectURL("//[::1]" + text);
+        for (const char c : std::string_view(text.size() < 4 ? "a1:/?#[]@%." : ""))
+            texts.push_back(text + c);
     }
 }
 

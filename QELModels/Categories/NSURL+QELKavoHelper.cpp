@@ -150,6 +150,11 @@ constexpr std::string_view kTransformation = "?t[]=";
 constexpr std::string_view kLongestTransformation = "?t[]=2048x1536q50";
 
 // The brackets stand as they are, since the server expects them so.
+//
+// What comes about is a URL without another look at it. All that is appended may stand in a query and in a
+// fragment as it is. A "?" ends authority and path, so behind a URL without query and fragment it begins the
+// query; otherwise it belongs to the query or the fragment that the URL ends with. And nothing is appended
+// that gives what stands before it another meaning, as ":" or "@" would.
 template <typename... Pieces>
 std::optional<URL> withTransformation(URLView url, Pieces... pieces) {
     std::string text;
@@ -157,7 +162,7 @@ std::optional<URL> withTransformation(URLView url, Pieces... pieces) {
     text += url.text();
     text += kTransformation;
     (append(text, pieces), ...);
-    return URL::parse(std::move(text));
+    return URLAccess::ownedFromValidated(std::move(text));
 }
 
 }  // namespace

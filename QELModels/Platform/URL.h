@@ -47,11 +47,6 @@ private:
     std::size_t size_ = 0;
 };
 
-/// For those who store a URL's text after it was parsed: makes it a URL again without another look at it.
-struct URLAccess {
-    static constexpr URLView fromValidated(std::string_view text) noexcept { return URLView(text); }
-};
-
 /// A URL that owns its text.
 class QELMODELS_EXPORT URL {
 public:
@@ -76,9 +71,17 @@ public:
     friend bool operator==(const URL& a, const URL& b) noexcept { return a.text_ == b.text_; }
 
 private:
+    friend struct URLAccess;
     explicit URL(std::string&& text) noexcept : text_(std::move(text)) {}
 
     std::string text_;
+};
+
+/// For those who know a text to be a URL, since it was parsed or was made of one that was: makes it a URL
+/// without another look at it.
+struct URLAccess {
+    static constexpr URLView fromValidated(std::string_view text) noexcept { return URLView(text); }
+    static URL ownedFromValidated(std::string&& text) noexcept { return URL(std::move(text)); }
 };
 
 }  // namespace QELModels::inline QELMODELS_ABI
