@@ -103,14 +103,14 @@ public:
     bool isBorrowed(std::string_view text) const noexcept {
         return reinterpret_cast<std::uintptr_t>(text.data()) - borrowed_ < borrowedSize_;
     }
-    /// The text itself, if it may stay where it is; else a copy. Never null.
-    const char* keepText(std::string_view text) { return isBorrowed(text) ? text.data() : copyText(text); }
-    /// A copy of a text; never null, also when the text is empty.
-    char* copyText(std::string_view text) {
+    /// The text itself, if it may stay where it is; else a copy. Its data is never null.
+    std::string_view keepText(std::string_view text) { return isBorrowed(text) ? text : copyText(text); }
+    /// A copy of a text; its data is never null, also when the text is empty.
+    std::string_view copyText(std::string_view text) {
         char* to = reserve(text.size());
         if (!text.empty()) std::memcpy(to, text.data(), text.size());
         commit(text.size());
-        return to;
+        return {to, text.size()};
     }
 
     /// Memory for `bytes` bytes behind all that was allocated so far, for which the block itself is enlarged:

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <bit>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
@@ -38,18 +40,44 @@ enum class PropertyKind : std::uint8_t {
 struct Array;
 struct Dictionary;
 
+/// A value of eight bytes that may lie at any multiple of four: what stands beside it in a slot of twelve
+/// bytes would else take sixteen.
+template <class T>
+class Packed {
+public:
+    constexpr Packed() noexcept = default;
+    Packed(T value) noexcept : words_(std::bit_cast<Words>(value)) {}
+    operator T() const noexcept { return std::bit_cast<T>(words_); }
+
+private:
+    using Words = std::array<std::uint32_t, sizeof(T) / sizeof(std::uint32_t)>;
+    Words words_{};
+};
+
 /// How each kind of property lies in a record: as little as reads back quickly. An empty one is all zero.
 struct NumberSlot {
-    std::uint64_t bits = 0;
+    Packed<std::uint64_t> bits;
     Number::Origin origin{};
     bool filled = false;
 };
 struct TextSlot {
-    const char* data = nullptr;
-    std::size_t size = 0;
+    constexpr TextSlot() noexcept = default;
+    /// Throws `std::length_error` for a text of 4 GB or more, which no document holds.
+    explicit TextSlot(std::string_view text)
+        : data(text.data()), size(static_cast<std::uint32_t>(text.size())) {
+        if (text.size() > UINT32_MAX) throwTooLong();
+    }
+
+    std::string_view text() const noexcept { return {data, size}; }
+
+    Packed<const char*> data;  // null when empty
+    std::uint32_t size = 0;
+
+private:
+    [[noreturn]] QELMODELS_EXPORT static void throwTooLong();
 };
 struct DateSlot {
-    double seconds = 0;  // since 1970
+    Packed<double> seconds;  // since 1970
     bool filled = false;
 };
 struct ColorSlot {
@@ -112,7 +140,7 @@ class Field<Text> : public StoredField<PropertyKind::text, TextSlot> {
 public:
     std::optional<std::string_view> operator()() const noexcept QELMODELS_LENT {
         if (slot_.data == nullptr) return std::nullopt;
-        return std::string_view(slot_.data, slot_.size);
+        return slot_.text();
     }
 };
 
@@ -121,7 +149,7 @@ class Field<URL> : public StoredField<PropertyKind::url, TextSlot> {
 public:
     std::optional<URLView> operator()() const noexcept QELMODELS_LENT {
         if (slot_.data == nullptr) return std::nullopt;
-        return URLAccess::fromValidated({slot_.data, slot_.size});
+        return URLAccess::fromValidated(slot_.text());
     }
 };
 

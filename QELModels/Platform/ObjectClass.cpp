@@ -12,14 +12,10 @@ namespace QELModels::inline QELMODELS_ABI {
 
 namespace {
 
-std::string_view textOf(const TextSlot& slot) noexcept {
-    return {slot.data, slot.size};
-}
-
 void putText(TextSlot& slot, std::string_view text, const Value& value, BlockWriter& writer) {
     const Block* block = ValueAccess::block(value);
     // Without a block it is lent by somebody who will not wait.
-    slot = {block == nullptr ? writer.copyText(text) : text.data(), text.size()};
+    slot = TextSlot(block == nullptr ? writer.copyText(text) : text);
     writer.keep(block);
 }
 
@@ -76,12 +72,12 @@ Value Property::value(const Object& object) const {
         }
         case PropertyKind::text: {
             const auto& stored = slot<TextSlot>(object);
-            return stored.data == nullptr ? Value() : ValueAccess::keptText(object.block(), textOf(stored));
+            return stored.data == nullptr ? Value() : ValueAccess::keptText(object.block(), stored.text());
         }
         case PropertyKind::url: {
             const auto& stored = slot<TextSlot>(object);
             if (stored.data == nullptr) return {};
-            return ValueAccess::keptURL(object.block(), URLAccess::fromValidated(textOf(stored)));
+            return ValueAccess::keptURL(object.block(), URLAccess::fromValidated(stored.text()));
         }
         case PropertyKind::date: {
             const auto& stored = slot<DateSlot>(object);
@@ -203,7 +199,7 @@ bool equal(const NumberSlot& a, const NumberSlot& b) noexcept {
 }
 bool equal(const TextSlot& a, const TextSlot& b) noexcept {
     if (a.data == b.data) return a.size == b.size;
-    return a.data != nullptr && b.data != nullptr && textOf(a) == textOf(b);
+    return a.data != nullptr && b.data != nullptr && a.text() == b.text();
 }
 bool equal(const DateSlot& a, const DateSlot& b) noexcept {
     return a.filled && b.filled ? a.seconds == b.seconds : a.filled == b.filled;
@@ -265,11 +261,11 @@ std::uint64_t hashOfField(const Property& property, const Object& object) {
         case PropertyKind::text:
         case PropertyKind::url: {
             const auto& stored = property.slot<TextSlot>(object);
-            return stored.data == nullptr ? 0 : hashOfText(textOf(stored));
+            return stored.data == nullptr ? 0 : hashOfText(stored.text());
         }
         case PropertyKind::date: {
             const auto& stored = property.slot<DateSlot>(object);
-            return stored.filled ? Number(stored.seconds).hash() : 0;
+            return stored.filled ? Number(static_cast<double>(stored.seconds)).hash() : 0;
         }
         case PropertyKind::color: {
             const auto& stored = property.slot<ColorSlot>(object);

@@ -53,11 +53,9 @@ private:
         result_ = property_.kind == kind ? Result::filled : Result::wrongKind;
         return result_ == Result::filled;
     }
-    void setText(std::string_view text) noexcept {
-        property_.slot<TextSlot>(object_) = {text.data(), text.size()};
-    }
+    void setText(std::string_view text) { property_.slot<TextSlot>(object_) = TextSlot(text); }
     void putCopy(PropertyKind kind, std::string_view text) {
-        if (accepts(kind)) setText({writer_.keepText(text), text.size()});
+        if (accepts(kind)) setText(writer_.keepText(text));
     }
 
     const Property& property_;

@@ -14,8 +14,7 @@ void putCopy(void* place, RepresentationView value, BlockWriter& writer) {
 
 bool RawValue<PropertyKind::text>::put(void* place, RepresentationView value, BlockWriter& writer) {
     if (!value.isString()) return false;
-    const std::string_view text = value.node()->string();
-    *static_cast<TextSlot*>(place) = {writer.keepText(text), text.size()};
+    *static_cast<TextSlot*>(place) = TextSlot(writer.keepText(value.node()->string()));
     return true;
 }
 

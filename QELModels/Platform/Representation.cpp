@@ -121,7 +121,7 @@ std::string withPairsJoined(std::string_view text) {
 // Mends what a plain copy of a node leaves pointing into the block that it was copied from.
 void adopt(Node& copy, BlockWriter& writer) {
     if (copy.tag == Tag::string)
-        copy.text = writer.keepText(copy.string());
+        copy.text = writer.keepText(copy.string()).data();
     else if (copy.tag == Tag::link)
         writer.keep((&copy + 1)->block);
 }
@@ -510,11 +510,11 @@ void RepresentationBuilder::mergeRepeatedKeys(std::size_t dictionary) {
 
 std::string_view RepresentationBuilder::copied(std::string_view text) {
     if (finished_) throwOutOfOrder();
-    if (Text::isWellFormed(text)) return {writer_.copyText(text), text.size()};
+    if (Text::isWellFormed(text)) return writer_.copyText(text);
     const std::string joined = withPairsJoined(text);
     if (const std::size_t at = Text::firstMalformedByte(joined); at != joined.size())
         throw std::invalid_argument("a text is not UTF-8 at its byte " + std::to_string(at));
-    return {writer_.copyText(joined), joined.size()};
+    return writer_.copyText(joined);
 }
 
 void RepresentationBuilder::key(std::string_view key) {
