@@ -496,6 +496,14 @@ private:
             out_ += plain;
             if (plain != ByteBlock::kSize) return;
         }
+        if (end_ - in_ >= static_cast<std::ptrdiff_t>(sizeof(Word))) {
+            const Word mark = firstMark(wordAt(in_));
+            std::memcpy(out_, in_, sizeof(Word));
+            const std::size_t plain = mark == 0 ? sizeof(Word) : placeOf(mark);
+            in_ += plain;
+            out_ += plain;
+            if (mark != 0) return;
+        }
         while (in_ != end_ && *in_ != '<' && *in_ != '&')
             *out_++ = *in_++;
     }

@@ -118,12 +118,15 @@ std::string withPairsJoined(std::string_view text) {
     return joined;
 }
 
-// Mends what a plain copy of a node leaves pointing into the block that it was copied from.
-void adopt(Node& copy, BlockWriter& writer) {
-    if (copy.tag == Tag::string)
-        copy.text = writer.keepText(copy.string()).data();
-    else if (copy.tag == Tag::link)
-        writer.keep((&copy + 1)->block);
+// Copies nodes into a block that is being written, their texts with them. What they link to is kept.
+void copyNodes(const Node* from, std::size_t count, Node* to, BlockWriter& writer) {
+    for (std::size_t i = 0; i < count; ++i) {
+        to[i] = from[i];
+        if (from[i].tag == Tag::string)
+            to[i].text = writer.keepText(from[i].string()).data();
+        else if (from[i].tag == Tag::link)
+            writer.keep(from[i + 1].block);
+    }
 }
 
 }  // namespace
@@ -544,10 +547,7 @@ void RepresentationBuilder::representation(RepresentationView view) {
     value();
     for (std::size_t i = 1; i < extent; ++i)
         append();
-    Node* to = nodes_ + count_ - extent;
-    std::copy_n(from, extent, to);
-    for (std::size_t i = 0; i < extent; ++i)
-        adopt(to[i], writer_);
+    copyNodes(from, extent, nodes_ + count_ - extent, writer_);
 }
 
 Representation RepresentationBuilder::finish() {
@@ -573,9 +573,7 @@ void RepresentationBuilder::throwTooLong() {
 const RepresentationNode* copyRepresentation(RepresentationView view, BlockWriter& writer) {
     const std::size_t extent = view.node()->extent();
     Node* copy = writer.allocate<Node>(extent);
-    std::copy_n(view.node(), extent, copy);
-    for (std::size_t i = 0; i < extent; ++i)
-        adopt(copy[i], writer);
+    copyNodes(view.node(), extent, copy, writer);
     return copy;
 }
 

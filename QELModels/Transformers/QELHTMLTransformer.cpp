@@ -10,10 +10,10 @@ Value QELHTMLTransformer::transformedValue(std::optional<RepresentationView> val
 }
 
 void QELHTMLTransformer::transformInto(PropertyWriter& to, RepresentationView value) const {
-    const auto text = value.text();
-    if (!text) return;
-    if (to.mayStay(*text) && HTMLRemoval::isPlainText(*text)) return to.putText(*text);
-    to.putReserved(HTMLRemoval::withoutHTMLTags(*text, to.reserveText(text->size())));
+    if (!value.isString()) return;
+    const std::string_view text = value.node()->string();
+    if (to.mayStay(text) && HTMLRemoval::isPlainText(text)) return to.putText(text);
+    to.putReserved(HTMLRemoval::withoutHTMLTags(text, to.reserveText(text.size())));
 }
 
 }  // namespace QELModels::inline QELMODELS_ABI

@@ -9,23 +9,27 @@ namespace QELModels::inline QELMODELS_ABI {
 
 namespace {
 
-std::optional<URLView> parsed(std::optional<RepresentationView> value) {
-    const auto text = value ? value->text() : std::nullopt;
-    if (!text) return std::nullopt;
-    const auto url = URLView::parse(*text);
-    if (!url) Log::write("Unable to transform URL " + std::string(*text));
-    return url;
+void writeRefusal(std::string_view text) {
+    Log::write("Unable to transform URL " + std::string(text));
 }
 
 }  // namespace
 
 Value QELNSURLTransformer::transformedValue(std::optional<RepresentationView> value) const {
-    const auto url = parsed(value);
-    return url ? Value::url(*url) : Value();
+    const auto text = value ? value->text() : std::nullopt;
+    if (!text) return {};
+    if (const auto url = URLView::parse(*text)) return Value::url(*url);
+    writeRefusal(*text);
+    return {};
 }
 
 void QELNSURLTransformer::transformInto(PropertyWriter& to, RepresentationView value) const {
-    if (const auto url = parsed(value)) to.putURL(*url);
+    if (!value.isString()) return;
+    const std::string_view text = value.node()->string();
+    if (const auto url = URLView::parse(text))
+        to.putURL(*url);
+    else
+        writeRefusal(text);
 }
 
 Value QELNSURLTransformer::reverseTransformedValue(const Value& value) const {
