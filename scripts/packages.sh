@@ -6,7 +6,7 @@ packages_test=(libgtest-dev librapidcheck-dev pkg-config python3-minimal)
 packages_clang=(clang-14 libclang-rt-14-dev)
 packages_libcxx=(libc++-14-dev libc++abi-14-dev)
 packages_lint=(clang-format-14 clang-tidy-14 python3-minimal git)
-packages_bench=(libbenchmark-dev nlohmann-json3-dev rapidjson-dev)
+packages_bench=(nlohmann-json3-dev rapidjson-dev)
 packages_compare=(git python3-minimal)
 packages_docs=(doxygen)
 # Not installed unasked: what reads the schemas, the page of an audit, the manual and the completions as their

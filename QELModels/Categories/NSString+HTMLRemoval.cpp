@@ -475,10 +475,21 @@ private:
         const std::size_t length = placeOf(semicolon);
         const Word mark = firstMark(word);
         if (mark != 0 && placeOf(mark) < length) return false;
-        const char32_t unit = codeUnitOf({in_ + 1, length - 1});
+        const char32_t unit = shortCodeUnit(word, length);
         if (unit == '&' || (unit >= 0xD800 && unit <= 0xDFFF)) return false;
         put(unit, length + 1);
         return true;
+    }
+
+    /// The code unit of a reference within a word, most of which are a few decimal digits.
+    char32_t shortCodeUnit(Word word, std::size_t length) const noexcept {
+        char32_t unit = 0;
+        for (std::size_t at = 1; at < length; ++at) {
+            const auto digit = static_cast<char32_t>(word >> 8 * at & 0xFF) - U'0';
+            if (digit > 9) return codeUnitOf({in_ + 1, length - 1});
+            unit = unit * 10 + digit;
+        }
+        return unit & 0xFFFF;
     }
 
     void put(char32_t character, std::size_t length) noexcept {

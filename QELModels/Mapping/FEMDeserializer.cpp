@@ -159,8 +159,10 @@ public:
             return finished(ObjectAccess::construct(*rules.objectClass, writer), writer);
         }
         const FoundValues found(rules, value->node(), value->block());
-        const Block* texts = isOnlyOne ? textsToKeep(*value, found) : nullptr;
-        const std::size_t guess = own + roomFor(*value->node(), texts != nullptr);
+        const Node& node = *value->node();
+        const std::size_t textBytes = isOnlyOne ? found.textBytes() : node.textBytes();
+        const Block* texts = isOnlyOne ? textsToKeep(*value, textBytes) : nullptr;
+        const std::size_t guess = own + roomFor(node, textBytes / (texts == nullptr ? 1 : kPartWrittenAnew));
         BlockWriter writer(room == nullptr ? guess : room->of(guess), zone_);
         if (texts != nullptr) writer.borrowTexts(*texts);
         Object* object = ObjectAccess::construct(*rules.objectClass, writer);
@@ -207,17 +209,16 @@ private:
         return Ref<Object>::adopt(root);
     }
 
-    const Block* textsToKeep(RepresentationView value, const FoundValues& found) const noexcept {
+    const Block* textsToKeep(RepresentationView value, std::size_t bytesRead) const noexcept {
         const Block* texts = value.block() == nullptr ? nullptr : value.block()->textsFrom(zone_);
-        const bool isWorthIt = texts != nullptr && texts->size() / kMostBytesKeptPerByte <= found.textBytes();
+        const bool isWorthIt = texts != nullptr && texts->size() / kMostBytesKeptPerByte <= bytesRead;
         return isWorthIt ? texts : nullptr;
     }
 
-    // Room for all under a root, guessed by the document's texts and nodes, read or not; so the guess is
-    // bounded. One too low costs one more piece of memory, one too high a few bytes.
-    static std::size_t roomFor(const Node& node, bool keepsTexts) {
-        const std::size_t texts = node.textBytes() / (keepsTexts ? kPartWrittenAnew : 1);
-        return std::min(texts + kRecordBytesPerNode * node.extent(), kMostRoomGuessed);
+    // Room for all under a root, guessed by the document's texts and nodes. Some of them may be unread, so
+    // the guess is bounded. One too low costs one more piece of memory, one too high a few bytes.
+    static std::size_t roomFor(const Node& node, std::size_t textBytes) {
+        return std::min(textBytes + kRecordBytesPerNode * node.extent(), kMostRoomGuessed);
     }
 
     Object* record(RepresentationView value, const FEMRules& rules, const void* captured, BlockWriter& writer,
