@@ -150,8 +150,8 @@ char* nextBackslash(char* from, char* end) noexcept {
     return found == nullptr ? end : static_cast<char*>(found);
 }
 
-// Unescapes a text in place, which never makes it longer; `from` is its first backslash. Returns its new end,
-// null when there is a bad escape.
+// Unescapes a text in place, which never makes it longer; `first` is its first backslash or its end. Returns
+// its new end, null when there is a bad escape.
 char* unescape(char* first, const char* end) noexcept {
     const char* from = first;
     char* to = first;
@@ -532,7 +532,7 @@ JSONReader::Outcome JSONReader::readApart(std::string_view bytes, std::optional<
     char* const text = texts.allocate<char>(bytes.size() + simdjson::SIMDJSON_PADDING);
     if (!index_->find(bytes, text)) return Outcome::malformed;
     RepresentationBuilder builder(nodesNeeded(index_->size(), kUsualDepth), 0, zone_);
-    builder.takeTexts(texts.finish());
+    builder.takeTexts(texts);
     return walk(text, bytes.size(), builder, result);
 }
 

@@ -338,20 +338,19 @@ std::string zshValue(const Argument& argument) {
     return fmt::format("{}:{}", argument.type, argument.isFile() ? "_files" : "");
 }
 
-std::string zshSpecifications(const Command& command) {
-    std::string specifications;
+std::string zshArguments(const Command& command) {
+    std::string arguments;
     for (const Argument& option : command.options) {
         for (const std::string& name : option.names) {
-            std::string specification = fmt::format(
+            std::string argument = fmt::format(
                 "{}{}[{}]", option.isRepeated ? "*" : "", name, escaped(option.description, "[]\\:", "\\"));
-            if (!option.type.empty()) specification += ':' + zshValue(option);
-            specifications += " \\\n            " + zshQuoted(specification);
+            if (!option.type.empty()) argument += ':' + zshValue(option);
+            arguments += " \\\n            " + zshQuoted(argument);
         }
     }
     for (const Argument& argument : command.arguments)
-        specifications +=
-            " \\\n            " + zshQuoted((argument.isRepeated ? "*:" : ":") + zshValue(argument));
-    return specifications;
+        arguments += " \\\n            " + zshQuoted((argument.isRepeated ? "*:" : ":") + zshValue(argument));
+    return arguments;
 }
 
 std::string zshCompletion(const Manual& manual) {
@@ -372,10 +371,10 @@ std::string zshCompletion(const Manual& manual) {
     fi
     case $words[1] in
 )",
-                          zshSpecifications({{}, {}, {}, {}, manual.program.options}));
+                          zshArguments({{}, {}, {}, {}, manual.program.options}));
     for (const Command& command : manual.commands)
-        script += fmt::format(
-            "    {})\n        _arguments{}\n        ;;\n", command.name, zshSpecifications(command));
+        script +=
+            fmt::format("    {})\n        _arguments{}\n        ;;\n", command.name, zshArguments(command));
     return script + fmt::format("    esac\n}}\n\n_{0} \"$@\"\n", program);
 }
 

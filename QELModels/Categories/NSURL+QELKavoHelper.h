@@ -23,8 +23,8 @@ QELMODELS_EXPORT Size QELApplyScaleToSize(Size size, double scale) noexcept;
 namespace QELKavoHelper {
 
 /// The image at a width and a height that both cover `size`, in points. `scale` comes on top of the screen's
-/// own. The query is put behind whatever the URL has, even a query. Null if the text that comes about is no
-/// URL.
+/// own. The query is put behind whatever the URL has, even a query. Never null: a URL
+/// with such a query behind it is one.
 QELMODELS_EXPORT std::optional<URL> getURLWithSize(URLView url, Size size, double scale = 1.0);
 
 /// As `getURLWithSize`, but only the height counts: the server chooses the width.

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cstring>
 #include <memory>
+#include <optional>
 #include <span>
+#include <string_view>
 
 #include "QELModels/Platform/MappingFault.h"
 #include "QELModels/Platform/PropertyWriter.h"
@@ -24,8 +26,8 @@ constexpr std::size_t kRecordBytesPerNode = 11;
 // A record keeps its document's texts instead of copying them when no more memory than this is kept for each
 // byte of text that it reads.
 constexpr std::size_t kMostBytesKeptPerByte = 3;
-// Of texts that are kept, those that are cleaned of HTML are still written anew, about so much of them.
-constexpr std::size_t kPartWrittenAnew = 2;
+// Of texts that are kept, those that are cleaned of HTML are still written anew: about one byte in so many.
+constexpr std::size_t kOneWrittenAnewIn = 2;
 // Most of a very large document may be under keys that nobody reads.
 constexpr std::size_t kMostRoomGuessed = std::size_t{64} << 10;
 
@@ -85,7 +87,7 @@ public:
     };
     Lookup lookup() const noexcept { return {values_, block_}; }
 
-    /// About how many bytes of text rules read.
+    // About how many bytes of text rules read.
     std::size_t textBytes() const noexcept {
         std::size_t bytes = 0;
         for (const Node* node : std::span(values_, count_))
@@ -126,12 +128,8 @@ class Room {
 public:
     std::size_t of(std::size_t guess) const noexcept { return (guess * part_ + kWhole - 1) / kWhole; }
     void learn(std::size_t guess, const BlockWriter& writer) noexcept {
-        if (!writer.isOnePiece()) {
-            part_ = kWhole;
-            return;
-        }
-        const std::size_t taken = of(guess) - std::min(of(guess), writer.unused());
-        mostTaken_ = std::max(mostTaken_, (taken * kWhole + guess - 1) / guess);
+        const std::size_t taken = writer.used() - sizeof(Block);
+        mostTaken_ = std::clamp((taken * kWhole + guess - 1) / guess, mostTaken_, kWhole);
         part_ = std::min(mostTaken_ + kMore, kWhole);
     }
 
@@ -149,20 +147,25 @@ class Engine {
 public:
     explicit Engine(const FEMOptions& options) : observer_(options.observer), zone_(options.zone) {}
 
-    // A record in a block of its own, and with it the one use of that block. One of a list takes as much room
-    // as the others; the only one of its document may keep the document's texts.
+    // A record in a block of its own, and with it the one use of that block. One of a list shares the list's
+    // room; the only one of its document has none, and may keep the document's texts.
     Ref<Object> root(std::optional<RepresentationView> value, const FEMRules& rules, const void* captured,
-                     const FEMPath& path, Room* room = nullptr, bool isOnlyOne = false) const {
+                     const FEMPath& path, Room* room) const {
         const std::size_t own = ObjectAccess::size(*rules.objectClass);
         if (!value || !value->isDictionary()) {
             BlockWriter writer(own, zone_);
             return finished(ObjectAccess::construct(*rules.objectClass, writer), writer);
         }
-        const FoundValues found(rules, value->node(), value->block());
         const Node& node = *value->node();
-        const std::size_t textBytes = isOnlyOne ? found.textBytes() : node.textBytes();
-        const Block* texts = isOnlyOne ? textsToKeep(*value, textBytes) : nullptr;
-        const std::size_t guess = own + roomFor(node, textBytes / (texts == nullptr ? 1 : kPartWrittenAnew));
+        const FoundValues found(rules, &node, value->block());
+        std::size_t textBytes = node.textBytes();
+        const Block* texts = nullptr;
+        if (room == nullptr) {
+            textBytes = found.textBytes();
+            texts = textsToKeep(*value, textBytes);
+            if (texts != nullptr) textBytes = textBytes / kOneWrittenAnewIn + BlockWriter::kRoomToKeep;
+        }
+        const std::size_t guess = own + roomFor(node, textBytes);
         BlockWriter writer(room == nullptr ? guess : room->of(guess), zone_);
         if (texts != nullptr) writer.borrowTexts(*texts);
         Object* object = ObjectAccess::construct(*rules.objectClass, writer);
@@ -298,7 +301,8 @@ private:
         if (rule.toMany) {
             property.slot<const ListBase*>(object) = list(value, rules, held, writer, at, isRoot);
         } else if (isRoot) {
-            const Ref<Object> kept = root(value, rules, held, at);
+            Room room;
+            const Ref<Object> kept = root(value, rules, held, at, &room);
             writer.keep(kept->block());
             property.slot<const Object*>(object) = kept.get();
         } else {
@@ -324,7 +328,7 @@ Ref<Object> object(std::optional<RepresentationView> representation, const FEMMa
     const Engine<kObserved> engine(options);
     const FEMPath path(options.keyPath);
     if (!representation || !representation->isDictionary()) engine.tellOfNone(representation, path);
-    return engine.root(representation, mapping.rules(), mapping.captured(), path, nullptr, true);
+    return engine.root(representation, mapping.rules(), mapping.captured(), path, nullptr);
 }
 
 template <bool kObserved>
@@ -332,13 +336,13 @@ Ref<ListBase> collection(std::optional<RepresentationView> representation, const
                          const FEMOptions& options) {
     constexpr std::size_t kBytesPerElement =
         2 * sizeof(void*);  // in the list, and among the blocks that it keeps
-    constexpr std::size_t kBytesBesides = 64;
     const bool given = representation && representation->isArray();
     const RepresentationView array = given ? *representation : Representation::emptyArray();
     const Engine<kObserved> engine(options);
     const FEMPath path(options.keyPath);
     if (!given) engine.tellOfNone(representation, path);
-    BlockWriter writer(sizeof(ListBase) + kBytesBesides + kBytesPerElement * array.size(), options.zone);
+    BlockWriter writer(sizeof(ListBase) + BlockWriter::kRoomToKeep + kBytesPerElement * array.size(),
+                       options.zone);
     const ListBase* list = engine.list(array, mapping.rules(), mapping.captured(), writer, path, true);
     writer.finish();
     return Ref<ListBase>::adopt(list);

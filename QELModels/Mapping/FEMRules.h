@@ -32,9 +32,9 @@ namespace QELModels::inline QELMODELS_ABI {
 class FEMMapping;
 struct FEMRules;
 
-/// What map rules hold on to from the moment in which their mapping is built. Whoever offers such things (the
-/// registry of transformers does) publishes them here as a whole: something that never changes and is never
-/// freed, so that a mapping takes hold of all of it by one load. Null until something was replaced.
+/// What map rules hold on to from the moment in which their mapping is built. The registry of transformers,
+/// and nobody else, publishes it here as a whole: something that never changes and is never freed, so that a
+/// mapping takes hold of all of it by one load. Null until a transformer was registered.
 struct QELMODELS_EXPORT FEMCaptured {
     static std::atomic<const void*> current;
 };
@@ -58,10 +58,10 @@ struct FEMMapRule {
     using Apply = void (*)(const FEMMapRule&, const void* captured, RepresentationView, PropertyWriter&);
     using Word = std::string_view (*)(const FEMMapRule&, std::size_t);
 
-    Apply apply = nullptr;  ///< null: the value is taken as it is
-    const void* data = nullptr;
+    Apply apply = nullptr;       ///< null: the value is taken as it is
+    const void* data = nullptr;  ///< for `apply`, like `size`; of a table, its entries and their number
     std::size_t size = 0;
-    Word word = nullptr;  ///< of a table: its `size` words by position
+    Word word = nullptr;  ///< of a table: the word of an entry by its position
     FEMAccepts accepts = FEMAccepts::anything;
 };
 

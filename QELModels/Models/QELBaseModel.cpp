@@ -30,12 +30,12 @@ constexpr std::array<std::string_view, 4> rootKeys{
     rootProperties[0].name, rootProperties[1].name, rootProperties[2].name, rootProperties[3].name};
 
 // Calls `visit(property)` for each property that has a key. Keys stand in the order of the properties, so
-// each is found in a step or two, and mostly are the very texts of the names.
+// each is found in a step or two.
 template <class Visitor>
 void forEachKeyedProperty(const ObjectClass& isa, Visitor&& visit) {
     const Property* property = isa.properties().data();
     for (const std::string_view key : isa.propertyKeys()) {
-        while (property->name.data() != key.data() && property->name != key)
+        while (property->name != key)
             ++property;
         visit(*property++);
     }

@@ -10,7 +10,7 @@ namespace QELModels::inline QELMODELS_ABI {
 namespace {
 
 constexpr std::size_t kAlignment = alignof(std::max_align_t);
-constexpr std::size_t kChunkHeader = 2 * sizeof(void*);
+constexpr std::size_t kChunkHeader = (2 * sizeof(void*) + kAlignment - 1) / kAlignment * kAlignment;
 // How large further pieces are, unless more is asked for.
 constexpr std::size_t kLeastChunk = 1024;
 constexpr std::size_t kMostChunk = std::size_t{64} << 10;
@@ -58,7 +58,10 @@ std::size_t Block::size() const noexcept {
 
 const Block* Block::textsFrom(const Zone* zone) const noexcept {
     if (!textsApart_) return nullptr;
-    const Block* texts = kept_->blocks()[0];
+    KeptBlocks* first = kept_;
+    while (first->next != nullptr)
+        first = first->next;
+    const Block* texts = first->blocks()[0];
     return texts->zone_ == zone ? texts : nullptr;
 }
 
@@ -198,9 +201,9 @@ void BlockWriter::borrowTexts(const Block& texts) {
     borrowedSize_ = texts.size_;
 }
 
-void BlockWriter::takeTexts(Block* texts) {
+void BlockWriter::takeTexts(BlockWriter& texts) {
     openKept(1);
-    block_->kept_->blocks()[block_->kept_->count++] = texts;
+    block_->kept_->blocks()[block_->kept_->count++] = texts.finish();
     block_->textsApart_ = true;
 }
 

@@ -49,7 +49,7 @@ private:
     // False for a copy: nobody keeps a copy's block, only the blocks that it keeps. So copies of copies do
     // not chain.
     bool original_;
-    bool textsApart_ = false;  // in the only block that it keeps
+    bool textsApart_ = false;  // in the first block that it kept
     Chunk* chunks_ = nullptr;  // what the first piece had no room for
     KeptBlocks* kept_ = nullptr;
 };
@@ -69,10 +69,8 @@ public:
 
     /// The block that is written; null once it was handed over.
     Block* block() const noexcept { return block_; }
-    /// Whether the block has not grown yet.
-    bool isOnePiece() const noexcept { return block_->chunks_ == nullptr; }
-    /// Bytes that are still free in the newest piece.
-    std::size_t unused() const noexcept { return static_cast<std::size_t>(end_ - next_); }
+    /// Bytes of the block that are taken, in all its pieces.
+    std::size_t used() const noexcept { return block_->size() - static_cast<std::size_t>(end_ - next_); }
 
     /// Memory for `bytes` bytes, as long-lived as the block; `alignment` is a power of two, at most that of
     /// `std::max_align_t`. Throws `std::bad_alloc`.
@@ -96,6 +94,8 @@ public:
         if (bytes > static_cast<std::size_t>(end_ - next_)) grow(bytes);
         return next_;
     }
+    /// Where `reserve` has made room.
+    const char* reserved() const noexcept { return next_; }
     void commit(std::size_t bytes) noexcept { next_ += bytes; }
     /// Keeps a block whose texts the new one may point to.
     void borrowTexts(const Block& texts);
@@ -116,7 +116,7 @@ public:
     /// Memory for `bytes` bytes behind all that was allocated so far, for which the block itself is enlarged:
     /// of a large block that is one piece, the system's memory is kept for the next one instead of being
     /// given back and asked for page by page. The block may move, so nothing may point into it yet, and it
-    /// has no further pieces.
+    /// has no further pieces and keeps nothing.
     void* extend(std::size_t bytes);
 
     /// One piece of memory whose length is not known before it is written: it is opened with a guess, may be
@@ -135,9 +135,8 @@ public:
     static constexpr std::size_t kRoomToKeep = 64;
     /// Makes room at once for so many blocks that will be kept.
     void expectKept(std::size_t blocks);
-    /// Takes over the use of a finished block in which the texts of the new one lie, before any other block
-    /// is kept.
-    void takeTexts(Block* texts);
+    /// Finishes another block, in which the texts of this one lie, and keeps it: before any other.
+    void takeTexts(BlockWriter& texts);
 
     /// Hands the writer's use of the block to the caller.
     Block* finish() noexcept { return std::exchange(block_, nullptr); }

@@ -40,8 +40,8 @@ enum class PropertyKind : std::uint8_t {
 struct Array;
 struct Dictionary;
 
-/// A value of eight bytes that may lie at any multiple of four: what stands beside it in a slot of twelve
-/// bytes would else take sixteen.
+/// A value of at most eight bytes that may lie at any multiple of four: what stands beside it in a slot of
+/// twelve bytes would else take sixteen.
 template <class T>
 class Packed {
 public:

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstring>
 #include <string>
 
 #include "QELModels/Platform/Hash.h"
@@ -13,10 +12,8 @@ namespace QELModels::inline QELMODELS_ABI {
 namespace {
 
 void putText(TextSlot& slot, std::string_view text, const Value& value, BlockWriter& writer) {
-    const Block* block = ValueAccess::block(value);
-    // Without a block it is lent by somebody who will not wait.
-    slot = TextSlot(block == nullptr ? writer.copyText(text) : text);
-    writer.keep(block);
+    slot = TextSlot(text);
+    writer.keep(ValueAccess::block(value));
 }
 
 [[noreturn]] void throwCannotBeSet(const Property& property, const Object& object) {

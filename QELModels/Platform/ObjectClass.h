@@ -42,7 +42,7 @@ struct QELMODELS_EXPORT Property {
     /// Puts a value into an object whose block is being written; what lies in another block is kept by this
     /// one. Null empties the property, unless it is a scalar, which keeps what it has. False, and nothing
     /// done, when the value is of a kind that does not fit. Throws `MappingFault` when the property is
-    /// computed.
+    /// computed, and `std::length_error` for a text of 4 GB or more.
     bool setValue(Object& object, const Value& value, BlockWriter& writer) const;
     /// Makes the property null; scalars stay as they are.
     void empty(Object& object) const;
@@ -82,7 +82,7 @@ public:
         std::string_view name;
         const ObjectClass* superclass;
         std::span<const Property> properties;
-        std::span<const std::string_view> propertyKeys;
+        std::span<const std::string_view> propertyKeys;  ///< names of `properties`, in their order
         std::size_t size;
         std::size_t alignment;
         Construct construct;

@@ -26,7 +26,8 @@ public:
     PropertyWriter(const PropertyWriter&) = delete;
     PropertyWriter& operator=(const PropertyWriter&) = delete;
 
-    /// Any value; it is kept, or copied where nobody keeps it.
+    /// Any value; the record keeps what it lies in. Like all that puts a text here, it throws
+    /// `std::length_error` for one of 4 GB or more.
     void put(const Value& value);
     void put(Number number);
     void put(Date date);
@@ -40,7 +41,7 @@ public:
     /// many it has become.
     char* reserveText(std::size_t bytes) { return writer_.reserve(bytes); }
     void putReserved(std::size_t bytes) {
-        const std::string_view text(writer_.reserve(0), bytes);
+        const std::string_view text(writer_.reserved(), bytes);
         if (!accepts(PropertyKind::text)) return;
         writer_.commit(bytes);
         setText(text);

@@ -14,36 +14,19 @@ namespace QELModels::inline QELMODELS_ABI {
 /// short as it can be.
 template <PropertyKind Kind>
 struct RawValue {
-    // URLs, dates, colours and records are made of raw values by map rules and mappings alone.
-    static bool put(void*, RepresentationView, BlockWriter&) { return false; }
-};
-
-template <>
-struct RawValue<PropertyKind::number> {
     static bool put(void* place, RepresentationView value, BlockWriter&) {
+        // URLs, dates, colours and records are made of raw values by map rules and mappings alone.
+        constexpr bool kTakesNumbers =
+            Kind == PropertyKind::number || Kind == PropertyKind::boolean || Kind == PropertyKind::integer;
         const RepresentationNode& node = *value.node();
-        if (!node.isNumber()) return false;
-        *static_cast<NumberSlot*>(place) = {node.bits, node.origin(), true};
-        return true;
-    }
-};
-
-template <>
-struct RawValue<PropertyKind::boolean> {
-    static bool put(void* place, RepresentationView value, BlockWriter&) {
-        const RepresentationNode& node = *value.node();
-        if (!node.isNumber()) return false;
-        *static_cast<bool*>(place) = NumberBits::number(node.bits, node.origin()).boolValue();
-        return true;
-    }
-};
-
-template <>
-struct RawValue<PropertyKind::integer> {
-    static bool put(void* place, RepresentationView value, BlockWriter&) {
-        const RepresentationNode& node = *value.node();
-        if (!node.isNumber()) return false;
-        *static_cast<std::int64_t*>(place) = NumberBits::number(node.bits, node.origin()).int64Value();
+        if (!kTakesNumbers || !node.isNumber()) return false;
+        [[maybe_unused]] const Number number = NumberBits::number(node.bits, node.origin());
+        if constexpr (Kind == PropertyKind::number)
+            *static_cast<NumberSlot*>(place) = {node.bits, node.origin(), true};
+        else if constexpr (Kind == PropertyKind::boolean)
+            *static_cast<bool*>(place) = number.boolValue();
+        else if constexpr (Kind == PropertyKind::integer)
+            *static_cast<std::int64_t*>(place) = number.int64Value();
         return true;
     }
 };

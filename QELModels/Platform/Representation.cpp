@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <compare>
 #include <stdexcept>
 #include <string>
 #include <vector>

@@ -47,11 +47,11 @@ public:
     /// Room for that many values and keys, in one piece with the text reserved so far. The text may move, and
     /// nothing may point into it yet; returns its new place.
     char* reserveNodesBehind(char* text, std::size_t nodes);
-    /// Takes over a finished block in which texts lie, so that what is mapped from the document may keep them
-    /// without the rest of it. Before any value.
-    void takeTexts(Block* texts) { writer_.takeTexts(texts); }
-    /// As `key` and `string`, for texts that lie in memory from `reserveText` and are known to be well
-    /// formed.
+    /// Takes over a block in which texts lie, so that what is mapped from the document may keep them without
+    /// the rest of it. Before any value, and instead of `reserveNodesBehind`.
+    void takeTexts(BlockWriter& texts) { writer_.takeTexts(texts); }
+    /// As `key` and `string`, for texts that lie in memory from `reserveText`, or in a block taken over, and
+    /// are known to be well formed.
     void keyInPlace(std::string_view key) {
         RepresentationNode& node = memberKey();
         node.keyHash = keyHash(key);

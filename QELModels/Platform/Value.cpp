@@ -1,7 +1,5 @@
 #include "QELModels/Platform/Value.h"
 
-#include <algorithm>
-
 namespace QELModels::inline QELMODELS_ABI {
 
 Value::Value(const Representation& representation) noexcept
@@ -9,33 +7,26 @@ Value::Value(const Representation& representation) noexcept
 
 Value::Value(Kind kind, const Object* record) noexcept : is_(kind) {
     is_.record = record;
-    is_.keeps = true;
     is_.block = record->block();
     is_.block->retain();
 }
 
 Value::Value(Kind kind, const ListBase* list) noexcept : is_(kind) {
     is_.list = list;
-    is_.keeps = true;
     is_.block = list->block();
     is_.block->retain();
 }
 
-Value::Value(Kind kind, std::string_view text, const Block* block, bool keeps) noexcept : is_(kind) {
+Value::Value(Kind kind, std::string_view text, const Block* block) noexcept : is_(kind) {
     is_.text = {text.data(), text.size()};
-    is_.keeps = keeps && block != nullptr;
     is_.block = block;
-    if (is_.keeps) is_.block->retain();
+    is_.block->retain();
 }
 
 Value Value::copied(Kind kind, std::string_view text) {
     BlockWriter writer(text.size());
-    char* to = writer.allocate<char>(text.size());
-    std::copy(text.begin(), text.end(), to);
-    Value value(kind, {to, text.size()}, writer.block(), false);
-    value.is_.keeps = true;
-    writer.finish();
-    return value;
+    const std::string_view copy = writer.copyText(text);
+    return Value(kind, copy, writer.block());
 }
 
 Value Value::text(std::string_view text) {
@@ -106,24 +97,12 @@ bool operator==(const Value& a, const Value& b) {
     return false;
 }
 
-Value ValueAccess::lentText(std::string_view text) noexcept {
-    return Value(Value::Kind::text, text, nullptr, false);
-}
-
-Value ValueAccess::lentURL(URLView url) noexcept {
-    return Value(Value::Kind::url, url.text(), nullptr, false);
-}
-
-Value ValueAccess::textIn(const Block* block, std::string_view text) noexcept {
-    return Value(Value::Kind::text, text, block, false);
-}
-
 Value ValueAccess::keptText(const Block* block, std::string_view text) noexcept {
-    return Value(Value::Kind::text, text, block, true);
+    return Value(Value::Kind::text, text, block);
 }
 
 Value ValueAccess::keptURL(const Block* block, URLView url) noexcept {
-    return Value(Value::Kind::url, url.text(), block, true);
+    return Value(Value::Kind::url, url.text(), block);
 }
 
 Value ValueAccess::keptRepresentation(RepresentationView view) noexcept {
@@ -131,8 +110,7 @@ Value ValueAccess::keptRepresentation(RepresentationView view) noexcept {
     value.is_.kind = Value::Kind::representation;
     value.is_.node = view.node();
     value.is_.block = view.block();
-    value.is_.keeps = value.is_.block != nullptr;
-    if (value.is_.keeps) value.is_.block->retain();
+    if (value.is_.block != nullptr) value.is_.block->retain();
     return value;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -46,7 +47,7 @@ public:
     static Value url(URLView url);
 
     Value(const Value& other) noexcept : is_(other.is_) {
-        if (is_.keeps) is_.block->retain();
+        if (is_.block != nullptr) is_.block->retain();
     }
     Value(Value&& other) noexcept : is_(std::exchange(other.is_, {})) {}
     Value& operator=(Value other) noexcept {
@@ -54,7 +55,7 @@ public:
         return *this;
     }
     ~Value() {
-        if (is_.keeps) is_.block->release();
+        if (is_.block != nullptr) is_.block->release();
     }
 
     /// Which kind it is.
@@ -83,8 +84,7 @@ private:
     // Plain data; only the block behind it is counted.
     struct Content {
         Kind kind = Kind::null;
-        bool keeps = false;            // whether the value holds a use of its block
-        const Block* block = nullptr;  // where what the value points to lies, if it is known
+        const Block* block = nullptr;  // where what the value points to lies: the value holds a use of it
         union {
             Number number;
             TextPlace text;
@@ -100,29 +100,19 @@ private:
 
     Value(Kind kind, const Object* record) noexcept;
     Value(Kind kind, const ListBase* list) noexcept;
-    Value(Kind kind, std::string_view text, const Block* block, bool keeps) noexcept;
+    Value(Kind kind, std::string_view text, const Block* block) noexcept;
     static Value copied(Kind kind, std::string_view text);
 
     Content is_;
 };
 
-/// For the engine and the library's own transformers: values that borrow what they hold, so that nothing is
-/// copied or counted on the way into a record.
+/// For the tables of properties: values of what lies in a block, which they keep.
 struct QELMODELS_EXPORT ValueAccess {
-    /// A text that the value's user copies before it goes.
-    static Value lentText(std::string_view text) noexcept;
-    static Value lentURL(URLView url) noexcept;
-    /// A text that lies in the block of the record that it is made for.
-    static Value textIn(const Block* block, std::string_view text) noexcept;
     static Value keptText(const Block* block, std::string_view text) noexcept;
     static Value keptURL(const Block* block, URLView url) noexcept;
     static Value keptRepresentation(RepresentationView view) noexcept;
+    /// Null for a number, a date, a colour and constant data.
     static const Block* block(const Value& value) noexcept { return value.is_.block; }
-    static bool keeps(const Value& value) noexcept { return value.is_.keeps; }
-    /// The characters of a text or a URL.
-    static std::string_view characters(const Value& value) noexcept {
-        return {value.is_.text.data, value.is_.text.size};
-    }
 };
 
 }  // namespace QELModels::inline QELMODELS_ABI

@@ -42,6 +42,9 @@ inline void setValueTransformer(std::nullptr_t, std::string_view name) {
     registerValueTransformer(nullptr, name);
 }
 
+// Not constexpr, so that reaching it in a rule is an error of the compiler that says this sentence.
+inline void noTransformerOfTheLibraryHasThatName() {}
+
 /// The library's own transformers as map rules use them: by their places in a table that is replaced as a
 /// whole whenever a name is registered anew.
 struct QELMODELS_EXPORT QELNamedTransformers {
@@ -60,6 +63,7 @@ struct QELMODELS_EXPORT QELNamedTransformers {
     }
     static consteval FEMMapRule rule(FEMMapRule::Apply apply, std::string_view name) {
         const std::size_t at = position(name);
+        if (at == kNames.size()) noTransformerOfTheLibraryHasThatName();
         return {apply, nullptr, at, nullptr, kAccepts[at]};
     }
     static void applyFetched(const FEMMapRule&, const void* captured, RepresentationView, PropertyWriter&);
