@@ -3,23 +3,25 @@
 #include <simdjson.h>
 
 #include <algorithm>
-#include <array>
-#include <bit>
 #include <cstdint>
 #include <cstring>
 #include <new>
+#include <utility>
 #include <vector>
 
 #include "JSON/JSONErrorLocator.h"
-#include "JSON/JSONNumber.h"
+#include "JSON/JSONWalker.h"
 #include "QELModels/Platform/RepresentationBuilder.h"
-#include "QELModels/Platform/Text.h"
 
 namespace QELModels::inline QELMODELS_ABI {
 
 namespace {
 
-using jsonDetail::NumberOutcome;
+using jsonDetail::Containers;
+using jsonDetail::kUsualDepth;
+using jsonDetail::nodesNeeded;
+using jsonDetail::Walker;
+using jsonDetail::WalkerPlace;
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::size_t kMostBytes = simdjson::SIMDJSON_MAXSIZE_BYTES;
@@ -27,461 +29,59 @@ constexpr std::size_t kMostBytes = simdjson::SIMDJSON_MAXSIZE_BYTES;
 constexpr std::size_t kMostStructurals = std::size_t{1} << 31;
 // Up to here a document's texts lie apart from its nodes.
 constexpr std::size_t kMostBytesApart = std::size_t{16} << 10;
-constexpr std::uint8_t kNoHexDigit = 0xFF;
+// How much of a document is looked at together when its elements are lent one at a time: all that is done
+// with them finds it in a near cache.
+constexpr std::size_t kWindow = std::size_t{64} << 10;
+// How much memory for what is lent is kept from one document to the next.
+constexpr std::size_t kMostBytesKept = std::size_t{256} << 10;
+// For how many bytes of a document there is one structural character, to begin with.
+constexpr std::size_t kBytesPerStructural = 8;
 
-// What may follow a number or a literal. A quote may not: directly behind a word it is no structural
-// character, and the text that it begins would go unseen.
-constexpr auto kEndsWord = [] {
-    std::array<bool, 256> table{};
-    for (const char byte : {' ', '\t', '\n', '\r', ',', ':', '[', ']', '{', '}'})
-        table[static_cast<unsigned char>(byte)] = true;
-    return table;
-}();
-
-constexpr auto kHexValues = [] {
-    std::array<std::uint8_t, 256> table{};
-    table.fill(kNoHexDigit);
-    for (std::uint8_t value = 0; value < 16; ++value) {
-        table[static_cast<unsigned char>("0123456789abcdef"[value])] = value;
-        table[static_cast<unsigned char>("0123456789ABCDEF"[value])] = value;
+// The longest beginning of a text that ends behind a comma; 0 without one. A comma behind the end of a text
+// or a container is preferred: it hardly ever stands in a text.
+std::size_t endBehindComma(std::string_view text) noexcept {
+    const std::size_t last = text.rfind(',');
+    for (std::size_t comma = last; comma != std::string_view::npos && comma != 0;
+         comma = text.rfind(',', comma - 1)) {
+        const char before = text[comma - 1];
+        if (before == '"' || before == '}' || before == ']') return comma + 1;
     }
-    return table;
-}();
-
-// What the letter of an escape of two bytes stands for; 0 for no such escape.
-constexpr auto kEscapes = [] {
-    std::array<char, 256> table{};
-    constexpr std::string_view letters = "\"\\/bfnrt";
-    constexpr std::string_view meanings = "\"\\/\b\f\n\r\t";
-    for (std::size_t i = 0; i < letters.size(); ++i)
-        table[static_cast<unsigned char>(letters[i])] = meanings[i];
-    return table;
-}();
-
-bool endsWord(char byte) noexcept {
-    return kEndsWord[static_cast<unsigned char>(byte)];
+    return last == std::string_view::npos ? 0 : last + 1;
 }
 
-// Reads the integer at `at`, if it is one of at most 18 digits; eight bytes may be read there, whatever they
-// are.
-inline bool readShortInteger(const char* at, std::int64_t& integer) noexcept {
-    constexpr std::size_t kDigitsAtOnce = 8;
-    constexpr std::ptrdiff_t kMostDigits = 18;
-    if constexpr (std::endian::native != std::endian::little) return false;
-    const bool isNegative = *at == '-';
-    const char* const first = at + isNegative;
-    std::uint64_t digits = 0;
-    std::memcpy(&digits, first, kDigitsAtOnce);
-    digits ^= 0x3030303030303030;  // makes digits 0 to 9, and everything else something larger
-    const std::uint64_t others = ((digits + 0x7676767676767676) | digits) & 0x8080808080808080;
-    const auto count = static_cast<std::size_t>(std::countr_zero(others)) / 8;
-    if (count == 0) return false;
-    // Zeros go in front of them, then neighbours are added up: two, four, eight at once.
-    digits <<= 8 * (kDigitsAtOnce - count);
-    digits = digits * 10 + (digits >> 8);
-    digits = (((digits & 0x000000FF000000FF) * 0x000F424000000064) +
-              ((digits >> 16 & 0x000000FF000000FF) * 0x0000271000000001)) >>
-             32;
-    auto value = static_cast<std::int64_t>(digits);
-    const char* end = first + count;
-    if (count == kDigitsAtOnce) {
-        for (; *end >= '0' && *end <= '9' && end - first < kMostDigits; ++end)
-            value = value * 10 + (*end - '0');
+std::vector<std::string_view> keysOf(std::string_view keyPath) {
+    std::vector<std::string_view> keys;
+    for (;;) {
+        const std::size_t dot = keyPath.find('.');
+        keys.push_back(keyPath.substr(0, dot));
+        if (dot == std::string_view::npos) return keys;
+        keyPath.remove_prefix(dot + 1);
     }
-    integer = isNegative ? -value : value;
-    return endsWord(*end) && (*first != '0' || end - first == 1);
 }
-
-constexpr bool isHighHalf(std::uint32_t unit) noexcept {
-    return unit >> 10 == 0xD800 >> 10;
-}
-constexpr bool isLowHalf(std::uint32_t unit) noexcept {
-    return unit >> 10 == 0xDC00 >> 10;
-}
-
-// Whether one of eight bytes is a backslash.
-bool holdsBackslash(std::uint64_t bytes) noexcept {
-    constexpr std::uint64_t kOnes = 0x0101010101010101;
-    const std::uint64_t zeros = bytes ^ (kOnes * '\\');
-    return ((zeros - kOnes) & ~zeros & (kOnes << 7)) != 0;
-}
-
-// The code unit that four hexadecimal digits stand for; nothing when they are none.
-std::optional<std::uint32_t> codeUnit(const char* digits) noexcept {
-    std::uint32_t unit = 0;
-    for (int i = 0; i < 4; ++i) {
-        const std::uint8_t value = kHexValues[static_cast<unsigned char>(digits[i])];
-        if (value == kNoHexDigit) return std::nullopt;
-        unit = unit << 4 | value;
-    }
-    return unit;
-}
-
-// Replaces the escape at `from` by what it stands for, at `to`, and moves both behind it. Behind the text
-// stands a quote, so an escape that is cut short is seen for one.
-bool unescapeOne(const char*& from, char*& to) noexcept {
-    const char letter = from[1];
-    if (letter != 'u') {
-        const char meaning = kEscapes[static_cast<unsigned char>(letter)];
-        if (meaning == 0) return false;
-        *to++ = meaning;
-        from += 2;
-        return true;
-    }
-    const std::optional<std::uint32_t> unit = codeUnit(from + 2);
-    if (!unit) return false;
-    from += 6;
-    char32_t character = *unit;
-    // Halves stand alone unless both are written, and written side by side.
-    if (isHighHalf(*unit) && from[0] == '\\' && from[1] == 'u') {
-        const std::optional<std::uint32_t> next = codeUnit(from + 2);
-        if (!next) return false;
-        if (isLowHalf(*next)) {
-            character = Text::joined(character, static_cast<char32_t>(*next));
-            from += 6;
-        }
-    }
-    to += Text::encode(character, to);
-    return true;
-}
-
-char* nextBackslash(char* from, char* end) noexcept {
-    void* found = std::memchr(from, '\\', static_cast<std::size_t>(end - from));
-    return found == nullptr ? end : static_cast<char*>(found);
-}
-
-// Unescapes a text in place, which never makes it longer; `first` is its first backslash or its end. Returns
-// its new end, null when there is a bad escape.
-char* unescape(char* first, const char* end) noexcept {
-    const char* from = first;
-    char* to = first;
-    while (from < end) {
-        if (*from == '\\') {
-            if (!unescapeOne(from, to)) return nullptr;
-            continue;
-        }
-        std::uint64_t bytes = 0;
-        if (static_cast<std::size_t>(end - from) >= sizeof bytes) {
-            std::memcpy(&bytes, from, sizeof bytes);
-            if (!holdsBackslash(bytes)) {
-                std::memcpy(to, &bytes, sizeof bytes);
-                from += sizeof bytes;
-                to += sizeof bytes;
-                continue;
-            }
-        }
-        while (from < end && *from != '\\')
-            *to++ = *from++;
-    }
-    return to;
-}
-
-// A container that is being read.
-struct Container {
-    // A bit for every key's hash: whether a key may have been there before.
-    std::array<std::uint64_t, 4> keysSeen;
-    bool isDictionary;
-    bool mayRepeatKeys;
-    std::uint32_t size;  // so far, while a container within it is read
-    std::uint32_t node;
-    std::uint32_t textBefore;  // bytes of text in the document before it
-};
-
-// Containers that are being read, the document itself in front of them. They are kept from document to
-// document.
-using Containers = std::vector<Container>;
-
-// How many of them there is room for before more is made. Few documents nest deeper.
-constexpr std::size_t kUsualDepth = 32;
-
-// How many nodes the values of a document have room for, index nodes left aside: a value and its separator,
-// and a key and its colon, take one node, and only a container that is not closed yet has no character that
-// makes up for its bracket.
-std::size_t nodesNeeded(std::size_t structurals, std::size_t depth) noexcept {
-    return (structurals + depth) / 2 + 1;
-}
-
-// Goes through a document along its structural characters: brackets, colons, commas, and the first byte of
-// every text and word. Behind the last of them stands, as often as one asks, the blank behind the document,
-// which fits nowhere. What reads a part of the document answers whether it is well formed.
-//
-// All of it is inlined and no address of a walker is handed out, so that its members live in registers. There
-// are few enough of them for that as long as the ones in the first group are the only ones that every value
-// needs.
-class Walker {
-public:
-    // `text` is the document, with a blank behind it; `builder` has room for its nodes at the depth of
-    // `containers`.
-    Walker(char* text, std::size_t size, const std::uint32_t* structurals, Containers& containers,
-           std::size_t maxDepth, RepresentationBuilder& builder) noexcept
-        : text_(text),
-          structural_(structurals),
-          plainUntil_(text),
-          next_(builder.nodes()),
-          container_(containers.data()),
-          end_(text + size),
-          depthLeft_(maxDepth),
-          containers_(containers),
-          builder_(builder) {}
-
-    // How many nodes the document's value takes; 0 when it is no JSON.
-    [[gnu::always_inline]] std::size_t walk() {
-        char* at = take();
-        if (!isBracket(*at)) return scalar(at) && take() == end_ ? 1 : 0;
-
-    container:
-        if (!open(*at == '{')) return 0;
-        if (*at == '{') {
-            if (peek() != '}') goto member;
-        } else {
-            if (peek() != ']') goto element;
-        }
-        take();
-
-    containerEnd:
-        if (close()) return take() == end_ ? count() : 0;
-        if (container_->isDictionary) goto memberEnd;
-
-    elementEnd:
-        switch (*take()) {
-            case ',':
-                break;
-            case ']':
-                goto containerEnd;
-            default:
-                return 0;
-        }
-
-    element:
-        ++size_;
-        at = take();
-        if (!scalar(at)) {
-            if (isBracket(*at)) goto container;
-            return 0;
-        }
-        goto elementEnd;
-
-    memberEnd:
-        switch (*take()) {
-            case ',':
-                break;
-            case '}':
-                goto containerEnd;
-            default:
-                return 0;
-        }
-
-    member:
-        if (!key()) return 0;
-        ++size_;
-        at = take();
-        if (!scalar(at)) {
-            if (isBracket(*at)) goto container;
-            return 0;
-        }
-        goto memberEnd;
-    }
-
-private:
-    using Node = RepresentationNode;
-    using Tag = Node::Tag;
-
-    // How far backslashes are looked for in advance: no further than what is looked at stays in the nearest
-    // cache.
-    static constexpr std::ptrdiff_t kBytesAhead = 4096;
-
-    static bool isBracket(char byte) noexcept { return (byte | 0x20) == '{'; }
-
-    char* take() noexcept { return text_ + *structural_++; }
-    char peek() const noexcept { return text_[*structural_]; }
-    std::size_t count() const noexcept { return static_cast<std::size_t>(next_ - builder_.nodes()); }
-
-    // Field by field, which makes for the fewest instructions.
-    [[gnu::always_inline]] void append(Tag tag, std::uint64_t bits) noexcept {
-        Node& node = *next_++;
-        node.tag = tag;
-        node.indexed = false;
-        node.keyHash = 0;
-        node.size = 0;
-        node.bits = bits;
-    }
-    [[gnu::always_inline]] void append(std::string_view text, std::uint16_t hash) noexcept {
-        Node& node = *next_++;
-        node.tag = Tag::string;
-        node.indexed = false;
-        node.keyHash = hash;
-        node.size = static_cast<std::uint32_t>(text.size());
-        node.text = text.data();
-    }
-
-    [[gnu::always_inline]] bool open(bool isDictionary) {
-        if (depthLeft_ == 0) return false;
-        --depthLeft_;
-        container_->size = size_;
-        if (container_ == &containers_.back()) [[unlikely]]
-            deepen();
-        ++container_;
-        container_->isDictionary = isDictionary;
-        container_->mayRepeatKeys = false;
-        container_->node = static_cast<std::uint32_t>(count());
-        container_->textBefore = textBytes_;
-        if (isDictionary) container_->keysSeen = {};
-        size_ = 0;
-        append(isDictionary ? Tag::dictionary : Tag::array, 0);
-        return true;
-    }
-
-    // Makes room for as many containers more, and for the nodes of as many that are not closed.
-    void deepen() {
-        const std::size_t depth = containers_.size();
-        containers_.resize(2 * depth);
-        container_ = &containers_[depth - 1];
-        const std::size_t used = count();
-        builder_.growNodes(used, builder_.nodeCapacity() + depth / 2);
-        next_ = builder_.nodes() + used;
-    }
-
-    // Whether it was the outermost container.
-    [[gnu::always_inline]] bool close() {
-        Node* node = builder_.nodes() + container_->node;
-        node->size = size_;
-        if (container_->mayRepeatKeys || size_ > RepresentationBuilder::kMostMembersScanned) [[unlikely]] {
-            if (container_->isDictionary) {
-                next_ = builder_.closeDictionary(container_->node, count());
-                node = builder_.nodes() + container_->node;
-            }
-        }
-        node->bits = static_cast<std::uint64_t>(next_ - node) |
-                     static_cast<std::uint64_t>(textBytes_ - container_->textBefore) << 32;
-        --container_;
-        ++depthLeft_;
-        size_ = container_->size;
-        return container_ == containers_.data();
-    }
-
-    [[gnu::always_inline]] bool key() {
-        char* const at = take();
-        if (*at != '"') return false;
-        std::string_view key;
-        if (!text(at, key) || *take() != ':') return false;
-        const std::uint16_t hash = quotedKeyHash(key.data(), key.size());
-        append(key, hash);
-        std::uint64_t& word = container_->keysSeen[hash >> 14];
-        const std::uint64_t seen = word;
-        const unsigned bit = hash >> 8 & 63;
-        if ((seen >> bit & 1) != 0) [[unlikely]]
-            container_->mayRepeatKeys |= isAmong(builder_.nodes() + container_->node + 1, size_, hash);
-        word = seen | std::uint64_t{1} << bit;
-        return true;
-    }
-
-    // Whether one of the members has a key of that hash; true also when they are too many to look at them all
-    // for every key.
-    [[gnu::noinline]] static bool isAmong(const Node* member, std::uint32_t members,
-                                          std::uint16_t hash) noexcept {
-        if (members > RepresentationBuilder::kMostMembersScanned) return true;
-        for (std::uint32_t left = members; left != 0; --left) {
-            if (member->keyHash == hash) return true;
-            member += 1 + (member + 1)->extent();
-        }
-        return false;
-    }
-
-    [[gnu::always_inline]] bool scalar(char* at) {
-        switch (*at) {
-            case '"': {
-                std::string_view string;
-                if (!text(at, string)) return false;
-                append(string, 0);
-                textBytes_ += static_cast<std::uint32_t>(string.size());
-                return true;
-            }
-            case '{':
-            case '[':
-                return false;
-            case 't':
-                append(Tag::boolean, 1);
-                return std::memcmp(at, "true", 4) == 0 && endsWord(at[4]);
-            case 'f':
-                append(Tag::boolean, 0);
-                return std::memcmp(at + 1, "alse", 4) == 0 && endsWord(at[5]);
-            case 'n':
-                append(Tag::null, 0);
-                return std::memcmp(at, "null", 4) == 0 && endsWord(at[4]);
-            default:
-                return number(at);
-        }
-    }
-
-    [[gnu::always_inline]] bool number(const char* at) {
-        std::int64_t integer = 0;
-        if (readShortInteger(at, integer)) {
-            append(Tag::int64, static_cast<std::uint64_t>(integer));
-            return true;
-        }
-        const std::optional<Node> node = otherNumber(at);
-        if (!node) return false;
-        *next_++ = *node;
-        return true;
-    }
-
-    static std::optional<Node> otherNumber(const char* at) {
-        Number number;
-        if (jsonDetail::readNumber(at, number) != NumberOutcome::read || !endsWord(*at)) return std::nullopt;
-        return RepresentationBuilder::node(number);
-    }
-
-    // Reads the text whose opening quote stands at `quote`, unless it holds a bad escape. Between the closing
-    // quote and the next structural character is nothing but white space, so the text need not be read to
-    // find its end.
-    [[gnu::always_inline]] bool text(char* quote, std::string_view& text) noexcept {
-        char* const begin = quote + 1;
-        char* end = text_ + *structural_ - 1;
-        while (*end != '"')
-            --end;
-        if (plainUntil_ < end) [[unlikely]] {
-            char* const quoteBehind = end;
-            end = unescape(nextBackslash(std::max(begin, plainUntil_), end), end);
-            plainUntil_ = nextBackslash(quoteBehind, quoteBehind + std::min(kBytesAhead, end_ - quoteBehind));
-            if (end == nullptr) return false;
-        }
-        text = {begin, static_cast<std::size_t>(end - begin)};
-        return true;
-    }
-
-    char* const text_;
-    const std::uint32_t* structural_;  // the next one
-    char* plainUntil_;                 // no text before it, of those not read yet, holds a backslash
-    Node* next_;
-    Container* container_;    // the innermost one
-    std::uint32_t size_ = 0;  // its size so far
-    std::uint32_t textBytes_ = 0;
-
-    char* const end_;
-    std::size_t depthLeft_;
-    Containers& containers_;
-    RepresentationBuilder& builder_;
-};
 
 }  // namespace
 
-// The structural characters of the document that is being read: simdjson finds them, and sees on the way that
-// the document is UTF-8, that every text ends, and that no control character stands in one.
-struct JSONReader::StructuralIndex {
-    // Copies a document, and behind it the padding that simdjson asks for. Answers whether all of that is so.
-    bool find(std::string_view document, char* copy) {
-        const std::size_t size = document.size();
-        document.copy(copy, size);
+// The structural characters of a document, or of a part of it that begins and ends outside of all texts:
+// simdjson finds them, and sees on the way that it is UTF-8, that every text ends, and that no control
+// character stands in one.
+class JSONReader::StructuralIndex {
+public:
+    enum class Result : std::uint8_t { good, endsInText, bad };
+
+    // Copies a text, and behind it the padding that simdjson asks for.
+    Result find(std::string_view from, char* copy) {
+        const std::size_t size = from.size();
+        from.copy(copy, size);
         std::memset(copy + size, ' ', simdjson::SIMDJSON_PADDING);
         if (parser_ == nullptr || parser_->capacity() < size) grow(size);
-        return parser_->stage1(reinterpret_cast<const std::uint8_t*>(copy),
-                               size,
-                               simdjson::stage1_mode::regular) == simdjson::SUCCESS;
+        const simdjson::error_code error = parser_->stage1(
+            reinterpret_cast<const std::uint8_t*>(copy), size, simdjson::stage1_mode::regular);
+        if (error == simdjson::SUCCESS) return Result::good;
+        return error == simdjson::UNCLOSED_STRING ? Result::endsInText : Result::bad;
     }
     std::size_t size() const noexcept { return parser_->n_structural_indexes; }
     const std::uint32_t* first() const noexcept { return parser_->structural_indexes.get(); }
-
-    Containers containers;
+    const std::uint32_t* end() const noexcept { return first() + size(); }
 
 private:
     void grow(std::size_t size) {
@@ -498,30 +98,249 @@ private:
     std::unique_ptr<simdjson::internal::dom_parser_implementation> parser_;
 };
 
+// Memory for what is lent, one value after the other.
+struct JSONReader::Scratch {
+    Scratch(std::size_t bytes, Zone* zone)
+        : builder(nodesNeeded(bytes / kBytesPerStructural, kUsualDepth), bytes, zone),
+          text(builder.reserveText(bytes)),
+          textBytes(bytes) {}
+
+    RepresentationBuilder builder;
+    char* text;
+    std::size_t textBytes;
+};
+
+// What a reader keeps from document to document.
+struct JSONReader::Memory {
+    StructuralIndex index;
+    Containers containers;
+    std::unique_ptr<Scratch> scratch;
+
+    // Copies a text to where what is read of it is lent, and finds its structural characters.
+    StructuralIndex::Result take(std::string_view text, Zone* zone) {
+        const std::size_t bytes = text.size() + simdjson::SIMDJSON_PADDING;
+        if (scratch == nullptr || scratch->textBytes < bytes || scratch->builder.isKept())
+            scratch = std::make_unique<Scratch>(std::max(bytes, kWindow + simdjson::SIMDJSON_PADDING), zone);
+        const StructuralIndex::Result result = index.find(text, scratch->text);
+        if (result == StructuralIndex::Result::good && index.size() < kMostStructurals) {
+            const std::size_t nodes = nodesNeeded(index.size(), kUsualDepth);
+            RepresentationBuilder& builder = scratch->builder;
+            if (builder.nodeCapacity() < nodes) builder.growNodes(0, nodes);
+        }
+        return result;
+    }
+};
+
+// Goes through a document for the elements of one list. It is looked at a window at a time; a window ends
+// behind a comma that stands outside of all texts, or with the document. What is around the list is gone
+// through token by token here, everything else value by value by a `Walker`.
+class JSONReader::ElementsWalk {
+public:
+    ElementsWalk(JSONReader& reader, std::string_view document, std::string_view keyPath,
+                 JSONElementHandler& handler)
+        : memory_(*reader.memory_),
+          zone_(reader.zone_),
+          depthLeft_(reader.maxDepth_),
+          document_(document),
+          keys_(keysOf(keyPath)),
+          handler_(handler) {}
+
+    Outcome walk() {
+        if (!look(0, kWindow)) return failure_;
+        bool isOnPath = true;
+        do {
+            if (!(isOnPath ? valueOnPath() : read() != 0)) return failure_;
+        } while (nextMember(isOnPath));
+        const bool isAtEnd = isLast_ && place_.structural == memory_.index.end();
+        return level_ == 0 && isAtEnd ? Outcome::done : failure_;
+    }
+
+private:
+    char* text() const noexcept { return memory_.scratch->text; }
+    char peek() const noexcept { return text()[*place_.structural]; }
+    char take() noexcept { return text()[*place_.structural++]; }
+    Walker walker() const noexcept {
+        return {text(), text() + size_, place_, memory_.containers, depthLeft_, memory_.scratch->builder};
+    }
+
+    // Looks at the document from there on, for no more than `length` bytes if a window can end there.
+    bool look(std::size_t from, std::size_t length) {
+        const std::string_view rest = document_.substr(from);
+        for (;; length *= 2) {
+            isLast_ = length >= rest.size();
+            size_ = isLast_ ? rest.size() : endBehindComma(rest.substr(0, length));
+            if (size_ == 0 && !isLast_) continue;
+            const auto result = memory_.take(rest.substr(0, size_), zone_);
+            if (result == StructuralIndex::Result::good) break;
+            // It may be that the comma stood in a text.
+            if (isLast_ || result == StructuralIndex::Result::bad) return false;
+        }
+        if (memory_.index.size() >= kMostStructurals) {
+            failure_ = Outcome::tooLarge;
+            return false;
+        }
+        begin_ = from;
+        place_ = {memory_.index.first(), text()};
+        return true;
+    }
+
+    // How many nodes the next value takes; 0 when it is not well formed.
+    std::size_t read() {
+        for (;;) {
+            std::size_t from = *place_.structural;
+            // One that the window hardly holds is better looked at from its start at once. That is worth it
+            // where half of the window is done with.
+            if (!isLast_ && from > size_ / 2 && size_ - from < longest_) {
+                if (!look(begin_ + from, kWindow)) return 0;
+                from = *place_.structural;
+            }
+            Walker walker = this->walker();
+            const std::size_t nodes = walker.walk();
+            if (nodes != 0) {
+                place_ = walker.place();
+                longest_ = std::max(longest_, *place_.structural - from);
+                return nodes;
+            }
+            // A value that goes on behind the window is looked at from its start, in a larger one if need be.
+            if (isLast_ || walker.place().structural <= memory_.index.end()) return 0;
+            if (!look(begin_ + from, from == 0 ? 2 * size_ : kWindow)) return 0;
+        }
+    }
+
+    // Reads a value that all open dictionaries lead to; of a dictionary that leads on, no more than its
+    // bracket.
+    bool valueOnPath() {
+        if (level_ == keys_.size() && peek() == '[') return elements();
+        if (level_ == keys_.size() || peek() != '{') return read() != 0;
+        if (depthLeft_ == 0) return false;
+        take();
+        --depthLeft_;
+        ++level_;
+        isOpened_ = true;
+        return true;
+    }
+
+    // Goes to the value of the next member of an open dictionary, and closes those that end before.
+    bool nextMember(bool& isOnPath) {
+        while (level_ != 0) {
+            if (!std::exchange(isOpened_, false) || peek() == '}') {
+                const char token = take();
+                if (token != ',' && token != '}') return false;
+                if (token == '}') {
+                    --level_;
+                    ++depthLeft_;
+                    continue;
+                }
+            }
+            // A window ends behind a comma alone, so it holds the whole key and what its value begins with.
+            if (!isLast_ && place_.structural == memory_.index.end() && !look(begin_ + size_, kWindow))
+                return false;
+            Walker walker = this->walker();
+            std::string_view key;
+            if (!walker.keyText(key)) return false;
+            place_ = walker.place();
+            isOnPath = key == keys_[level_ - 1];
+            if (isOnPath) handler_.startOver();
+            return true;
+        }
+        return false;
+    }
+
+    bool elements() {
+        if (depthLeft_ == 0) return false;
+        take();
+        --depthLeft_;
+        char token = peek() == ']' ? take() : ',';
+        for (; token != ']'; token = take()) {
+            const std::size_t nodes = token == ',' ? read() : 0;
+            if (nodes == 0) return false;
+            handler_.element(memory_.scratch->builder.lendNodes(nodes));
+            if (memory_.scratch->builder.isKept()) leaveMemory();
+        }
+        ++depthLeft_;
+        return true;
+    }
+
+    // Goes on in other memory, with what of the window is not read yet.
+    void leaveMemory() {
+        const std::unique_ptr<Scratch> kept = std::move(memory_.scratch);
+        memory_.scratch = std::make_unique<Scratch>(kept->textBytes, zone_);
+        std::memcpy(text(), kept->text, size_ + simdjson::SIMDJSON_PADDING);
+        place_.plainUntil = text() + (place_.plainUntil - kept->text);
+        const std::size_t nodes = kept->builder.nodeCapacity();
+        if (memory_.scratch->builder.nodeCapacity() < nodes) memory_.scratch->builder.growNodes(0, nodes);
+    }
+
+    Memory& memory_;
+    Zone* zone_;
+    std::size_t depthLeft_;
+    std::string_view document_;
+    std::vector<std::string_view> keys_;
+    JSONElementHandler& handler_;
+    Outcome failure_ = Outcome::malformed;
+
+    // The window, and where in it the walk is.
+    std::size_t begin_ = 0;
+    std::size_t size_ = 0;
+    bool isLast_ = false;
+    WalkerPlace place_{};
+    std::size_t longest_ = 0;  // of the values read so far
+
+    std::size_t level_ = 0;  // how many dictionaries are open
+    bool isOpened_ = false;  // the innermost one, and no member of it is read yet
+};
+
 JSONReader::JSONReader(std::size_t maxDepth, Zone* zone)
-    : maxDepth_(maxDepth), zone_(zone), index_(std::make_unique<StructuralIndex>()) {}
+    : maxDepth_(maxDepth), zone_(zone), memory_(std::make_unique<Memory>()) {}
 
 JSONReader::~JSONReader() = default;
 JSONReader::JSONReader(JSONReader&&) noexcept = default;
 JSONReader& JSONReader::operator=(JSONReader&&) noexcept = default;
 
-std::optional<Representation> JSONReader::read(std::string_view bytes, JSONError* error) {
-    std::optional<Representation> result;
-    const Outcome outcome = read(bytes, result);
-    if (outcome == Outcome::done || error == nullptr) return result;
+template <class Read>
+bool JSONReader::attempt(std::string_view bytes, JSONError* error, const Read& read) {
+    // One deep or large document must not make all that follow larger.
+    memory_->containers.resize(kUsualDepth);
+    if (memory_->scratch != nullptr && memory_->scratch->textBytes > kMostBytesKept) memory_->scratch.reset();
+    Outcome outcome = Outcome::tooLarge;
+    if (bytes.size() <= kMostBytes)
+        outcome = read(bytes.substr(bytes.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0));
+    if (outcome == Outcome::done || error == nullptr) return outcome == Outcome::done;
     if (outcome == Outcome::malformed)
         *error = jsonDetail::locateError(bytes, maxDepth_);
     else
         *error = {.reason = "a document of 4 GB or more"};
+    return false;
+}
+
+std::optional<Representation> JSONReader::read(std::string_view bytes, JSONError* error) {
+    std::optional<Representation> result;
+    attempt(bytes, error, [&](std::string_view document) {
+        return document.size() <= kMostBytesApart ? readApart(document, result)
+                                                  : readInOnePiece(document, result);
+    });
     return result;
 }
 
-JSONReader::Outcome JSONReader::read(std::string_view bytes, std::optional<Representation>& result) {
-    if (bytes.size() > kMostBytes) return Outcome::tooLarge;
-    if (bytes.starts_with(kByteOrderMark)) bytes.remove_prefix(kByteOrderMark.size());
-    // One deep document must not make all that follow larger.
-    index_->containers.resize(kUsualDepth);
-    return bytes.size() <= kMostBytesApart ? readApart(bytes, result) : readInOnePiece(bytes, result);
+std::optional<RepresentationView> JSONReader::lend(std::string_view bytes, JSONError* error) {
+    std::optional<RepresentationView> result;
+    attempt(bytes, error, [&](std::string_view document) {
+        if (memory_->take(document, zone_) != StructuralIndex::Result::good) return Outcome::malformed;
+        if (memory_->index.size() >= kMostStructurals) return Outcome::tooLarge;
+        RepresentationBuilder& builder = memory_->scratch->builder;
+        const std::size_t nodes = walk(memory_->scratch->text, document.size(), builder);
+        if (nodes == 0) return Outcome::malformed;
+        result = builder.lendNodes(nodes);
+        return Outcome::done;
+    });
+    return result;
+}
+
+bool JSONReader::readElements(std::string_view bytes, std::string_view keyPath, JSONElementHandler& handler,
+                              JSONError* error) {
+    return attempt(bytes, error, [&](std::string_view document) {
+        return ElementsWalk(*this, document, keyPath, handler).walk();
+    });
 }
 
 // The texts of a representation lie in a copy of the document, unescaped where they stand, and the structural
@@ -530,10 +349,11 @@ JSONReader::Outcome JSONReader::read(std::string_view bytes, std::optional<Repre
 JSONReader::Outcome JSONReader::readApart(std::string_view bytes, std::optional<Representation>& result) {
     BlockWriter texts(bytes.size() + simdjson::SIMDJSON_PADDING, zone_);
     char* const text = texts.allocate<char>(bytes.size() + simdjson::SIMDJSON_PADDING);
-    if (!index_->find(bytes, text)) return Outcome::malformed;
-    RepresentationBuilder builder(nodesNeeded(index_->size(), kUsualDepth), 0, zone_);
+    StructuralIndex& index = memory_->index;
+    if (index.find(bytes, text) != StructuralIndex::Result::good) return Outcome::malformed;
+    RepresentationBuilder builder(nodesNeeded(index.size(), kUsualDepth), 0, zone_);
     builder.takeTexts(texts);
-    return walk(text, bytes.size(), builder, result);
+    return finish(walk(text, bytes.size(), builder), builder, result);
 }
 
 // Of a large one, the nodes lie behind the copy, so that the system's memory is kept for the next one.
@@ -541,18 +361,25 @@ JSONReader::Outcome JSONReader::readInOnePiece(std::string_view bytes,
                                                std::optional<Representation>& result) {
     RepresentationBuilder builder(0, bytes.size() + simdjson::SIMDJSON_PADDING, zone_);
     char* const text = builder.reserveText(bytes.size() + simdjson::SIMDJSON_PADDING);
-    if (!index_->find(bytes, text)) return Outcome::malformed;
-    if (index_->size() >= kMostStructurals) return Outcome::tooLarge;
-    char* const moved = builder.reserveNodesBehind(text, nodesNeeded(index_->size(), kUsualDepth));
-    return walk(moved, bytes.size(), builder, result);
+    StructuralIndex& index = memory_->index;
+    if (index.find(bytes, text) != StructuralIndex::Result::good) return Outcome::malformed;
+    if (index.size() >= kMostStructurals) return Outcome::tooLarge;
+    char* const moved = builder.reserveNodesBehind(text, nodesNeeded(index.size(), kUsualDepth));
+    return finish(walk(moved, bytes.size(), builder), builder, result);
 }
 
-JSONReader::Outcome JSONReader::walk(char* text, std::size_t size, RepresentationBuilder& builder,
-                                     std::optional<Representation>& result) {
-    const std::size_t count =
-        Walker(text, size, index_->first(), index_->containers, maxDepth_, builder).walk();
-    if (count == 0) return Outcome::malformed;
-    result = builder.finishNodes(count);
+// How many nodes the document takes whose structural characters are found; 0 when it is not well formed.
+std::size_t JSONReader::walk(char* text, std::size_t size, RepresentationBuilder& builder) {
+    const WalkerPlace start{memory_->index.first(), text};
+    Walker walker(text, text + size, start, memory_->containers, maxDepth_, builder);
+    const std::size_t nodes = walker.walk();
+    return walker.place().structural == memory_->index.end() ? nodes : 0;
+}
+
+JSONReader::Outcome JSONReader::finish(std::size_t nodes, RepresentationBuilder& builder,
+                                       std::optional<Representation>& result) {
+    if (nodes == 0) return Outcome::malformed;
+    result = builder.finishNodes(nodes);
     return Outcome::done;
 }
 

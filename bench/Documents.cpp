@@ -14,8 +14,9 @@ namespace QELModels::bench {
 
 namespace {
 
-constexpr std::array kRivals{&kLibrary, &kOnDemand, &kRapidJSON, &kNlohmann, &kDOMParse, &kStructuralIndex};
-constexpr std::size_t kBaseline = 1;
+constexpr std::array kRivals{
+    &kLibrary, &kLibraryByTheDocument, &kOnDemand, &kRapidJSON, &kNlohmann, &kDOMParse, &kStructuralIndex};
+constexpr std::size_t kBaseline = 2;
 
 constexpr std::uint64_t kSeed = 20150101;
 

@@ -74,7 +74,9 @@ public:
 
     void bar(std::string_view name, double ratio) {
         const bool isLimit = name.starts_with("limit");
-        const std::string_view style = name == "QELModels" ? "library" : isLimit ? "limit" : "other";
+        const std::string_view style = name.starts_with("QELModels") ? "library"
+                                       : isLimit                     ? "limit"
+                                                                     : "other";
         bar(name, ratio, style);
     }
     void bar(std::string_view name, double ratio, std::string_view style) {

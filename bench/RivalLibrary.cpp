@@ -1,7 +1,7 @@
 #include <stdexcept>
 
 #include "Digest.h"
-#include "JSON/JSONReader.h"
+#include "JSON/JSONMapping.h"
 #include "QELModels/Mappers/QELAssetMapper.h"
 #include "QELModels/Mappers/QELAssetsMapper.h"
 #include "Rivals.h"
@@ -17,11 +17,9 @@ struct LibraryWay {
     };
 
     static Result read(const Document& source) {
-        JSONError error;
-        const auto representation = reader().read(source.text, &error);
-        if (!representation) throw std::runtime_error(error.reason);
-        if (source.isPage) return {{}, QELAssetsMapper().mappedResponseFromJSONObject(*representation)};
-        return {QELAssetMapper().mappedResponseFromJSONObject(*representation), {}};
+        return filled(source, [&](const auto& mapper, JSONError& error) {
+            return mappedResponseFromJSON(reader(), source.text, mapper, &error);
+        });
     }
 
     static std::uint64_t digest(const Result& result) {
@@ -30,15 +28,40 @@ struct LibraryWay {
 
     static void forgetBuffers() { reader() = JSONReader(); }
 
-private:
+protected:
     static JSONReader& reader() {
         static JSONReader reader;
         return reader;
+    }
+
+    template <class Map>
+    static Result filled(const Document& source, const Map& map) {
+        JSONError error;
+        Result result;
+        if (source.isPage)
+            result.page = map(QELAssetsMapper(), error);
+        else
+            result.single = map(QELAssetMapper(), error);
+        if (!result.page && !result.single) throw std::runtime_error(error.reason);
+        return result;
+    }
+};
+
+/// For those who have a use for the document besides.
+struct LibraryWayByTheDocument : LibraryWay {
+    static Result read(const Document& source) {
+        return filled(source, [&](const auto& mapper, JSONError& error) {
+            const auto document = reader().read(source.text, &error);
+            if (!document) throw std::runtime_error(error.reason);
+            return mapper.mappedResponseFromJSONObject(*document);
+        });
     }
 };
 
 }  // namespace
 
 constinit const Rival kLibrary = rivalOf<LibraryWay>("QELModels");
+constinit const Rival kLibraryByTheDocument =
+    rivalOf<LibraryWayByTheDocument>("QELModels, document read first");
 
 }  // namespace QELModels::bench

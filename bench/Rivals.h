@@ -42,6 +42,7 @@ struct Rival {
 };
 
 extern const Rival kLibrary;
+extern const Rival kLibraryByTheDocument;
 extern const Rival kNlohmann;
 extern const Rival kRapidJSON;
 extern const Rival kOnDemand;

@@ -23,6 +23,12 @@ void fail(const std::string& what) {
     std::abort();
 }
 
+struct Elements final : QELModels::JSONElementHandler {
+    void element(QELModels::RepresentationView) override { ++count; }
+    void startOver() override { count = 0; }
+    std::size_t count = 0;
+};
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -34,7 +40,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::optional<Representation> value = reader.read(document, &error);
     const std::string disagreement = NaiveJSONOracle::disagreement(document, value, error, kMaxDepth);
     if (!disagreement.empty()) fail(disagreement);
+    // What is lent is the same, and wrong for the same reason.
+    Elements elements;
+    const auto lent = reader.lend(document);
+    if (lent.has_value() != value.has_value() || (value && !(*lent == value->view())))
+        fail("lent another value");
+    if (reader.readElements(document, "a", elements) != value.has_value()) fail("lent elements of no JSON");
     if (!value) return 0;
+    std::size_t expected = 0;
+    if (const auto list = value->view().valueForKey("a")) expected = list->elements().size();
+    if (elements.count != expected) fail("lent other elements");
 
     for (const auto layout : {JSONWriter::Layout::compact, JSONWriter::Layout::indented}) {
         const std::string text = jsonFromRepresentation(*value, layout);

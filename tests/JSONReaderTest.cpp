@@ -3,6 +3,7 @@
 // reader.
 
 #include <JSON/JSONReader.h>
+#include <JSON/JSONWriter.h>
 #include <QELModels/Platform/RepresentationBuilder.h>
 #include <QELModels/Platform/Text.h>
 #include <gtest/gtest.h>
@@ -16,6 +17,7 @@
 #include <limits>
 #include <memory>
 #include <random>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -587,6 +589,110 @@ RC_GTEST_PROP(JSONReader, AgreesOnBrokenDocuments, (std::uint64_t seed)) {
         const auto soup = agrees(generator.soup());
         if (!soup) RC_FAIL(soup.message());
     }
+}
+
+// A list somewhere in a document, longer than what is looked at together, with large elements and repeated
+// keys.
+std::string documentWithList(Generator& generator) {
+    const std::size_t count = generator.below(3) == 0 ? generator.below(4) : generator.below(4000);
+    const auto list = [&](std::size_t elements) {
+        std::string text = "[";
+        for (std::size_t i = 0; i < elements; ++i) {
+            if (i != 0) text += ',';
+            if (generator.below(1000) == 0)
+                text += "[\"" + repeated("\\\",", generator.below(40'000)) + "\"]";
+            else
+                text += generator.value(3);
+        }
+        return text + "]";
+    };
+    const auto other = [&] {
+        if (generator.below(3) != 0) return std::string();
+        return generator.text() + ":" + (generator.below(3) == 0 ? list(count) : generator.value()) + ",";
+    };
+    const auto value = [&](std::string text) {
+        return generator.below(8) == 0 ? generator.value() : std::move(text);
+    };
+    std::string inner = "{" + other();
+    if (generator.below(4) == 0) inner += "\"list\":" + value(list(generator.below(50))) + ",";
+    inner += "\"l\\u0069st\":" + value(list(count)) + "," + other() + "\"end\":1}";
+    std::string outer = "{" + other();
+    if (generator.below(4) == 0) outer += "\"in\":" + value(inner) + ",";
+    return outer + "\"in\":" + value(inner) + "," + other() + "\"end\":{}}";
+}
+
+// Notes what each element is while it is lent, and keeps some of them.
+class NotingElements final : public JSONElementHandler {
+public:
+    void element(RepresentationView element) override {
+        if (texts.size() % 5 == 0) kept.emplace_back(element);
+        texts.push_back(jsonFromRepresentation(element));
+    }
+    void startOver() override {
+        texts.clear();
+        kept.clear();
+    }
+
+    std::vector<std::string> texts;
+    std::vector<Representation> kept;
+};
+
+// What is lent, and what is wrong with a document, is what reading all of it says.
+RC_GTEST_PROP(JSONReader, LendsWhatItReads, (std::uint64_t seed)) {
+    Generator generator(seed);
+    JSONReader reader;
+    const std::string whole = documentWithList(generator);
+    for (const std::string& document : {whole, generator.mutated(whole), generator.value()}) {
+        const Exact exact(document);
+        JSONError error;
+        JSONError lendingError;
+        NotingElements elements;
+        const auto value = reader.read(exact.view(), &error);
+        RC_ASSERT(reader.readElements(exact.view(), "in.list", elements, &lendingError) == value.has_value());
+        RC_ASSERT(lendingError.offset == error.offset && lendingError.reason == error.reason);
+        if (!value) continue;
+        std::vector<std::string> expected;
+        if (const auto list = value->view().valueForKeyPath("in.list"))
+            for (const RepresentationView element : list->elements())
+                expected.push_back(jsonFromRepresentation(element));
+        RC_ASSERT(elements.texts == expected);
+        const auto lent = reader.lend(exact.view());
+        RC_ASSERT(lent && *lent == value->view());
+        const Representation keptByItself(*lent);
+        RC_ASSERT(reader.lend("[]")->isArray());
+        RC_ASSERT(keptByItself == *value);
+        for (std::size_t i = 0; i < elements.kept.size(); ++i)
+            RC_ASSERT(jsonFromRepresentation(elements.kept[i]) == expected[5 * i]);
+    }
+}
+
+// The handler's exception passes through, the depth counts from the document's root, and all memory comes
+// back.
+TEST(JSONReader, LendsWithinItsLimits) {
+    class Throwing final : public JSONElementHandler {
+        void element(RepresentationView) override { throw std::domain_error("enough"); }
+        void startOver() override {}
+    };
+    CountingZone zone;
+    {
+        JSONReader reader(3, &zone);
+        Throwing throwing;
+        EXPECT_THROW(reader.readElements(R"({"a":[1,2]})", "a", throwing), std::domain_error);
+        NotingElements elements;
+        EXPECT_TRUE(reader.readElements(R"({"a":[[1],{}]})", "a", elements));
+        EXPECT_EQ(elements.texts, (std::vector<std::string>{"[1]", "{}"}));
+        JSONError error;
+        EXPECT_FALSE(reader.readElements(R"({"a":[[[1]]]})", "a", elements, &error));
+        EXPECT_EQ(error.column, 8u);
+        EXPECT_FALSE(reader.readElements(R"({"a":{"b":{"c":{}}}})", "a.b.c", elements, &error));
+        EXPECT_EQ(error.column, 16u);
+        EXPECT_TRUE(reader.readElements("[1]", "a", elements));
+        const std::size_t before = zone.bytes();
+        EXPECT_TRUE(reader.lend("\"" + std::string(1'000'000, 'x') + "\""));
+        EXPECT_TRUE(reader.lend("[]"));
+        EXPECT_LE(zone.bytes(), before) << "what a large document needs is not kept for the next one";
+    }
+    EXPECT_EQ(zone.pieces(), 0u);
 }
 
 RC_GTEST_PROP(JSONReader, ReadsEveryDouble, (std::uint64_t seed)) {

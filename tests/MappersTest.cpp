@@ -7,6 +7,8 @@
 #include <string_view>
 #include <type_traits>
 
+#include "JSON/JSONFromValue.h"
+#include "JSON/JSONMapping.h"
 #include "QELModels/Mappers/QELAssetMapper.h"
 #include "QELModels/Mappers/QELAssetsMapper.h"
 #include "QELModels/Mappers/QELCategoriesMapper.h"
@@ -16,6 +18,8 @@
 #include "QELModels/Mappers/QELResponse.h"
 #include "QELModels/Mappers/QELSeasonMapper.h"
 #include "QELModels/Mappers/QELSeasonsMapper.h"
+#include "QELModels/Platform/MappingFault.h"
+#include "tests/DamagedDocuments.h"
 #include "tests/TestSupport.h"
 
 namespace QELModels::test {
@@ -100,6 +104,94 @@ TEST(AssetsMapper, readsFromTheKeyPathOfTheMoment) {
     mapper.setAssetsKeyPath({});
     EXPECT_EQ(mapper.assetsKeyPath(), "_embedded.assets");
     EXPECT_EQ(mappedBy(QELAssetsMapper(mapper), everything(), "assetIdentifier"), "[11 12 null ]");
+}
+
+// What became of a mapping: its models, or the fault.
+template <class Map>
+std::string outcomeOf(const Map& map) {
+    try {
+        const auto result = map();
+        return result ? jsonFromValue(result) : "nothing";
+    } catch (const MappingFault& fault) {
+        return "fault " + std::string(fault.pointer()) + ' ' + fault.what();
+    }
+}
+
+// The document with much in front of it that nobody reads, so that its elements are mapped while it is read.
+std::string enlarged(const std::string& document) {
+    return "{\"padding\":\"" + std::string(70'000, 'x') + "\"," + document.substr(1);
+}
+
+template <class Mapper>
+void expectSameFromBytes(std::string_view kind) {
+    JSONReader reader;
+    const FEMOptions options{nullptr, nullptr, "response.body"};
+    const auto expectSame = [&](const std::string& document) {
+        const std::string expected = outcomeOf(
+            [&] { return Mapper().mappedResponseFromJSONObject(json(document), nullptr, options); });
+        const auto fromBytes = [&](const std::string& bytes) {
+            return outcomeOf(
+                [&] { return mappedResponseFromJSON(reader, bytes, Mapper(), nullptr, options); });
+        };
+        EXPECT_EQ(fromBytes(document), expected) << document;
+        if (document.starts_with("{\"")) {
+            EXPECT_EQ(fromBytes(enlarged(document)), expected) << document;
+        }
+    };
+    const WholeDocument whole(tool::kindNamed(kind));
+    expectSame(whole.json());
+    std::size_t damages = 0;
+    for (const Place& place : whole.places)
+        for (const Damage& damage : allDamages())
+            if (applies(damage, place) && (place.what != Place::What::rule || damages++ % 5 == 0))
+                expectSame(whole.damagedJSON(place, damage));
+}
+
+TEST(Mappers, makeTheSameFromBytes) {
+    const LogLines hushed;
+    expectSameFromBytes<QELAssetMapper>("asset");
+    expectSameFromBytes<QELAssetsMapper>("assets");
+    expectSameFromBytes<QELCategoryMapper>("category");
+    expectSameFromBytes<QELCategoriesMapper>("categories");
+    expectSameFromBytes<QELEditorialMapper>("editorial");
+    expectSameFromBytes<QELEditorialsMapper>("editorials");
+    expectSameFromBytes<QELSeasonMapper>("season");
+    expectSameFromBytes<QELSeasonsMapper>("seasons");
+}
+
+// A fault is one of a document that is well formed, and of a list that counts.
+TEST(Mappers, tellMistakesOfTheDocumentBeforeFaults) {
+    const std::string faulty =
+        R"("assets": [{"id": 1}, {"category": {"additional": {"backgroundColor": 5}}}])";
+    const std::string good = R"("assets": [{"id": 2}])";
+    JSONReader reader;
+    JSONError error;
+    const auto map = [&](const std::string& members, const FEMOptions& options = {}) {
+        const std::string document = enlarged("{\"_embedded\": {" + members + "}}");
+        return mappedResponseFromJSON(reader, document, QELAssetsMapper(), &error, options);
+    };
+    EXPECT_THROW(map(faulty), MappingFault);
+    EXPECT_FALSE(map(faulty + ", \"x\": tru"));
+    EXPECT_EQ(error.line, 1u);
+    EXPECT_GT(error.column, 70'000u);
+    EXPECT_THROW(map(good + "," + faulty), MappingFault);
+    EXPECT_EQ(shown(map(faulty + "," + good), "assetIdentifier"), "[2 ]");
+    EXPECT_EQ(shown(map(good + R"(, "assets": null)"), "assetIdentifier"), "[]");
+
+    struct Counting final : FEMObserver {
+        void ruleApplied(const FEMEvent&) override { ++events; }
+        int events = 0;
+    } observer;
+    CountingZone zone;
+    {
+        const auto page = map(good, {&observer, &zone, {}});
+        EXPECT_GT(observer.events, 0);
+        EXPECT_EQ(shown(page, "assetIdentifier"), "[2 ]");
+        const std::size_t pieces = zone.pieces();
+        EXPECT_EQ(shown(map(good, {nullptr, &zone, {}}), "assetIdentifier"), "[2 ]");
+        EXPECT_EQ(zone.pieces(), pieces);
+    }
+    EXPECT_EQ(zone.pieces(), 0u);
 }
 
 TEST(Response, keepsWhatItWasGiven) {

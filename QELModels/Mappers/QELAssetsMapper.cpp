@@ -2,7 +2,7 @@
 
 namespace QELModels::inline QELMODELS_ABI {
 
-static_assert(QELMapperProtocol<QELAssetsMapper>);
+static_assert(QELPageMapperProtocol<QELAssetsMapper>);
 
 Ref<List<QELAsset>> QELAssetsMapper::mappedResponseFromJSONObject(RepresentationView representation, Error*,
                                                                   const FEMOptions& options) const {

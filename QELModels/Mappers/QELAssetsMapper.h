@@ -19,6 +19,9 @@ public:
 
     /// The key path of the list. Not to be set while another thread maps with this mapper.
     const std::string& assetsKeyPath() const noexcept QELMODELS_LENT { return assetsKeyPath_; }
+    /// The same under the name that all mappers of pages have for it, and what is in the list.
+    std::string_view listKeyPath() const noexcept QELMODELS_LENT { return assetsKeyPath_; }
+    using Model = QELAsset;
     /// Keeps a copy of the key path; an empty one means the default.
     void setAssetsKeyPath(std::string_view keyPath) {
         assetsKeyPath_ = keyPath.empty() ? kDefaultAssetsKeyPath : keyPath;

@@ -2,7 +2,7 @@
 
 namespace QELModels::inline QELMODELS_ABI {
 
-static_assert(QELMapperProtocol<QELCategoriesMapper>);
+static_assert(QELPageMapperProtocol<QELCategoriesMapper>);
 
 Ref<List<QELCategory>> QELCategoriesMapper::mappedResponseFromJSONObject(RepresentationView representation,
                                                                          Error*,

@@ -13,6 +13,9 @@ class QELMODELS_EXPORT QELCategoriesMapper {
 public:
     /// Where a page has its list.
     static constexpr std::string_view kKeyPath = "_embedded.categories";
+    /// The key path of the list, and what is in it.
+    static constexpr std::string_view listKeyPath() noexcept { return kKeyPath; }
+    using Model = QELCategory;
 
     /// The page's categories; an empty list when the page has none. Never null; `error` is never written.
     /// Throws `MappingFault` for a colour that is neither null nor a string; nothing is made then.

@@ -2,7 +2,7 @@
 
 namespace QELModels::inline QELMODELS_ABI {
 
-static_assert(QELMapperProtocol<QELEditorialsMapper>);
+static_assert(QELPageMapperProtocol<QELEditorialsMapper>);
 
 Ref<List<QELEditorial>> QELEditorialsMapper::mappedResponseFromJSONObject(RepresentationView representation,
                                                                           Error*,

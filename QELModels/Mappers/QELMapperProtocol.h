@@ -21,6 +21,14 @@ concept QELMapperProtocol = requires(const M& mapper, const Representation& repr
     {mapper.mappedResponseFromJSONObject(representation)};
 };
 
+/// A mapper of pages that says where its list stands and what is in it, so that a page can be mapped while it
+/// is read: the result is what `mappedPage` makes.
+template <class M>
+concept QELPageMapperProtocol = QELMapperProtocol<M> && requires(const M& mapper) {
+    typename M::Model;
+    {std::string_view(mapper.listKeyPath())};
+};
+
 /// The rule of mappers of one record: the whole representation, by the class's default mapping.
 template <class Model>
 Ref<Model> mappedObject(RepresentationView representation, const FEMOptions& options = {}) {
@@ -29,14 +37,19 @@ Ref<Model> mappedObject(RepresentationView representation, const FEMOptions& opt
     return Ref<Model>::adopt(static_cast<const Model*>(object.release()));
 }
 
+/// Where the list of a page stands in its document: the caller says where the page does.
+inline std::string keyPathOfList(std::string_view keyPathOfPage, std::string_view keyPath) {
+    std::string joined(keyPathOfPage);
+    if (!joined.empty()) joined += '.';
+    return joined += keyPath;
+}
+
 /// The rule of mappers of pages: what stands at a key path, absent included, by the class's default mapping.
 template <class Model>
 Ref<List<Model>> mappedPage(RepresentationView representation, std::string_view keyPath,
                             FEMOptions options = {}) {
-    // Paths begin where the caller says that the page stands, and go on to the list.
-    std::string listKeyPath(options.keyPath);
-    if (!listKeyPath.empty()) listKeyPath += '.';
-    options.keyPath = listKeyPath += keyPath;
+    const std::string listKeyPath = keyPathOfList(options.keyPath, keyPath);
+    options.keyPath = listKeyPath;
     const auto found = representation.valueForKeyPath(keyPath);
     const FEMMapping mapping = Model::defaultMapping();
     Ref<ListBase> list = FEMDeserializer::collectionFromRepresentation(found, mapping, options);

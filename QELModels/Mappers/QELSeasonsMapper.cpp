@@ -2,7 +2,7 @@
 
 namespace QELModels::inline QELMODELS_ABI {
 
-static_assert(QELMapperProtocol<QELSeasonsMapper>);
+static_assert(QELPageMapperProtocol<QELSeasonsMapper>);
 
 Ref<List<QELSeason>> QELSeasonsMapper::mappedResponseFromJSONObject(RepresentationView representation, Error*,
                                                                     const FEMOptions& options) const {

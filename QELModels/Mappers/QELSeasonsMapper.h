@@ -13,6 +13,9 @@ class QELMODELS_EXPORT QELSeasonsMapper {
 public:
     /// Where a page has its list.
     static constexpr std::string_view kKeyPath = "_embedded.seasons";
+    /// The key path of the list, and what is in it.
+    static constexpr std::string_view listKeyPath() noexcept { return kKeyPath; }
+    using Model = QELSeason;
 
     /// The page's seasons; an empty list when the page has none. Never null; `error` is never written.
     /// Throws `MappingFault` for a colour that is neither null nor a string; nothing is made then.

@@ -6,6 +6,7 @@
 #include <optional>
 #include <span>
 #include <string_view>
+#include <vector>
 
 #include "QELModels/Platform/MappingFault.h"
 #include "QELModels/Platform/PropertyWriter.h"
@@ -174,6 +175,13 @@ public:
         return finished(object, writer);
     }
 
+    // An element of a list of roots.
+    Ref<Object> rootOfList(RepresentationView element, const FEMRules& rules, const void* captured,
+                           const FEMPath& path, Room& room) const {
+        if (!element.isDictionary()) tellOfNone(element, path);
+        return root(element, rules, captured, path, &room);
+    }
+
     const ListBase* list(RepresentationView array, const FEMRules& rules, const void* captured,
                          BlockWriter& writer, const FEMPath& path, bool ofRoots) const {
         const auto** elements = writer.allocate<const Object*>(array.size());
@@ -182,12 +190,12 @@ public:
         std::size_t count = 0;
         for (const RepresentationView element : array.elements()) {
             const FEMPath at(path, count);
-            if (!element.isDictionary()) tellOfNone(element, at);
             if (ofRoots) {
-                const Ref<Object> kept = root(element, rules, captured, at, &room);
+                const Ref<Object> kept = rootOfList(element, rules, captured, at, room);
                 writer.keep(kept->block());
                 elements[count++] = kept.get();
             } else {
+                if (!element.isDictionary()) tellOfNone(element, at);
                 elements[count++] = record(element, rules, captured, writer, at);
             }
         }
@@ -331,18 +339,22 @@ Ref<Object> object(std::optional<RepresentationView> representation, const FEMMa
     return engine.root(representation, mapping.rules(), mapping.captured(), path, nullptr);
 }
 
+// In the list, and among the blocks that it keeps.
+constexpr std::size_t kBytesPerElement = 2 * sizeof(void*);
+
+std::size_t roomForList(std::size_t elements) noexcept {
+    return sizeof(ListBase) + BlockWriter::kRoomToKeep + kBytesPerElement * elements;
+}
+
 template <bool kObserved>
 Ref<ListBase> collection(std::optional<RepresentationView> representation, const FEMMapping& mapping,
                          const FEMOptions& options) {
-    constexpr std::size_t kBytesPerElement =
-        2 * sizeof(void*);  // in the list, and among the blocks that it keeps
     const bool given = representation && representation->isArray();
     const RepresentationView array = given ? *representation : Representation::emptyArray();
     const Engine<kObserved> engine(options);
     const FEMPath path(options.keyPath);
     if (!given) engine.tellOfNone(representation, path);
-    BlockWriter writer(sizeof(ListBase) + BlockWriter::kRoomToKeep + kBytesPerElement * array.size(),
-                       options.zone);
+    BlockWriter writer(roomForList(array.size()), options.zone);
     const ListBase* list = engine.list(array, mapping.rules(), mapping.captured(), writer, path, true);
     writer.finish();
     return Ref<ListBase>::adopt(list);
@@ -361,6 +373,52 @@ Ref<ListBase> FEMDeserializer::collectionFromRepresentation(std::optional<Repres
                                                             const FEMOptions& options) {
     return options.observer == nullptr ? collection<false>(representation, mapping, options)
                                        : collection<true>(representation, mapping, options);
+}
+
+struct FEMCollection::Elements {
+    const FEMMapping& mapping;
+    const FEMOptions options;
+    Room room{};
+    std::vector<Ref<Object>> list{};
+
+    template <bool kObserved>
+    void add(RepresentationView element) {
+        const FEMPath path(options.keyPath);
+        list.push_back(Engine<kObserved>(options).rootOfList(
+            element, mapping.rules(), mapping.captured(), FEMPath(path, list.size()), room));
+    }
+};
+
+FEMCollection::FEMCollection(const FEMMapping& mapping, const FEMOptions& options)
+    : elements_(new Elements{mapping, options}) {}
+
+FEMCollection::~FEMCollection() = default;
+
+void FEMCollection::add(RepresentationView element) {
+    if (elements_->options.observer == nullptr)
+        elements_->add<false>(element);
+    else
+        elements_->add<true>(element);
+}
+
+void FEMCollection::clear() noexcept {
+    elements_->list.clear();
+}
+
+Ref<ListBase> FEMCollection::finish() {
+    std::vector<Ref<Object>>& list = elements_->list;
+    BlockWriter writer(roomForList(list.size()), elements_->options.zone);
+    const auto** objects = writer.allocate<const Object*>(list.size());
+    writer.expectKept(list.size());
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        objects[i] = list[i].get();
+        writer.keep(list[i]->block());
+    }
+    const ListBase* made =
+        ObjectAccess::list(*elements_->mapping.rules().objectClass, objects, list.size(), writer);
+    list.clear();
+    writer.finish();
+    return Ref<ListBase>::adopt(made);
 }
 
 }  // namespace QELModels::inline QELMODELS_ABI

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string_view>
 
@@ -36,6 +37,29 @@ public:
     static Ref<ListBase> collectionFromRepresentation(std::optional<RepresentationView> representation,
                                                       const FEMMapping& mapping,
                                                       const FEMOptions& options = {});
+};
+
+/// Makes the list that `FEMDeserializer::collectionFromRepresentation` makes of an array, from one element
+/// after the other: for documents that are not held as a whole. After an exception it goes on as if that
+/// element had not been given. The mapping and what the options refer to outlive it.
+class QELMODELS_EXPORT FEMCollection {
+public:
+    /// A list without elements.
+    explicit FEMCollection(const FEMMapping& mapping, const FEMOptions& options = {});
+    ~FEMCollection();
+    FEMCollection(const FEMCollection&) = delete;
+    FEMCollection& operator=(const FEMCollection&) = delete;
+
+    /// Maps the next element, which is not needed afterwards. Throws what `FEMDeserializer` does.
+    void add(RepresentationView element);
+    /// Forgets all elements.
+    void clear() noexcept;
+    /// The list of all elements; then there are none.
+    Ref<ListBase> finish();
+
+private:
+    struct Elements;
+    std::unique_ptr<Elements> elements_;
 };
 
 }  // namespace QELModels::inline QELMODELS_ABI

@@ -138,7 +138,11 @@ void* BlockWriter::extend(std::size_t bytes) {
 }
 
 BlockWriter::~BlockWriter() {
-    if (open_ != nullptr) deallocateTo(block_->zone_, open_, open_->size);
+    // An open piece may hold what somebody keeps, so it goes with the block.
+    if (open_ != nullptr) {
+        open_->next = block_->chunks_;
+        block_->chunks_ = open_;
+    }
     if (block_ != nullptr) block_->release();
 }
 

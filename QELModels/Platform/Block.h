@@ -26,6 +26,10 @@ public:
         if (uses_.fetch_sub(1, std::memory_order_acq_rel) == 1) free(this);
     }
 
+    /// Whether it has more uses than one. To the holder of one, an answer of false stays true until it is
+    /// used.
+    bool isShared() const noexcept { return uses_.load(std::memory_order_acquire) != 1; }
+
     /// Bytes of memory that the block holds, without the blocks it keeps.
     std::size_t size() const noexcept;
 

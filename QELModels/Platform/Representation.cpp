@@ -563,6 +563,11 @@ Representation RepresentationBuilder::finish() {
     return Representation(Representation::Adopt{}, view);
 }
 
+RepresentationView RepresentationBuilder::lendNodes(std::size_t count) noexcept {
+    count_ = count;
+    return RepresentationView::at(nodes_, writer_.block());
+}
+
 void RepresentationBuilder::throwOutOfOrder() {
     throw std::logic_error("the events of a representation are out of order");
 }

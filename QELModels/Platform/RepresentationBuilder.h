@@ -93,6 +93,12 @@ public:
         return finish();
     }
 
+    /// Lends the value in `count` nodes instead of finishing it: whoever keeps it keeps the builder's memory,
+    /// and while nobody does, the next value is written over it. A builder that lends does nothing else.
+    RepresentationView lendNodes(std::size_t count) noexcept;
+    /// Whether somebody keeps a value that was lent.
+    bool isKept() const noexcept { return writer_.block()->isShared(); }
+
     /// Up to here a dictionary is searched by looking at every key's hash, which is quicker than any index.
     static constexpr std::uint32_t kMostMembersScanned = 32;
 

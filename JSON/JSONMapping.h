@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <utility>
+
+#include "JSON/JSONReader.h"
+#include "QELModels/Mappers/QELMapperProtocol.h"
+#include "QELModels/Platform/Export.h"
+
+namespace QELModels::inline QELMODELS_ABI {
+
+namespace jsonDetail {
+
+/// The list at a key path, mapped while it is read, as `mappedResponseFromJSON` says; without an observer.
+QELMODELS_EXPORT Ref<ListBase> mappedList(JSONReader& reader, std::string_view bytes,
+                                          std::string_view keyPath, const FEMMapping& mapping,
+                                          JSONError* error, const FEMOptions& options);
+
+}  // namespace jsonDetail
+
+/// Models straight from the bytes of a document: quicker than reading and then mapping, and a large page is
+/// never held as a whole. The result is the mapper's, and null when the document is not JSON: then `error`,
+/// unless null, says why. It throws what the mapper throws.
+///
+/// All of this is as if the document had been read first and mapped then. Only what map rules do besides,
+/// such as writing to the log, may have been done when a mistake further down in a page is found. With an
+/// observer, a page is read as a whole.
+template <QELMapperProtocol Mapper>
+auto mappedResponseFromJSON(JSONReader& reader, std::string_view bytes, const Mapper& mapper,
+                            JSONError* error = nullptr, const FEMOptions& options = {})
+    -> decltype(mapper.mappedResponseFromJSONObject(std::declval<RepresentationView>(), nullptr, options)) {
+    // A reader keeps its memory for what it lends, so that may not be much.
+    constexpr std::size_t kMostBytesLent = std::size_t{64} << 10;
+    if (bytes.size() <= kMostBytesLent) {
+        const auto document = reader.lend(bytes, error);
+        if (!document) return {};
+        return mapper.mappedResponseFromJSONObject(*document, nullptr, options);
+    }
+    if constexpr (QELPageMapperProtocol<Mapper>) {
+        if (options.observer == nullptr) {
+            using Model = typename Mapper::Model;
+            const FEMMapping mapping = Model::defaultMapping();
+            auto list = jsonDetail::mappedList(reader, bytes, mapper.listKeyPath(), mapping, error, options);
+            return Ref<List<Model>>::adopt(static_cast<const List<Model>*>(list.release()));
+        }
+    }
+    const auto document = reader.read(bytes, error);
+    if (!document) return {};
+    return mapper.mappedResponseFromJSONObject(*document, nullptr, options);
+}
+
+}  // namespace QELModels::inline QELMODELS_ABI

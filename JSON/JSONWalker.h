@@ -1,0 +1,473 @@
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "JSON/JSONNumber.h"
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/RepresentationBuilder.h"
+#include "QELModels/Platform/Text.h"
+
+// The reader's own, and part of its source alone: nothing of it has a name outside, so that the compiler
+// knows every call and what it changes (which is worth 2 % of all instructions).
+namespace QELModels::inline QELMODELS_ABI::jsonDetail {
+namespace {
+
+inline constexpr std::uint8_t kNoHexDigit = 0xFF;
+
+// What may follow a number or a literal. A quote may not: directly behind a word it is no structural
+// character, and the text that it begins would go unseen.
+inline constexpr auto kEndsWord = [] {
+    std::array<bool, 256> table{};
+    for (const char byte : {' ', '\t', '\n', '\r', ',', ':', '[', ']', '{', '}'})
+        table[static_cast<unsigned char>(byte)] = true;
+    return table;
+}();
+
+inline constexpr auto kHexValues = [] {
+    std::array<std::uint8_t, 256> table{};
+    table.fill(kNoHexDigit);
+    for (std::uint8_t value = 0; value < 16; ++value) {
+        table[static_cast<unsigned char>("0123456789abcdef"[value])] = value;
+        table[static_cast<unsigned char>("0123456789ABCDEF"[value])] = value;
+    }
+    return table;
+}();
+
+// What the letter of an escape of two bytes stands for; 0 for no such escape.
+inline constexpr auto kEscapes = [] {
+    std::array<char, 256> table{};
+    constexpr std::string_view letters = "\"\\/bfnrt";
+    constexpr std::string_view meanings = "\"\\/\b\f\n\r\t";
+    for (std::size_t i = 0; i < letters.size(); ++i)
+        table[static_cast<unsigned char>(letters[i])] = meanings[i];
+    return table;
+}();
+
+inline bool endsWord(char byte) noexcept {
+    return kEndsWord[static_cast<unsigned char>(byte)];
+}
+
+// Reads the integer at `at`, if it is one of at most 18 digits; eight bytes may be read there, whatever they
+// are.
+inline bool readShortInteger(const char* at, std::int64_t& integer) noexcept {
+    constexpr std::size_t kDigitsAtOnce = 8;
+    constexpr std::ptrdiff_t kMostDigits = 18;
+    if constexpr (std::endian::native != std::endian::little) return false;
+    const bool isNegative = *at == '-';
+    const char* const first = at + isNegative;
+    std::uint64_t digits = 0;
+    std::memcpy(&digits, first, kDigitsAtOnce);
+    digits ^= 0x3030303030303030;  // makes digits 0 to 9, and everything else something larger
+    const std::uint64_t others = ((digits + 0x7676767676767676) | digits) & 0x8080808080808080;
+    const auto count = static_cast<std::size_t>(std::countr_zero(others)) / 8;
+    if (count == 0) return false;
+    // Zeros go in front of them, then neighbours are added up: two, four, eight at once.
+    digits <<= 8 * (kDigitsAtOnce - count);
+    digits = digits * 10 + (digits >> 8);
+    digits = (((digits & 0x000000FF000000FF) * 0x000F424000000064) +
+              ((digits >> 16 & 0x000000FF000000FF) * 0x0000271000000001)) >>
+             32;
+    auto value = static_cast<std::int64_t>(digits);
+    const char* end = first + count;
+    if (count == kDigitsAtOnce) {
+        for (; *end >= '0' && *end <= '9' && end - first < kMostDigits; ++end)
+            value = value * 10 + (*end - '0');
+    }
+    integer = isNegative ? -value : value;
+    return endsWord(*end) && (*first != '0' || end - first == 1);
+}
+
+constexpr bool isHighHalf(std::uint32_t unit) noexcept {
+    return unit >> 10 == 0xD800 >> 10;
+}
+constexpr bool isLowHalf(std::uint32_t unit) noexcept {
+    return unit >> 10 == 0xDC00 >> 10;
+}
+
+// Whether one of eight bytes is a backslash.
+inline bool holdsBackslash(std::uint64_t bytes) noexcept {
+    constexpr std::uint64_t kOnes = 0x0101010101010101;
+    const std::uint64_t zeros = bytes ^ (kOnes * '\\');
+    return ((zeros - kOnes) & ~zeros & (kOnes << 7)) != 0;
+}
+
+// The code unit that four hexadecimal digits stand for; nothing when they are none.
+inline std::optional<std::uint32_t> codeUnit(const char* digits) noexcept {
+    std::uint32_t unit = 0;
+    for (int i = 0; i < 4; ++i) {
+        const std::uint8_t value = kHexValues[static_cast<unsigned char>(digits[i])];
+        if (value == kNoHexDigit) return std::nullopt;
+        unit = unit << 4 | value;
+    }
+    return unit;
+}
+
+// Replaces the escape at `from` by what it stands for, at `to`, and moves both behind it. Behind the text
+// stands a quote, so an escape that is cut short is seen for one.
+inline bool unescapeOne(const char*& from, char*& to) noexcept {
+    const char letter = from[1];
+    if (letter != 'u') {
+        const char meaning = kEscapes[static_cast<unsigned char>(letter)];
+        if (meaning == 0) return false;
+        *to++ = meaning;
+        from += 2;
+        return true;
+    }
+    const std::optional<std::uint32_t> unit = codeUnit(from + 2);
+    if (!unit) return false;
+    from += 6;
+    char32_t character = *unit;
+    // Halves stand alone unless both are written, and written side by side.
+    if (isHighHalf(*unit) && from[0] == '\\' && from[1] == 'u') {
+        const std::optional<std::uint32_t> next = codeUnit(from + 2);
+        if (!next) return false;
+        if (isLowHalf(*next)) {
+            character = Text::joined(character, static_cast<char32_t>(*next));
+            from += 6;
+        }
+    }
+    to += Text::encode(character, to);
+    return true;
+}
+
+inline char* nextBackslash(char* from, char* end) noexcept {
+    void* found = std::memchr(from, '\\', static_cast<std::size_t>(end - from));
+    return found == nullptr ? end : static_cast<char*>(found);
+}
+
+// Unescapes a text in place, which never makes it longer; `first` is its first backslash or its end. Returns
+// its new end, null when there is a bad escape.
+inline char* unescape(char* first, const char* end) noexcept {
+    const char* from = first;
+    char* to = first;
+    while (from < end) {
+        if (*from == '\\') {
+            if (!unescapeOne(from, to)) return nullptr;
+            continue;
+        }
+        std::uint64_t bytes = 0;
+        if (static_cast<std::size_t>(end - from) >= sizeof bytes) {
+            std::memcpy(&bytes, from, sizeof bytes);
+            if (!holdsBackslash(bytes)) {
+                std::memcpy(to, &bytes, sizeof bytes);
+                from += sizeof bytes;
+                to += sizeof bytes;
+                continue;
+            }
+        }
+        while (from < end && *from != '\\')
+            *to++ = *from++;
+    }
+    return to;
+}
+
+// A container that is being read.
+struct Container {
+    // A bit for every key's hash: whether a key may have been there before.
+    std::array<std::uint64_t, 4> keysSeen;
+    bool isDictionary;
+    bool mayRepeatKeys;
+    std::uint32_t size;  // so far, while a container within it is read
+    std::uint32_t node;
+    std::uint32_t textBefore;  // bytes of text in the document before it
+};
+
+// Containers that are being read, the document itself in front of them. They are kept from document to
+// document.
+using Containers = std::vector<Container>;
+
+// How many of them there is room for before more is made. Few documents nest deeper.
+inline constexpr std::size_t kUsualDepth = 32;
+
+// How many nodes the values of a document have room for, index nodes left aside: a value and its separator,
+// and a key and its colon, take one node, and only a container that is not closed yet has no character that
+// makes up for its bracket.
+inline std::size_t nodesNeeded(std::size_t structurals, std::size_t depth) noexcept {
+    return (structurals + depth) / 2 + 1;
+}
+
+// Where in a text a walker is.
+struct WalkerPlace {
+    const std::uint32_t* structural;  // the next structural character
+    char* plainUntil;                 // no text before it, of those not read yet, holds a backslash
+};
+
+// Goes through one value of a text along its structural characters: brackets, colons, commas, and the first
+// byte of every text and word. Behind the last of them stands, as often as one asks, the blank behind the
+// text, which fits nowhere. What reads a part of the value answers whether it is well formed.
+//
+// All of it is inlined and no address of a walker is handed out, so that its members live in registers. There
+// are few enough of them for that as long as the ones in the first group are the only ones that every value
+// needs.
+class Walker {
+public:
+    // `end` is that of the text, where a blank stands; `builder` has room for its nodes at the depth of
+    // `containers`.
+    Walker(char* text, char* end, WalkerPlace place, Containers& containers, std::size_t maxDepth,
+           RepresentationBuilder& builder) noexcept
+        : text_(text),
+          structural_(place.structural),
+          plainUntil_(place.plainUntil),
+          next_(builder.nodes()),
+          container_(containers.data()),
+          end_(end),
+          depthLeft_(maxDepth),
+          containers_(containers),
+          builder_(builder) {}
+
+    // Behind what was read.
+    WalkerPlace place() const noexcept { return {structural_, plainUntil_}; }
+
+    // How many nodes the value takes; 0 when it is no JSON.
+    [[gnu::always_inline]] std::size_t walk() {
+        char* at = take();
+        if (!isBracket(*at)) return scalar(at) ? 1 : 0;
+
+    container:
+        if (!open(*at == '{')) return 0;
+        if (*at == '{') {
+            if (peek() != '}') goto member;
+        } else {
+            if (peek() != ']') goto element;
+        }
+        take();
+
+    containerEnd:
+        if (close()) return count();
+        if (container_->isDictionary) goto memberEnd;
+
+    elementEnd:
+        switch (*take()) {
+            case ',':
+                break;
+            case ']':
+                goto containerEnd;
+            default:
+                return 0;
+        }
+
+    element:
+        ++size_;
+        at = take();
+        if (!scalar(at)) {
+            if (isBracket(*at)) goto container;
+            return 0;
+        }
+        goto elementEnd;
+
+    memberEnd:
+        switch (*take()) {
+            case ',':
+                break;
+            case '}':
+                goto containerEnd;
+            default:
+                return 0;
+        }
+
+    member:
+        if (!key()) return 0;
+        ++size_;
+        at = take();
+        if (!scalar(at)) {
+            if (isBracket(*at)) goto container;
+            return 0;
+        }
+        goto memberEnd;
+    }
+
+    // Reads a dictionary's key and the colon behind it, without a node.
+    [[gnu::always_inline]] bool keyText(std::string_view& key) noexcept {
+        char* const at = take();
+        return *at == '"' && text(at, key) && *take() == ':';
+    }
+
+private:
+    using Node = RepresentationNode;
+    using Tag = Node::Tag;
+
+    // How far backslashes are looked for in advance: no further than what is looked at stays in the nearest
+    // cache.
+    static constexpr std::ptrdiff_t kBytesAhead = 4096;
+
+    static bool isBracket(char byte) noexcept { return (byte | 0x20) == '{'; }
+
+    char* take() noexcept { return text_ + *structural_++; }
+    char peek() const noexcept { return text_[*structural_]; }
+    std::size_t count() const noexcept { return static_cast<std::size_t>(next_ - builder_.nodes()); }
+
+    // Field by field, which makes for the fewest instructions.
+    [[gnu::always_inline]] void append(Tag tag, std::uint64_t bits) noexcept {
+        Node& node = *next_++;
+        node.tag = tag;
+        node.indexed = false;
+        node.keyHash = 0;
+        node.size = 0;
+        node.bits = bits;
+    }
+    [[gnu::always_inline]] void append(std::string_view text, std::uint16_t hash) noexcept {
+        Node& node = *next_++;
+        node.tag = Tag::string;
+        node.indexed = false;
+        node.keyHash = hash;
+        node.size = static_cast<std::uint32_t>(text.size());
+        node.text = text.data();
+    }
+
+    [[gnu::always_inline]] bool open(bool isDictionary) {
+        if (depthLeft_ == 0) return false;
+        --depthLeft_;
+        container_->size = size_;
+        if (container_ == &containers_.back()) [[unlikely]]
+            deepen();
+        ++container_;
+        container_->isDictionary = isDictionary;
+        container_->mayRepeatKeys = false;
+        container_->node = static_cast<std::uint32_t>(count());
+        container_->textBefore = textBytes_;
+        if (isDictionary) container_->keysSeen = {};
+        size_ = 0;
+        append(isDictionary ? Tag::dictionary : Tag::array, 0);
+        return true;
+    }
+
+    // Makes room for as many containers more, and for the nodes of as many that are not closed.
+    void deepen() {
+        const std::size_t depth = containers_.size();
+        containers_.resize(2 * depth);
+        container_ = &containers_[depth - 1];
+        const std::size_t used = count();
+        builder_.growNodes(used, builder_.nodeCapacity() + depth / 2);
+        next_ = builder_.nodes() + used;
+    }
+
+    // Whether it was the outermost container.
+    [[gnu::always_inline]] bool close() {
+        Node* node = builder_.nodes() + container_->node;
+        node->size = size_;
+        if (container_->mayRepeatKeys || size_ > RepresentationBuilder::kMostMembersScanned) [[unlikely]] {
+            if (container_->isDictionary) {
+                next_ = builder_.closeDictionary(container_->node, count());
+                node = builder_.nodes() + container_->node;
+            }
+        }
+        node->bits = static_cast<std::uint64_t>(next_ - node) |
+                     static_cast<std::uint64_t>(textBytes_ - container_->textBefore) << 32;
+        --container_;
+        ++depthLeft_;
+        size_ = container_->size;
+        return container_ == containers_.data();
+    }
+
+    [[gnu::always_inline]] bool key() {
+        std::string_view key;
+        if (!keyText(key)) return false;
+        const std::uint16_t hash = quotedKeyHash(key.data(), key.size());
+        append(key, hash);
+        std::uint64_t& word = container_->keysSeen[hash >> 14];
+        const std::uint64_t seen = word;
+        const unsigned bit = hash >> 8 & 63;
+        if ((seen >> bit & 1) != 0) [[unlikely]]
+            container_->mayRepeatKeys |= isAmong(builder_.nodes() + container_->node + 1, size_, hash);
+        word = seen | std::uint64_t{1} << bit;
+        return true;
+    }
+
+    // Whether one of the members has a key of that hash; true also when they are too many to look at them all
+    // for every key.
+    [[gnu::noinline]] static bool isAmong(const Node* member, std::uint32_t members,
+                                          std::uint16_t hash) noexcept {
+        if (members > RepresentationBuilder::kMostMembersScanned) return true;
+        for (std::uint32_t left = members; left != 0; --left) {
+            if (member->keyHash == hash) return true;
+            member += 1 + (member + 1)->extent();
+        }
+        return false;
+    }
+
+    [[gnu::always_inline]] bool scalar(char* at) {
+        switch (*at) {
+            case '"': {
+                std::string_view string;
+                if (!text(at, string)) return false;
+                append(string, 0);
+                textBytes_ += static_cast<std::uint32_t>(string.size());
+                return true;
+            }
+            case '{':
+            case '[':
+                return false;
+            case 't':
+                append(Tag::boolean, 1);
+                return std::memcmp(at, "true", 4) == 0 && endsWord(at[4]);
+            case 'f':
+                append(Tag::boolean, 0);
+                return std::memcmp(at + 1, "alse", 4) == 0 && endsWord(at[5]);
+            case 'n':
+                append(Tag::null, 0);
+                return std::memcmp(at, "null", 4) == 0 && endsWord(at[4]);
+            default:
+                return number(at);
+        }
+    }
+
+    [[gnu::always_inline]] bool number(const char* at) {
+        std::int64_t integer = 0;
+        if (readShortInteger(at, integer)) {
+            append(Tag::int64, static_cast<std::uint64_t>(integer));
+            return true;
+        }
+        const std::optional<Node> node = otherNumber(at);
+        if (!node) return false;
+        *next_++ = *node;
+        return true;
+    }
+
+    static std::optional<Node> otherNumber(const char* at) {
+        Number number;
+        if (readNumber(at, number) != NumberOutcome::read || !endsWord(*at)) return std::nullopt;
+        return RepresentationBuilder::node(number);
+    }
+
+    // Reads the text whose opening quote stands at `quote`, unless it holds a bad escape. Between the closing
+    // quote and the next structural character is nothing but white space, so the text need not be read to
+    // find its end.
+    [[gnu::always_inline]] bool text(char* quote, std::string_view& text) noexcept {
+        char* const begin = quote + 1;
+        char* end = text_ + *structural_ - 1;
+        while (*end != '"')
+            --end;
+        if (plainUntil_ < end) [[unlikely]] {
+            char* const quoteBehind = end;
+            end = unescape(nextBackslash(std::max(begin, plainUntil_), end), end);
+            plainUntil_ = nextBackslash(quoteBehind, quoteBehind + std::min(kBytesAhead, end_ - quoteBehind));
+            if (end == nullptr) return false;
+        }
+        text = {begin, static_cast<std::size_t>(end - begin)};
+        return true;
+    }
+
+    char* const text_;
+    const std::uint32_t* structural_;  // the next one
+    char* plainUntil_;                 // no text before it, of those not read yet, holds a backslash
+    Node* next_;
+    Container* container_;    // the innermost one
+    std::uint32_t size_ = 0;  // its size so far
+    std::uint32_t textBytes_ = 0;
+
+    char* const end_;
+    std::size_t depthLeft_;
+    Containers& containers_;
+    RepresentationBuilder& builder_;
+};
+
+}  // namespace
+}  // namespace QELModels::inline QELMODELS_ABI::jsonDetail
