@@ -25,7 +25,7 @@ QELMODELS_EXPORT Ref<ListBase> mappedList(JSONReader& reader, std::string_view b
 ///
 /// All of this is as if the document had been read first and mapped then. Only what map rules do besides,
 /// such as writing to the log, may have been done when a mistake further down in a page is found. With an
-/// observer, a page is read as a whole.
+/// observer, a page is read as a whole. Map rules and observers leave the reader alone.
 template <QELMapperProtocol Mapper>
 auto mappedResponseFromJSON(JSONReader& reader, std::string_view bytes, const Mapper& mapper,
                             JSONError* error = nullptr, const FEMOptions& options = {})

@@ -32,21 +32,23 @@ constexpr std::size_t kMostBytesApart = std::size_t{16} << 10;
 // How much of a document is looked at together when its elements are lent one at a time: all that is done
 // with them finds it in a near cache.
 constexpr std::size_t kWindow = std::size_t{64} << 10;
+constexpr std::size_t kLeastWindow = 128;
 // How much memory for what is lent is kept from one document to the next.
-constexpr std::size_t kMostBytesKept = std::size_t{256} << 10;
+constexpr std::size_t kMostBytesKept = std::size_t{512} << 10;
 // For how many bytes of a document there is one structural character, to begin with.
 constexpr std::size_t kBytesPerStructural = 8;
 
-// The longest beginning of a text that ends behind a comma; 0 without one. A comma behind the end of a text
-// or a container is preferred: it hardly ever stands in a text.
+// A long beginning of a text that ends behind a comma; 0 if none does. A comma behind the end of a text or of
+// a container is preferred, since it hardly ever stands in a text, but not at the price of half the length.
 std::size_t endBehindComma(std::string_view text) noexcept {
     const std::size_t last = text.rfind(',');
-    for (std::size_t comma = last; comma != std::string_view::npos && comma != 0;
+    if (last == std::string_view::npos) return 0;
+    for (std::size_t comma = last; comma != std::string_view::npos && comma > text.size() / 2;
          comma = text.rfind(',', comma - 1)) {
         const char before = text[comma - 1];
         if (before == '"' || before == '}' || before == ']') return comma + 1;
     }
-    return last == std::string_view::npos ? 0 : last + 1;
+    return last + 1;
 }
 
 std::vector<std::string_view> keysOf(std::string_view keyPath) {
@@ -105,6 +107,10 @@ struct JSONReader::Scratch {
           text(builder.reserveText(bytes)),
           textBytes(bytes) {}
 
+    std::size_t bytes() const noexcept {
+        return textBytes + builder.nodeCapacity() * sizeof(RepresentationNode);
+    }
+
     RepresentationBuilder builder;
     char* text;
     std::size_t textBytes;
@@ -116,14 +122,16 @@ struct JSONReader::Memory {
     Containers containers;
     std::unique_ptr<Scratch> scratch;
 
-    // Copies a text to where what is read of it is lent, and finds its structural characters.
-    StructuralIndex::Result take(std::string_view text, Zone* zone) {
+    // Copies a text to where what is read of it is lent, and finds its structural characters. Other texts of
+    // `usual` bytes will follow.
+    StructuralIndex::Result take(std::string_view text, std::size_t usual, Zone* zone) {
         const std::size_t bytes = text.size() + simdjson::SIMDJSON_PADDING;
         if (scratch == nullptr || scratch->textBytes < bytes || scratch->builder.isKept())
-            scratch = std::make_unique<Scratch>(std::max(bytes, kWindow + simdjson::SIMDJSON_PADDING), zone);
+            scratch = std::make_unique<Scratch>(std::max(bytes, usual + simdjson::SIMDJSON_PADDING), zone);
         const StructuralIndex::Result result = index.find(text, scratch->text);
         if (result == StructuralIndex::Result::good && index.size() < kMostStructurals) {
-            const std::size_t nodes = nodesNeeded(index.size(), kUsualDepth);
+            // As deep as containers may nest before there is made more room for them.
+            const std::size_t nodes = nodesNeeded(index.size(), containers.size());
             RepresentationBuilder& builder = scratch->builder;
             if (builder.nodeCapacity() < nodes) builder.growNodes(0, nodes);
         }
@@ -146,7 +154,7 @@ public:
           handler_(handler) {}
 
     Outcome walk() {
-        if (!look(0, kWindow)) return failure_;
+        if (!look(0, window_)) return failure_;
         bool isOnPath = true;
         do {
             if (!(isOnPath ? valueOnPath() : read() != 0)) return failure_;
@@ -170,7 +178,7 @@ private:
             isLast_ = length >= rest.size();
             size_ = isLast_ ? rest.size() : endBehindComma(rest.substr(0, length));
             if (size_ == 0 && !isLast_) continue;
-            const auto result = memory_.take(rest.substr(0, size_), zone_);
+            const auto result = memory_.take(rest.substr(0, size_), window_, zone_);
             if (result == StructuralIndex::Result::good) break;
             // It may be that the comma stood in a text.
             if (isLast_ || result == StructuralIndex::Result::bad) return false;
@@ -180,6 +188,7 @@ private:
             return false;
         }
         begin_ = from;
+        length_ = length;
         place_ = {memory_.index.first(), text()};
         return true;
     }
@@ -191,7 +200,7 @@ private:
             // One that the window hardly holds is better looked at from its start at once. That is worth it
             // where half of the window is done with.
             if (!isLast_ && from > size_ / 2 && size_ - from < longest_) {
-                if (!look(begin_ + from, kWindow)) return 0;
+                if (!look(begin_ + from, window_)) return 0;
                 from = *place_.structural;
             }
             Walker walker = this->walker();
@@ -203,7 +212,7 @@ private:
             }
             // A value that goes on behind the window is looked at from its start, in a larger one if need be.
             if (isLast_ || walker.place().structural <= memory_.index.end()) return 0;
-            if (!look(begin_ + from, from == 0 ? 2 * size_ : kWindow)) return 0;
+            if (!look(begin_ + from, from == 0 ? 2 * length_ : window_)) return 0;
         }
     }
 
@@ -233,7 +242,7 @@ private:
                 }
             }
             // A window ends behind a comma alone, so it holds the whole key and what its value begins with.
-            if (!isLast_ && place_.structural == memory_.index.end() && !look(begin_ + size_, kWindow))
+            if (!isLast_ && place_.structural == memory_.index.end() && !look(begin_ + size_, window_))
                 return false;
             Walker walker = this->walker();
             std::string_view key;
@@ -250,25 +259,23 @@ private:
         if (depthLeft_ == 0) return false;
         take();
         --depthLeft_;
+        longest_ = 0;
         char token = peek() == ']' ? take() : ',';
         for (; token != ']'; token = take()) {
             const std::size_t nodes = token == ',' ? read() : 0;
             if (nodes == 0) return false;
             handler_.element(memory_.scratch->builder.lendNodes(nodes));
-            if (memory_.scratch->builder.isKept()) leaveMemory();
+            if (memory_.scratch->builder.isKept() && !leaveMemory()) return false;
         }
         ++depthLeft_;
         return true;
     }
 
-    // Goes on in other memory, with what of the window is not read yet.
-    void leaveMemory() {
-        const std::unique_ptr<Scratch> kept = std::move(memory_.scratch);
-        memory_.scratch = std::make_unique<Scratch>(kept->textBytes, zone_);
-        std::memcpy(text(), kept->text, size_ + simdjson::SIMDJSON_PADDING);
-        place_.plainUntil = text() + (place_.plainUntil - kept->text);
-        const std::size_t nodes = kept->builder.nodeCapacity();
-        if (memory_.scratch->builder.nodeCapacity() < nodes) memory_.scratch->builder.growNodes(0, nodes);
+    // Goes on in other memory. Whoever keeps one element may keep many, and each the memory around it, so
+    // that holds no more than a few of them from now on.
+    bool leaveMemory() {
+        window_ = std::clamp(2 * longest_, kLeastWindow, kWindow);
+        return look(begin_ + *place_.structural, window_);
     }
 
     Memory& memory_;
@@ -279,12 +286,14 @@ private:
     JSONElementHandler& handler_;
     Outcome failure_ = Outcome::malformed;
 
-    // The window, and where in it the walk is.
+    // The window, how long windows usually are, and where in it the walk is.
+    std::size_t window_ = kWindow;
     std::size_t begin_ = 0;
     std::size_t size_ = 0;
+    std::size_t length_ = 0;  // what it was allowed to be
     bool isLast_ = false;
     WalkerPlace place_{};
-    std::size_t longest_ = 0;  // of the values read so far
+    std::size_t longest_ = 0;  // of the values read so far, or of the elements
 
     std::size_t level_ = 0;  // how many dictionaries are open
     bool isOpened_ = false;  // the innermost one, and no member of it is read yet
@@ -301,7 +310,7 @@ template <class Read>
 bool JSONReader::attempt(std::string_view bytes, JSONError* error, const Read& read) {
     // One deep or large document must not make all that follow larger.
     memory_->containers.resize(kUsualDepth);
-    if (memory_->scratch != nullptr && memory_->scratch->textBytes > kMostBytesKept) memory_->scratch.reset();
+    if (memory_->scratch != nullptr && memory_->scratch->bytes() > kMostBytesKept) memory_->scratch.reset();
     Outcome outcome = Outcome::tooLarge;
     if (bytes.size() <= kMostBytes)
         outcome = read(bytes.substr(bytes.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0));
@@ -325,7 +334,8 @@ std::optional<Representation> JSONReader::read(std::string_view bytes, JSONError
 std::optional<RepresentationView> JSONReader::lend(std::string_view bytes, JSONError* error) {
     std::optional<RepresentationView> result;
     attempt(bytes, error, [&](std::string_view document) {
-        if (memory_->take(document, zone_) != StructuralIndex::Result::good) return Outcome::malformed;
+        if (memory_->take(document, kWindow, zone_) != StructuralIndex::Result::good)
+            return Outcome::malformed;
         if (memory_->index.size() >= kMostStructurals) return Outcome::tooLarge;
         RepresentationBuilder& builder = memory_->scratch->builder;
         const std::size_t nodes = walk(memory_->scratch->text, document.size(), builder);

@@ -66,7 +66,8 @@ public:
     std::optional<Representation> read(std::string_view bytes, JSONError* error = nullptr);
 
     /// The same value, lent until the reader is used again or destroyed. Quicker than `read`, since the
-    /// memory is used again as well; a `Representation` that is made of the value keeps it for longer.
+    /// memory is used again as well; a `Representation` that is made of the value keeps it for longer, and
+    /// all of that memory with it (64 KB or more).
     std::optional<RepresentationView> lend(std::string_view bytes, JSONError* error = nullptr) QELMODELS_LENT;
 
     /// Lends the elements of one array, one after the other, and holds no more of the document than a few of

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <string>
 #include <string_view>
 
@@ -22,10 +23,12 @@ concept QELMapperProtocol = requires(const M& mapper, const Representation& repr
 };
 
 /// A mapper of pages that says where its list stands and what is in it, so that a page can be mapped while it
-/// is read: the result is what `mappedPage` makes.
+/// is read: the result is what `mappedPage` makes. It names itself, since a class that derives from it may do
+/// something else.
 template <class M>
 concept QELPageMapperProtocol = QELMapperProtocol<M> && requires(const M& mapper) {
     typename M::Model;
+    requires std::same_as<typename M::PageMapper, M>;
     {std::string_view(mapper.listKeyPath())};
 };
 

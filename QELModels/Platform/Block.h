@@ -30,7 +30,8 @@ public:
     /// used.
     bool isShared() const noexcept { return uses_.load(std::memory_order_acquire) != 1; }
 
-    /// Bytes of memory that the block holds, without the blocks it keeps.
+    /// Bytes of memory that the block holds, without the blocks it keeps. Not for other threads while its
+    /// writer lives.
     std::size_t size() const noexcept;
 
     /// Of a document: the block that holds its texts, if that is another one and from that zone; else null.

@@ -94,7 +94,8 @@ public:
     }
 
     /// Lends the value in `count` nodes instead of finishing it: whoever keeps it keeps the builder's memory,
-    /// and while nobody does, the next value is written over it. A builder that lends does nothing else.
+    /// and while nobody does, the next value is written over it. A builder that lends does nothing else, and
+    /// begins anew after an exception too.
     RepresentationView lendNodes(std::size_t count) noexcept;
     /// Whether somebody keeps a value that was lent.
     bool isKept() const noexcept { return writer_.block()->isShared(); }
