@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <string_view>
 #include <utility>
 
@@ -19,8 +18,8 @@ QELMODELS_EXPORT Ref<ListBase> mappedList(JSONReader& reader, std::string_view b
 
 }  // namespace jsonDetail
 
-/// Models straight from the bytes of a document: quicker than reading and then mapping, and a large page is
-/// never held as a whole. The result is the mapper's, and null when the document is not JSON: then `error`,
+/// Models straight from the bytes of a document, which is not kept: a large page is never held as a whole,
+/// which is quicker too. The result is the mapper's, and null when the document is not JSON: then `error`,
 /// unless null, says why. It throws what the mapper throws.
 ///
 /// All of this is as if the document had been read first and mapped then. Only what map rules do besides,
@@ -31,8 +30,7 @@ auto mappedResponseFromJSON(JSONReader& reader, std::string_view bytes, const Ma
                             JSONError* error = nullptr, const FEMOptions& options = {})
     -> decltype(mapper.mappedResponseFromJSONObject(std::declval<RepresentationView>(), nullptr, options)) {
     // A reader keeps its memory for what it lends, so that may not be much.
-    constexpr std::size_t kMostBytesLent = std::size_t{64} << 10;
-    if (bytes.size() <= kMostBytesLent) {
+    if (bytes.size() <= JSONReader::kUsualWindow) {
         const auto document = reader.lend(bytes, error);
         if (!document) return {};
         return mapper.mappedResponseFromJSONObject(*document, nullptr, options);

@@ -29,9 +29,7 @@ constexpr std::size_t kMostBytes = simdjson::SIMDJSON_MAXSIZE_BYTES;
 constexpr std::size_t kMostStructurals = std::size_t{1} << 31;
 // Up to here a document's texts lie apart from its nodes.
 constexpr std::size_t kMostBytesApart = std::size_t{16} << 10;
-// How much of a document is looked at together when its elements are lent one at a time: all that is done
-// with them finds it in a near cache.
-constexpr std::size_t kWindow = std::size_t{64} << 10;
+// The least that is looked at together, where all that is lent is kept.
 constexpr std::size_t kLeastWindow = 128;
 // How much memory for what is lent is kept from one document to the next.
 constexpr std::size_t kMostBytesKept = std::size_t{512} << 10;
@@ -68,19 +66,20 @@ std::vector<std::string_view> keysOf(std::string_view keyPath) {
 // character stands in one.
 class JSONReader::StructuralIndex {
 public:
-    enum class Result : std::uint8_t { good, endsInText, bad };
-
     // Copies a text, and behind it the padding that simdjson asks for.
-    Result find(std::string_view from, char* copy) {
+    Outcome find(std::string_view from, char* copy) {
         const std::size_t size = from.size();
         from.copy(copy, size);
         std::memset(copy + size, ' ', simdjson::SIMDJSON_PADDING);
         if (parser_ == nullptr || parser_->capacity() < size) grow(size);
         const simdjson::error_code error = parser_->stage1(
             reinterpret_cast<const std::uint8_t*>(copy), size, simdjson::stage1_mode::regular);
-        if (error == simdjson::SUCCESS) return Result::good;
-        return error == simdjson::UNCLOSED_STRING ? Result::endsInText : Result::bad;
+        endsInText_ = error == simdjson::UNCLOSED_STRING;
+        if (error != simdjson::SUCCESS) return Outcome::malformed;
+        return this->size() < kMostStructurals ? Outcome::done : Outcome::tooLarge;
     }
+    // Whether the last text was malformed because a string in it does not end.
+    bool endsInText() const noexcept { return endsInText_; }
     std::size_t size() const noexcept { return parser_->n_structural_indexes; }
     const std::uint32_t* first() const noexcept { return parser_->structural_indexes.get(); }
     const std::uint32_t* end() const noexcept { return first() + size(); }
@@ -98,6 +97,7 @@ private:
     }
 
     std::unique_ptr<simdjson::internal::dom_parser_implementation> parser_;
+    bool endsInText_ = false;
 };
 
 // Memory for what is lent, one value after the other.
@@ -124,18 +124,18 @@ struct JSONReader::Memory {
 
     // Copies a text to where what is read of it is lent, and finds its structural characters. Other texts of
     // `usual` bytes will follow.
-    StructuralIndex::Result take(std::string_view text, std::size_t usual, Zone* zone) {
+    Outcome take(std::string_view text, std::size_t usual, Zone* zone) {
         const std::size_t bytes = text.size() + simdjson::SIMDJSON_PADDING;
         if (scratch == nullptr || scratch->textBytes < bytes || scratch->builder.isKept())
             scratch = std::make_unique<Scratch>(std::max(bytes, usual + simdjson::SIMDJSON_PADDING), zone);
-        const StructuralIndex::Result result = index.find(text, scratch->text);
-        if (result == StructuralIndex::Result::good && index.size() < kMostStructurals) {
+        const Outcome outcome = index.find(text, scratch->text);
+        if (outcome == Outcome::done) {
             // As deep as containers may nest before there is made more room for them.
             const std::size_t nodes = nodesNeeded(index.size(), containers.size());
             RepresentationBuilder& builder = scratch->builder;
             if (builder.nodeCapacity() < nodes) builder.growNodes(0, nodes);
         }
-        return result;
+        return outcome;
     }
 };
 
@@ -178,14 +178,13 @@ private:
             isLast_ = length >= rest.size();
             size_ = isLast_ ? rest.size() : endBehindComma(rest.substr(0, length));
             if (size_ == 0 && !isLast_) continue;
-            const auto result = memory_.take(rest.substr(0, size_), window_, zone_);
-            if (result == StructuralIndex::Result::good) break;
+            const Outcome outcome = memory_.take(rest.substr(0, size_), window_, zone_);
+            if (outcome == Outcome::done) break;
             // It may be that the comma stood in a text.
-            if (isLast_ || result == StructuralIndex::Result::bad) return false;
-        }
-        if (memory_.index.size() >= kMostStructurals) {
-            failure_ = Outcome::tooLarge;
-            return false;
+            if (isLast_ || !memory_.index.endsInText()) {
+                failure_ = outcome;
+                return false;
+            }
         }
         begin_ = from;
         length_ = length;
@@ -274,7 +273,7 @@ private:
     // Goes on in other memory. Whoever keeps one element may keep many, and each the memory around it, so
     // that holds no more than a few of them from now on.
     bool leaveMemory() {
-        window_ = std::clamp(2 * longest_, kLeastWindow, kWindow);
+        window_ = std::clamp(2 * longest_, kLeastWindow, kUsualWindow);
         return look(begin_ + *place_.structural, window_);
     }
 
@@ -287,7 +286,7 @@ private:
     Outcome failure_ = Outcome::malformed;
 
     // The window, how long windows usually are, and where in it the walk is.
-    std::size_t window_ = kWindow;
+    std::size_t window_ = kUsualWindow;
     std::size_t begin_ = 0;
     std::size_t size_ = 0;
     std::size_t length_ = 0;  // what it was allowed to be
@@ -334,9 +333,8 @@ std::optional<Representation> JSONReader::read(std::string_view bytes, JSONError
 std::optional<RepresentationView> JSONReader::lend(std::string_view bytes, JSONError* error) {
     std::optional<RepresentationView> result;
     attempt(bytes, error, [&](std::string_view document) {
-        if (memory_->take(document, kWindow, zone_) != StructuralIndex::Result::good)
-            return Outcome::malformed;
-        if (memory_->index.size() >= kMostStructurals) return Outcome::tooLarge;
+        const Outcome outcome = memory_->take(document, kUsualWindow, zone_);
+        if (outcome != Outcome::done) return outcome;
         RepresentationBuilder& builder = memory_->scratch->builder;
         const std::size_t nodes = walk(memory_->scratch->text, document.size(), builder);
         if (nodes == 0) return Outcome::malformed;
@@ -359,9 +357,9 @@ bool JSONReader::readElements(std::string_view bytes, std::string_view keyPath, 
 JSONReader::Outcome JSONReader::readApart(std::string_view bytes, std::optional<Representation>& result) {
     BlockWriter texts(bytes.size() + simdjson::SIMDJSON_PADDING, zone_);
     char* const text = texts.allocate<char>(bytes.size() + simdjson::SIMDJSON_PADDING);
-    StructuralIndex& index = memory_->index;
-    if (index.find(bytes, text) != StructuralIndex::Result::good) return Outcome::malformed;
-    RepresentationBuilder builder(nodesNeeded(index.size(), kUsualDepth), 0, zone_);
+    const Outcome outcome = memory_->index.find(bytes, text);
+    if (outcome != Outcome::done) return outcome;
+    RepresentationBuilder builder(nodesNeeded(memory_->index.size(), kUsualDepth), 0, zone_);
     builder.takeTexts(texts);
     return finish(walk(text, bytes.size(), builder), builder, result);
 }
@@ -371,10 +369,9 @@ JSONReader::Outcome JSONReader::readInOnePiece(std::string_view bytes,
                                                std::optional<Representation>& result) {
     RepresentationBuilder builder(0, bytes.size() + simdjson::SIMDJSON_PADDING, zone_);
     char* const text = builder.reserveText(bytes.size() + simdjson::SIMDJSON_PADDING);
-    StructuralIndex& index = memory_->index;
-    if (index.find(bytes, text) != StructuralIndex::Result::good) return Outcome::malformed;
-    if (index.size() >= kMostStructurals) return Outcome::tooLarge;
-    char* const moved = builder.reserveNodesBehind(text, nodesNeeded(index.size(), kUsualDepth));
+    const Outcome outcome = memory_->index.find(bytes, text);
+    if (outcome != Outcome::done) return outcome;
+    char* const moved = builder.reserveNodesBehind(text, nodesNeeded(memory_->index.size(), kUsualDepth));
     return finish(walk(moved, bytes.size(), builder), builder, result);
 }
 

@@ -53,6 +53,10 @@ public:
     /// and little enough for programs behind this one that handle nesting by recursion.
     static constexpr std::size_t kDefaultMaxDepth = 1024;
 
+    /// How many bytes of a document are looked at together when its elements are lent one at a time, unless
+    /// one of them needs more: all that is done with them finds it in a near cache.
+    static constexpr std::size_t kUsualWindow = std::size_t{64} << 10;
+
     /// A reader that accepts `maxDepth` containers around a value. Reading takes no stack, so any limit is
     /// safe. The representations are allocated in `zone`; null is the usual one.
     explicit JSONReader(std::size_t maxDepth = kDefaultMaxDepth, Zone* zone = nullptr);
@@ -65,9 +69,9 @@ public:
     /// `std::bad_alloc`.
     std::optional<Representation> read(std::string_view bytes, JSONError* error = nullptr);
 
-    /// The same value, lent until the reader is used again or destroyed. Quicker than `read`, since the
-    /// memory is used again as well; a `Representation` that is made of the value keeps it for longer, and
-    /// all of that memory with it (64 KB or more).
+    /// The same value, lent until the reader is used again or destroyed, and in memory that is used again as
+    /// well. A `Representation` that is made of the value keeps it for longer, and all of that memory with it
+    /// (`kUsualWindow` or more).
     std::optional<RepresentationView> lend(std::string_view bytes, JSONError* error = nullptr) QELMODELS_LENT;
 
     /// Lends the elements of one array, one after the other, and holds no more of the document than a few of

@@ -40,7 +40,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::optional<Representation> value = reader.read(document, &error);
     const std::string disagreement = NaiveJSONOracle::disagreement(document, value, error, kMaxDepth);
     if (!disagreement.empty()) fail(disagreement);
-    // What is lent is the same, and wrong for the same reason.
+    // What is lent is the same.
     Elements elements;
     const auto lent = reader.lend(document);
     if (lent.has_value() != value.has_value() || (value && !(*lent == value->view())))

@@ -624,8 +624,9 @@ std::string documentWithList(Generator& generator) {
 // Notes what each element is while it is lent, and keeps some of them.
 class NotingElements final : public JSONElementHandler {
 public:
+    explicit NotingElements(std::size_t keepEvery = 5) : keepEvery_(keepEvery) {}
     void element(RepresentationView element) override {
-        if (texts.size() % 5 == 0) kept.emplace_back(element);
+        if (texts.size() % keepEvery_ == 0) kept.emplace_back(element);
         texts.push_back(jsonFromRepresentation(element));
     }
     void startOver() override {
@@ -635,6 +636,9 @@ public:
 
     std::vector<std::string> texts;
     std::vector<Representation> kept;
+
+private:
+    std::size_t keepEvery_;
 };
 
 // What is lent, and what is wrong with a document, is what reading all of it says.
@@ -690,20 +694,14 @@ TEST(JSONReader, LendsElementsWhereverCommasLie) {
 
 // Whoever keeps all elements keeps little more than them.
 TEST(JSONReader, LendsWithoutWasteWhatIsKept) {
-    class Keeping final : public JSONElementHandler {
-    public:
-        void element(RepresentationView element) override { kept.emplace_back(element); }
-        void startOver() override {}
-        std::vector<Representation> kept;
-    };
     CountingZone zone;
     JSONReader reader(10, &zone);
     for (const std::string& before : {"\"\""s, "\"" + repeated("\\\",", 100'000) + "\""}) {
-        Keeping keeping;
+        NotingElements elements(1);
         const std::string document =
             "{\"b\":" + before + ",\"a\":[" + joined(std::vector<std::string>(2000, "1")) + "]}";
-        EXPECT_TRUE(reader.readElements(document, "a", keeping));
-        EXPECT_EQ(keeping.kept.size(), 2000u);
+        EXPECT_TRUE(reader.readElements(document, "a", elements));
+        EXPECT_EQ(elements.kept.size(), 2000u);
         EXPECT_LT(zone.bytes(), 2000u * 4096);
     }
 }

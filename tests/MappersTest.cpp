@@ -159,6 +159,10 @@ TEST(Mappers, makeTheSameFromBytes) {
     expectSameFromBytes<QELSeasonsMapper>("seasons");
 }
 
+// A mapper that derives from one of a page may do something else, so its own function is asked.
+struct Derived : QELSeasonsMapper {};
+static_assert(!QELPageMapperProtocol<Derived> && QELMapperProtocol<Derived>);
+
 // A fault is one of a document that is well formed, and of a list that counts.
 TEST(Mappers, tellMistakesOfTheDocumentBeforeFaults) {
     const std::string faulty =

@@ -19,15 +19,15 @@ public:
 
     /// The key path of the list. Not to be set while another thread maps with this mapper.
     const std::string& assetsKeyPath() const noexcept QELMODELS_LENT { return assetsKeyPath_; }
-    /// The same under the name that all mappers of pages have for it, what is in the list, and whose
-    /// list it is.
-    std::string_view listKeyPath() const noexcept QELMODELS_LENT { return assetsKeyPath_; }
-    using Model = QELAsset;
-    using PageMapper = QELAssetsMapper;
     /// Keeps a copy of the key path; an empty one means the default.
     void setAssetsKeyPath(std::string_view keyPath) {
         assetsKeyPath_ = keyPath.empty() ? kDefaultAssetsKeyPath : keyPath;
     }
+
+    /// As `QELPageMapperProtocol` asks.
+    std::string_view listKeyPath() const noexcept QELMODELS_LENT { return assetsKeyPath_; }
+    using Model = QELAsset;
+    using Self = QELAssetsMapper;
 
     /// The page's assets; an empty list when the page has none. Never null; `error` is never written. Throws
     /// `MappingFault`.

@@ -13,10 +13,11 @@ class QELMODELS_EXPORT QELEditorialsMapper {
 public:
     /// Where a page has its list. Singular, unlike the lists of the other pages: the content API has it so.
     static constexpr std::string_view kKeyPath = "_embedded.editorial";
-    /// The key path of the list, what is in it, and whose list it is.
+
+    /// As `QELPageMapperProtocol` asks.
     static constexpr std::string_view listKeyPath() noexcept { return kKeyPath; }
     using Model = QELEditorial;
-    using PageMapper = QELEditorialsMapper;
+    using Self = QELEditorialsMapper;
 
     /// The page's editorials; an empty list when the page has none. Never null; `error` is never written.
     /// Throws `MappingFault` for a colour that is neither null nor a string; nothing is made then.

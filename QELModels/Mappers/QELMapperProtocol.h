@@ -22,13 +22,13 @@ concept QELMapperProtocol = requires(const M& mapper, const Representation& repr
     {mapper.mappedResponseFromJSONObject(representation)};
 };
 
-/// A mapper of pages that says where its list stands and what is in it, so that a page can be mapped while it
-/// is read: the result is what `mappedPage` makes. It names itself, since a class that derives from it may do
-/// something else.
+/// A mapper of pages whose result is what `mappedPage` makes of the list at `listKeyPath()`, with `Model` as
+/// elements: so a page can be mapped while it is read. `Self` is the mapper's own class. A class that derives
+/// from it may do something else, and is no such mapper unless it says so.
 template <class M>
 concept QELPageMapperProtocol = QELMapperProtocol<M> && requires(const M& mapper) {
     typename M::Model;
-    requires std::same_as<typename M::PageMapper, M>;
+    requires std::same_as<typename M::Self, M>;
     {std::string_view(mapper.listKeyPath())};
 };
 

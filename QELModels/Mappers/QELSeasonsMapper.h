@@ -13,10 +13,11 @@ class QELMODELS_EXPORT QELSeasonsMapper {
 public:
     /// Where a page has its list.
     static constexpr std::string_view kKeyPath = "_embedded.seasons";
-    /// The key path of the list, what is in it, and whose list it is.
+
+    /// As `QELPageMapperProtocol` asks.
     static constexpr std::string_view listKeyPath() noexcept { return kKeyPath; }
     using Model = QELSeason;
-    using PageMapper = QELSeasonsMapper;
+    using Self = QELSeasonsMapper;
 
     /// The page's seasons; an empty list when the page has none. Never null; `error` is never written.
     /// Throws `MappingFault` for a colour that is neither null nor a string; nothing is made then.
