@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cfloat>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -55,34 +56,64 @@ inline bool endsWord(char byte) noexcept {
     return kEndsWord[static_cast<unsigned char>(byte)];
 }
 
-// Reads the integer at `at`, if it is one of at most 18 digits; eight bytes may be read there, whatever they
-// are.
-inline bool readShortInteger(const char* at, std::int64_t& integer) noexcept {
-    constexpr std::size_t kDigitsAtOnce = 8;
-    constexpr std::ptrdiff_t kMostDigits = 18;
-    if constexpr (std::endian::native != std::endian::little) return false;
-    const bool isNegative = *at == '-';
-    const char* const first = at + isNegative;
+// Digits as a number, and where they end.
+struct Digits {
+    std::uint64_t value;
+    const char* end;
+};
+
+// The digits at `at`, but no more than eight of them; eight bytes may be read there, whatever they are.
+inline Digits eightDigits(const char* at) noexcept {
+    constexpr std::size_t kAtOnce = 8;
     std::uint64_t digits = 0;
-    std::memcpy(&digits, first, kDigitsAtOnce);
+    std::memcpy(&digits, at, kAtOnce);
     digits ^= 0x3030303030303030;  // makes digits 0 to 9, and everything else something larger
     const std::uint64_t others = ((digits + 0x7676767676767676) | digits) & 0x8080808080808080;
     const auto count = static_cast<std::size_t>(std::countr_zero(others)) / 8;
-    if (count == 0) return false;
+    if (count == 0) return {0, at};
     // Zeros go in front of them, then neighbours are added up: two, four, eight at once.
-    digits <<= 8 * (kDigitsAtOnce - count);
+    digits <<= 8 * (kAtOnce - count);
     digits = digits * 10 + (digits >> 8);
     digits = (((digits & 0x000000FF000000FF) * 0x000F424000000064) +
               ((digits >> 16 & 0x000000FF000000FF) * 0x0000271000000001)) >>
              32;
-    auto value = static_cast<std::int64_t>(digits);
-    const char* end = first + count;
-    if (count == kDigitsAtOnce) {
+    return {digits, at + count};
+}
+
+// Powers of ten, as far as `eightDigits` reads.
+inline constexpr std::uint64_t kPowersOfTen[] = {
+    1, 10, 100, 1'000, 10'000, 100'000, 1'000'000, 10'000'000, 100'000'000};
+
+// Reads the number at `at`, if it is written as nearly all are: an integer of at most 18 digits, or a few
+// digits on both sides of a point.
+inline bool readShortNumber(const char* at, RepresentationNode::Tag& tag, std::uint64_t& bits) noexcept {
+    if constexpr (std::endian::native != std::endian::little) return false;
+    constexpr std::ptrdiff_t kMostDigits = 18;
+    const bool isNegative = *at == '-';
+    const char* const first = at + isNegative;
+    auto [value, end] = eightDigits(first);
+    if (end - first == 8) {
         for (; *end >= '0' && *end <= '9' && end - first < kMostDigits; ++end)
-            value = value * 10 + (*end - '0');
+            value = value * 10 + static_cast<std::uint64_t>(*end - '0');
     }
-    integer = isNegative ? -value : value;
-    return endsWord(*end) && (*first != '0' || end - first == 1);
+    if (end == first || (*first == '0' && end - first != 1)) return false;
+    if (endsWord(*end)) {
+        tag = RepresentationNode::Tag::int64;
+        bits = isNegative ? 0 - value : value;
+        return true;
+    }
+    if (*end != '.') return false;
+    // Both integers are exact as doubles: `readNumber` says when dividing them rounds correctly.
+    const Digits fraction = eightDigits(end + 1);
+    const std::ptrdiff_t places = fraction.end - end - 1;
+    if (FLT_EVAL_METHOD != 0 || places == 0 || end - first + places > DBL_DIG || !endsWord(*fraction.end))
+        return false;
+    const std::uint64_t power = kPowersOfTen[places];
+    const double magnitude = static_cast<double>(static_cast<std::int64_t>(value * power + fraction.value)) /
+                             static_cast<double>(static_cast<std::int64_t>(power));
+    tag = RepresentationNode::Tag::real;
+    bits = std::bit_cast<std::uint64_t>(isNegative ? -magnitude : magnitude);
+    return true;
 }
 
 constexpr bool isHighHalf(std::uint32_t unit) noexcept {
@@ -420,9 +451,10 @@ private:
     }
 
     [[gnu::always_inline]] bool number(const char* at) {
-        std::int64_t integer = 0;
-        if (readShortInteger(at, integer)) {
-            append(Tag::int64, static_cast<std::uint64_t>(integer));
+        Tag tag{};
+        std::uint64_t bits = 0;
+        if (readShortNumber(at, tag, bits)) {
+            append(tag, bits);
             return true;
         }
         const std::optional<Node> node = otherNumber(at);

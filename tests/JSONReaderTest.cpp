@@ -14,6 +14,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <limits>
 #include <memory>
 #include <random>
@@ -110,6 +111,8 @@ TEST(JSONReader, Numbers) {
         {"9007199254740993.0", 9007199254740992.0},
         {"0.1", 0.1},
         {"123456.789e22", 123456.789e22},
+        {"-0.00000001", -0.00000001},
+        {"7.123456789", 7.123456789},
         {"1.7976931348623157e308", kDouble.max()},
         {"1.7976931348623158079e308", kDouble.max()},
         {"2.2250738585072014e-308", kDouble.min()},
@@ -131,6 +134,22 @@ TEST(JSONReader, Numbers) {
         for (const char* end : {"", " ", ",3", "]", "}", ":"})
             EXPECT_TRUE(agrees("[" + std::string(row.text) + end));
     }
+    // Digits on both sides of a point, short enough for a quicker road and too long for it.
+    constexpr std::string_view kDigits = "907264518309726451";
+    for (std::size_t whole = 1; whole <= kDigits.size(); ++whole) {
+        for (std::size_t places = 1; places <= 10; ++places) {
+            for (const char* sign : {"", "-"}) {
+                const std::string text = sign + std::string(kDigits.substr(0, whole)) + '.' +
+                                         std::string(kDigits.substr(0, places));
+                EXPECT_EQ(*valueOf(text)->view().number(), Number(std::strtod(text.c_str(), nullptr)))
+                    << text;
+                for (const char* end : {"", "e3", "e", ".", "5.", "-", "x", "\"1\""})
+                    EXPECT_TRUE(agrees('[' + text + end + ']'));
+            }
+        }
+    }
+    for (const char* text : {"1.", "-1.", ".5", "-.5", "01.5", "00.5", "-00.5", "1.e2", "1..5", "1.-5"})
+        EXPECT_TRUE(agrees(text));
     EXPECT_EQ(*valueOf("0." + std::string(400, '0') + "25e401")->view().number(), Number(2.5));
     EXPECT_EQ(*valueOf("1" + std::string(400, '0') + "e-400")->view().number(), Number(1.0));
 }
