@@ -10,7 +10,10 @@ namespace QELModels::inline QELMODELS_ABI {
 namespace {
 
 constexpr std::size_t kAlignment = alignof(std::max_align_t);
-constexpr std::size_t kChunkHeader = (2 * sizeof(void*) + kAlignment - 1) / kAlignment * kAlignment;
+constexpr std::size_t aligned(std::size_t bytes) noexcept {
+    return (bytes + kAlignment - 1) / kAlignment * kAlignment;
+}
+constexpr std::size_t kChunkHeader = aligned(2 * sizeof(void*));
 // How large further pieces are, unless more is asked for.
 constexpr std::size_t kLeastChunk = 1024;
 constexpr std::size_t kMostChunk = std::size_t{64} << 10;
@@ -32,7 +35,7 @@ void deallocateTo(Zone* zone, void* memory, std::size_t bytes) noexcept {
 
 std::size_t sizeOfChunk(std::size_t bytes) {
     if (bytes > SIZE_MAX / 2) throw std::bad_alloc();
-    return (kChunkHeader + bytes + kAlignment - 1) / kAlignment * kAlignment;
+    return aligned(kChunkHeader + bytes);
 }
 
 }  // namespace
@@ -94,30 +97,31 @@ void Block::free(const Block* block) noexcept {
 }
 
 BlockWriter::BlockWriter(std::size_t capacity, Zone* zone, Origin origin) {
-    if (capacity > SIZE_MAX - sizeof(Block) - kAlignment) throw std::bad_alloc();
-    const std::size_t size = (sizeof(Block) + capacity + kAlignment - 1) / kAlignment * kAlignment;
+    if (capacity > SIZE_MAX / 2) throw std::bad_alloc();
+    const std::size_t size = aligned(sizeof(Block) + capacity + Block::kSlack);
     void* memory = allocateFrom(zone, size);
     block_ = new (memory) Block(zone, size, origin == Origin::original);
     next_ = static_cast<char*>(memory) + sizeof(Block);
-    end_ = static_cast<char*>(memory) + size;
+    end_ = static_cast<char*>(memory) + size - Block::kSlack;
 }
 
 void BlockWriter::grow(std::size_t bytes) {
     static_assert(sizeof(Block::Chunk) == kChunkHeader);
     // Pieces double up to a limit, so that a block grows in few steps and wastes little.
     const std::size_t before = block_->chunks_ == nullptr ? 0 : block_->chunks_->size;
-    const std::size_t size = sizeOfChunk(std::max(bytes, std::clamp(2 * before, kLeastChunk, kMostChunk)));
+    const std::size_t size =
+        sizeOfChunk(std::max(bytes, std::clamp(2 * before, kLeastChunk, kMostChunk))) + Block::kSlack;
     auto* memory = static_cast<char*>(allocateFrom(block_->zone_, size));
     block_->chunks_ = new (memory) Block::Chunk{block_->chunks_, size};
     next_ = memory + sizeof(Block::Chunk);
-    end_ = memory + size;
+    end_ = memory + size - Block::kSlack;
 }
 
 void* BlockWriter::extend(std::size_t bytes) {
     const std::size_t used = static_cast<std::size_t>(next_ - reinterpret_cast<char*>(block_));
-    const std::size_t start = (used + kAlignment - 1) / kAlignment * kAlignment;
+    const std::size_t start = aligned(used);
     if (bytes > SIZE_MAX / 2 - start) throw std::bad_alloc();
-    const std::size_t size = (start + bytes + kAlignment - 1) / kAlignment * kAlignment;
+    const std::size_t size = aligned(start + bytes + Block::kSlack);
     if (size > block_->size_) {
         void* memory = nullptr;
         if (Zone* zone = block_->zone_; zone == nullptr) {
@@ -130,7 +134,7 @@ void* BlockWriter::extend(std::size_t bytes) {
         }
         block_ = static_cast<Block*>(memory);
         block_->size_ = size;
-        end_ = static_cast<char*>(memory) + size;
+        end_ = static_cast<char*>(memory) + size - Block::kSlack;
     }
     char* const memory = reinterpret_cast<char*>(block_) + start;
     next_ = memory + bytes;

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <utility>
 
+#include "QELModels/Platform/ByteBlock.h"
 #include "QELModels/Platform/Export.h"
 #include "QELModels/Platform/Zone.h"
 
@@ -17,6 +18,11 @@ namespace QELModels::inline QELMODELS_ABI {
 /// written by one `BlockWriter` and never changed afterwards, so counting is all that threads share.
 class QELMODELS_EXPORT Block {
 public:
+    /// Behind each text in a block so many bytes more may be read, whatever they are, and while it is written
+    /// so many may be written behind the last one. So texts are looked at and copied in pieces of a fixed
+    /// size, without branches on their lengths, which no processor can foretell.
+    static constexpr std::size_t kSlack = 2 * ByteBlock::kSize;
+
     Block(const Block&) = delete;
     Block& operator=(const Block&) = delete;
 
@@ -75,7 +81,9 @@ public:
     /// The block that is written; null once it was handed over.
     Block* block() const noexcept { return block_; }
     /// Bytes of the block that are taken, in all its pieces.
-    std::size_t used() const noexcept { return block_->size() - static_cast<std::size_t>(end_ - next_); }
+    std::size_t used() const noexcept {
+        return block_->size() - static_cast<std::size_t>(end_ - next_) - Block::kSlack;
+    }
 
     /// Memory for `bytes` bytes, as long-lived as the block; `alignment` is a power of two, at most that of
     /// `std::max_align_t`. Throws `std::bad_alloc`.
@@ -94,7 +102,8 @@ public:
         return static_cast<T*>(allocate(count * sizeof(T), alignof(T)));
     }
 
-    /// Room for a text of at most `bytes` bytes; `commit` says how many of them it took.
+    /// Room for a text of at most `bytes` bytes, with slack behind it; `commit` says how many of them it
+    /// took.
     char* reserve(std::size_t bytes) {
         if (bytes > static_cast<std::size_t>(end_ - next_)) grow(bytes);
         return next_;
@@ -110,10 +119,26 @@ public:
     }
     /// The text itself, if it may stay where it is; else a copy. Its data is never null.
     std::string_view keepText(std::string_view text) { return isBorrowed(text) ? text : copyText(text); }
+    /// The same of a text that lies in a block.
+    std::string_view keepTextOfBlock(std::string_view text) {
+        return isBorrowed(text) ? text : copyTextOfBlock(text);
+    }
     /// A copy of a text; its data is never null, also when the text is empty.
     std::string_view copyText(std::string_view text) {
         char* to = reserve(text.size());
         if (!text.empty()) std::memcpy(to, text.data(), text.size());
+        commit(text.size());
+        return {to, text.size()};
+    }
+    /// The same of a text that lies in a block.
+    std::string_view copyTextOfBlock(std::string_view text) {
+        char* const to = reserve(text.size());
+        for (std::size_t at = 0; at < text.size(); at += Block::kSlack) {
+            const ByteBlock first(text.data() + at);
+            const ByteBlock second(text.data() + at + ByteBlock::kSize);
+            first.store(to + at);
+            second.store(to + at + ByteBlock::kSize);
+        }
         commit(text.size());
         return {to, text.size()};
     }

@@ -15,6 +15,7 @@ namespace QELModels::inline QELMODELS_ABI {
 class ByteBlock {
 public:
     static constexpr std::size_t kSize = 16;
+    static constexpr unsigned kAllBits = (1U << kSize) - 1;
 
     explicit ByteBlock(const char* from) noexcept { std::memcpy(&bytes_, from, kSize); }
     void store(char* to) const noexcept { std::memcpy(to, &bytes_, kSize); }
@@ -23,11 +24,18 @@ public:
     friend ByteBlock operator|(ByteBlock a, ByteBlock b) noexcept {
         return ByteBlock(a.bytes_ | b.bytes_);
     }
+    friend ByteBlock operator&(ByteBlock a, ByteBlock b) noexcept {
+        return ByteBlock(a.bytes_ & b.bytes_);
+    }
     ByteBlock operator~() const noexcept {
         return ByteBlock(~bytes_);
     }
     friend ByteBlock operator==(ByteBlock block, char byte) noexcept {
         return ByteBlock(Bytes(block.bytes_ == static_cast<unsigned char>(byte)));
+    }
+    /// Whether the same bytes stand there.
+    bool equals(const char* there) const noexcept {
+        return ByteBlock(Bytes(bytes_ == ByteBlock(there).bytes_)).bits() == kAllBits;
     }
     /// Where a byte is one of those from `first` to `last`.
     ByteBlock isWithin(char first, char last) const noexcept {
@@ -48,6 +56,14 @@ private:
         for (std::size_t i = 0; i < kSize; ++i)
             a.bytes_[i] |= b.bytes_[i];
         return a;
+    }
+    friend ByteBlock operator&(ByteBlock a, ByteBlock b) noexcept {
+        for (std::size_t i = 0; i < kSize; ++i)
+            a.bytes_[i] &= b.bytes_[i];
+        return a;
+    }
+    bool equals(const char* there) const noexcept {
+        return std::memcmp(bytes_, there, kSize) == 0;
     }
     ByteBlock operator~() const noexcept {
         return where([](unsigned char byte) { return byte == 0; });
@@ -75,7 +91,16 @@ private:
     unsigned char bytes_[kSize];
 #endif
 
+    // The block that begins `count` bytes in front of the middle has its first `count` bytes set.
+    static constexpr char kMasks[2 * kSize + 1] =
+        "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF";
+
 public:
+    /// Its first `count` bytes, NULs behind them.
+    ByteBlock first(std::size_t count) const noexcept {
+        return *this & ByteBlock(kMasks + kSize - count);
+    }
+
     /// Of a comparison: one bit a byte, the lowest for the first.
     unsigned bits() const noexcept {
 #if defined(__SSE2__)

@@ -34,6 +34,10 @@ public:
     /// A text and a URL that are only lent: they are copied, unless the record keeps what they lie in.
     void putText(std::string_view text) { putCopy(PropertyKind::text, text); }
     void putURL(URLView url) { putCopy(PropertyKind::url, url.text()); }
+    /// The same for a URL that lies in a block, as all texts of a document do.
+    void putURLOfBlock(URLView url) {
+        if (accepts(PropertyKind::url)) setText(writer_.keepTextOfBlock(url.text()));
+    }
 
     /// Whether a lent text is kept where it is.
     bool mayStay(std::string_view text) const noexcept { return writer_.isBorrowed(text); }

@@ -14,7 +14,7 @@ void putCopy(void* place, RepresentationView value, BlockWriter& writer) {
 
 bool RawValue<PropertyKind::text>::put(void* place, RepresentationView value, BlockWriter& writer) {
     if (!value.isString()) return false;
-    *static_cast<TextSlot*>(place) = TextSlot(writer.keepText(value.node()->string()));
+    *static_cast<TextSlot*>(place) = TextSlot(writer.keepTextOfBlock(value.node()->string()));
     return true;
 }
 

@@ -124,7 +124,7 @@ void copyNodes(const Node* from, std::size_t count, Node* to, BlockWriter& write
     for (std::size_t i = 0; i < count; ++i) {
         to[i] = from[i];
         if (from[i].tag == Tag::string)
-            to[i].text = writer.keepText(from[i].string()).data();
+            to[i].text = writer.keepTextOfBlock(from[i].string()).data();
         else if (from[i].tag == Tag::link)
             writer.keep(from[i + 1].block);
     }

@@ -51,7 +51,7 @@ public:
     /// the rest of it. Before any value, and instead of `reserveNodesBehind`.
     void takeTexts(BlockWriter& texts) { writer_.takeTexts(texts); }
     /// As `key` and `string`, for texts that lie in memory from `reserveText`, or in a block taken over, and
-    /// are known to be well formed.
+    /// are known to be well formed. Both have `Block::kSlack` bytes behind them, as texts elsewhere have not.
     void keyInPlace(std::string_view key) {
         RepresentationNode& node = memberKey();
         node.keyHash = keyHash(key);
@@ -66,8 +66,8 @@ public:
     Representation finish();
 
     /// The quick road for readers that keep to JSON's grammar themselves: no events, the reader writes the
-    /// nodes. A container has its `size` and `bits` set, a key its hash; the pointer holds until more room is
-    /// asked for.
+    /// nodes. A container has its `size` and `bits` set, a key its hash; texts lie where `keyInPlace` takes
+    /// them from, empty ones too. The pointer holds until more room is asked for.
     RepresentationNode* nodes() noexcept { return nodes_; }
     std::size_t nodeCapacity() const noexcept { return capacity_; }
     /// Room for `capacity` nodes, of which `count` are written.
@@ -107,11 +107,12 @@ private:
     static constexpr std::size_t kUsualNodes = 32;
     static constexpr std::size_t kNowhere = UINT32_MAX;
 
-    static void setText(RepresentationNode& node, std::string_view text) {
+    void setText(RepresentationNode& node, std::string_view text) const {
         if (text.size() > UINT32_MAX) throwTooLong();
         node.tag = RepresentationNode::Tag::string;
         node.size = static_cast<std::uint32_t>(text.size());
-        node.text = text.data();
+        // An empty one may lie anywhere, but what is behind it may be read.
+        node.text = text.empty() ? writer_.reserved() : text.data();
     }
 
     // A new node for a value: the next element, or what belongs to the key just given.

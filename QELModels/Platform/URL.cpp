@@ -122,6 +122,7 @@ template <typename Common>
 const char* skip(const char* begin, const char* p, const char* end, CharacterSet set) noexcept {
     for (;;) {
         p = skipCommon<Common>(begin, p, end);
+        if (p == end || (!isIn(*p, set) && *p != '%')) return p;
         // A block's worth by the tables before the next try: text full of escapes stays linear and quick.
         const char* const nextTry = p + std::min<std::ptrdiff_t>(end - p, ByteBlock::kSize);
         p = skipUntil(nextTry, p, end, set);

@@ -27,7 +27,7 @@ void QELNSURLTransformer::transformInto(PropertyWriter& to, RepresentationView v
     if (!value.isString()) return;
     const std::string_view text = value.node()->string();
     if (const auto url = URLView::parse(text))
-        to.putURL(*url);
+        to.putURLOfBlock(*url);
     else
         writeRefusal(text);
 }
