@@ -2,6 +2,7 @@
 // holds, keeps texts well formed, touches nothing outside its buffers, and takes linear time.
 
 #include <QELModels/Categories/NSString+HTMLRemoval.h>
+#include <QELModels/Platform/Block.h>
 #include <QELModels/Platform/Text.h>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -34,12 +35,28 @@ struct Exact {
     std::unique_ptr<char[]> bytes;
 };
 
+/// Cleans a text with just the slack behind it that a block gives, and in it what would go on with the text.
+void expectNoneOfTheSlack(std::string_view text, std::string_view result) {
+    for (const std::string_view behind : {"<", ">", "&", ";", "amp;lt;", "#65;", "\xED\xB8\x80"}) {
+        std::string slack;
+        while (slack.size() < Block::kSlack)
+            slack += behind;
+        slack.resize(Block::kSlack);
+        const Exact from(std::string(text) + slack);
+        const Exact to(std::string(from.size, '?'));
+        const std::size_t size =
+            HTMLRemoval::withoutHTMLTagsOfBlock(from.view().substr(0, text.size()), to.bytes.get());
+        EXPECT_EQ(to.view().substr(0, size), result) << behind;
+    }
+}
+
 /// What all forms of cleaning make of a text; they must agree.
 std::string cleaned(std::string_view text) {
     const Exact from(text);
     const Exact to(std::string(text.size(), '?'));
     const std::string result(to.view().substr(0, HTMLRemoval::withoutHTMLTags(from.view(), to.bytes.get())));
     EXPECT_EQ(HTMLRemoval::withoutHTMLTags(from.view()), result);
+    expectNoneOfTheSlack(text, result);
     EXPECT_EQ(HTMLRemoval::isPlainText(from.view()), text.find_first_of("<&") == text.npos);
     return result;
 }

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "QELModels/Platform/ByteBlock.h"
+#include "QELModels/Platform/KeyHash.h"
 #include "QELModels/Platform/Text.h"
 
 // Cleaning is three passes over one buffer: tags, named references, numeric references. Each pass reads at or
@@ -66,28 +67,6 @@ constexpr std::size_t placeOf(Word first) noexcept {
 /// Has all bits of each '<' and '&' of a block.
 ByteBlock marksIn(ByteBlock block) noexcept {
     return (block == '<') | (block == '&');
-}
-
-/// How many bytes go by before the first '<' or '&'. Every text of every document comes through here.
-std::size_t plainPrefix(const char* text, std::size_t size) noexcept {
-    std::size_t at = 0;
-    for (; at + ByteBlock::kSize <= size; at += ByteBlock::kSize) {
-        const std::size_t plain = marksIn(ByteBlock(text + at)).first();
-        if (plain != ByteBlock::kSize) return at + plain;
-    }
-    if (at == size) return size;
-    if (size >= ByteBlock::kSize) {
-        // The last block overlaps what has been seen, and that holds no mark.
-        const std::size_t last = size - ByteBlock::kSize;
-        return last + marksIn(ByteBlock(text + last)).first();
-    }
-    if (size >= sizeof(Word)) {
-        if (const Word first = firstMark(wordAt(text)); first != 0) return placeOf(first);
-        at = sizeof(Word);
-    }
-    while (at < size && text[at] != '<' && text[at] != '&')
-        ++at;
-    return at;
 }
 
 /// Where the byte first stands; `end` if it does not.
@@ -411,27 +390,35 @@ char* decodeReferences(char* text, char* end) noexcept {
 
 // --- In one go --------------------------------------------------------------------------------------------
 
-/// Does all passes at once, a word at a time, as long as none can see what another one has made. Nearly all
-/// texts are like that. Where a tag stands close behind an '&', a reference may arise from another one, or
-/// surrogate halves are about, it gives up, and the passes begin anew.
+/// Does all passes at once as long as none can see what another one has made. Nearly all texts are like that.
+/// Where a tag stands close behind an '&', a reference may arise from another one, or surrogate halves are
+/// about, it gives up, and the passes begin anew. With slack behind the text and the result, as `Block` gives
+/// it, both are gone through in whole blocks.
+template <bool kSlack>
 class OneGo {
 public:
     OneGo(std::string_view text, char* to) noexcept
         : in_(text.data()), end_(text.data() + text.size()), to_(to), out_(to) {}
 
-    /// The end of the result; null if it gave up. `plain` bytes are known to hold no mark.
-    char* clean(std::size_t plain) noexcept {
-        std::memcpy(out_, in_, plain);
-        in_ += plain;
-        out_ += plain;
-        while (in_ != end_) {
+    /// The end of the result; null if it gave up.
+    char* clean() noexcept {
+        while (!copyPlain()) {
             if (!(*in_ == '<' ? passTag() : decode())) return nullptr;
-            copyPlain();
         }
         return out_;
     }
 
 private:
+    std::size_t left() const noexcept { return static_cast<std::size_t>(end_ - in_); }
+
+    /// The next eight bytes; NULs stand for what is missing.
+    Word word() const noexcept {
+        if constexpr (kSlack && std::endian::native == std::endian::little)
+            return wordAt(in_) & kFirstBytes[std::min(left(), sizeof(Word))];
+        else
+            return wordAt(in_, end_);
+    }
+
     bool passTag() noexcept {
         const char* const next = in_ + 1;
         if (next != end_ && *next == '>') {
@@ -439,16 +426,30 @@ private:
             in_ = next;
             return true;
         }
-        const char* const close = find(next, end_, '>');
+        const char* const close = findClose(next);
         if (close == end_) return false;
         in_ = close + 1;
-        return !Text::beginsWithLowHalf({in_, static_cast<std::size_t>(end_ - in_)}) ||
+        return !Text::beginsWithLowHalf({in_, left()}) ||
                !Text::endsInHighHalf({to_, static_cast<std::size_t>(out_ - to_)});
     }
 
+    /// Where the next '>' stands; the end if it does not. It is seldom far.
+    const char* findClose(const char* from) const noexcept {
+        if constexpr (kSlack) {
+            const std::size_t close = (ByteBlock(from) == '>').first();
+            if (close != ByteBlock::kSize)
+                return from + std::min(close, static_cast<std::size_t>(end_ - from));
+        }
+        return find(from, end_, '>');
+    }
+
     bool decode() noexcept {
-        const Word word = wordAt(++in_, end_);
-        if ((word & 0xFF) == '#') return decodeNumeric(word);
+        ++in_;
+        const Word next = word();
+        return (next & 0xFF) == '#' ? decodeNumeric(next) : decodeNamed(next);
+    }
+
+    bool decodeNamed(Word word) noexcept {
         const Reference reference = referenceIn(word);
         if (reference.isLatin()) {
             put(reference.latin(), reference.length);
@@ -456,7 +457,7 @@ private:
         }
         if (reference.found()) {
             put(static_cast<char32_t>(reference.ascii()), reference.length);
-            return !reference.isAmp() || isInert(wordAt(in_, end_));
+            return !reference.isAmp() || isInert(this->word());
         }
         put('&', 0);
         return isInert(word);
@@ -497,26 +498,36 @@ private:
         in_ += length;
     }
 
-    /// Copies up to the next mark. Whole blocks may be written since the output is never ahead of the input.
-    void copyPlain() noexcept {
-        while (end_ - in_ >= static_cast<std::ptrdiff_t>(ByteBlock::kSize)) {
-            const ByteBlock block(in_);
-            block.store(out_);
-            const std::size_t plain = marksIn(block).first();
-            in_ += plain;
-            out_ += plain;
-            if (plain != ByteBlock::kSize) return;
+    /// Copies up to the next mark; whether the text ends before one. Whole blocks may be written since the
+    /// output is never ahead of the input.
+    bool copyPlain() noexcept {
+        constexpr std::size_t kAtOnce = 2 * ByteBlock::kSize;
+        for (; left() > kAtOnce; pass(kAtOnce)) {
+            const std::uint64_t marks = copyTwoBlocks();
+            if (marks == 0) continue;
+            pass(static_cast<std::size_t>(std::countr_zero(marks)));
+            return false;
         }
-        if (end_ - in_ >= static_cast<std::ptrdiff_t>(sizeof(Word))) {
-            const Word mark = firstMark(wordAt(in_));
-            std::memcpy(out_, in_, sizeof(Word));
-            const std::size_t plain = mark == 0 ? sizeof(Word) : placeOf(mark);
-            in_ += plain;
-            out_ += plain;
-            if (mark != 0) return;
+        if constexpr (kSlack) {
+            pass(static_cast<std::size_t>(std::countr_zero(copyTwoBlocks() | ~std::uint64_t{0} << left())));
+            return in_ == end_;
         }
         while (in_ != end_ && *in_ != '<' && *in_ != '&')
             *out_++ = *in_++;
+        return in_ == end_;
+    }
+
+    std::uint64_t copyTwoBlocks() noexcept {
+        const ByteBlock first(in_);
+        const ByteBlock second(in_ + ByteBlock::kSize);
+        first.store(out_);
+        second.store(out_ + ByteBlock::kSize);
+        return marksIn(first).bits() | std::uint64_t{marksIn(second).bits()} << ByteBlock::kSize;
+    }
+
+    void pass(std::size_t bytes) noexcept {
+        in_ += bytes;
+        out_ += bytes;
     }
 
     const char* in_;
@@ -524,6 +535,17 @@ private:
     char* const to_;
     char* out_;
 };
+
+template <bool kSlack>
+std::size_t clean(std::string_view text, char* to) noexcept {
+    if (const char* const end = OneGo<kSlack>(text, to).clean(); end != nullptr) {
+        return static_cast<std::size_t>(end - to);
+    }
+    const char* const end = text.data() + text.size();
+    const char* const tag = find(text.data(), end, '<');
+    char* const stripped = removeTags(text.data(), tag, end, to);
+    return static_cast<std::size_t>(decodeReferences(to, stripped) - to);
+}
 
 }  // namespace
 
@@ -534,18 +556,15 @@ std::string stringByStrippingHTML(std::optional<std::string_view> text) {
 }
 
 std::size_t withoutHTMLTags(std::string_view text, char* to) noexcept {
-    const std::size_t plain = plainPrefix(text.data(), text.size());
-    if (plain == text.size()) {
-        if (plain != 0) std::memcpy(to, text.data(), plain);
-        return plain;
+    if (isPlainText(text)) {
+        text.copy(to, text.size());
+        return text.size();
     }
-    if (const char* const end = OneGo(text, to).clean(plain); end != nullptr) {
-        return static_cast<std::size_t>(end - to);
-    }
-    const char* const end = text.data() + text.size();
-    const char* const tag = find(text.data() + plain, end, '<');
-    char* const stripped = removeTags(text.data(), tag, end, to);
-    return static_cast<std::size_t>(decodeReferences(to, stripped) - to);
+    return clean<false>(text, to);
+}
+
+std::size_t withoutHTMLTagsOfBlock(std::string_view text, char* to) noexcept {
+    return clean<true>(text, to);
 }
 
 std::string withoutHTMLTags(std::string_view text) {
@@ -556,7 +575,18 @@ std::string withoutHTMLTags(std::string_view text) {
 }
 
 bool isPlainText(std::string_view text) noexcept {
-    return plainPrefix(text.data(), text.size()) == text.size();
+    if (text.size() < ByteBlock::kSize) {
+        if (text.size() >= sizeof(Word)) {
+            if (firstMark(wordAt(text.data())) != 0) return false;
+            text.remove_prefix(sizeof(Word));
+        }
+        return std::none_of(text.begin(), text.end(), [](char byte) { return byte == '<' || byte == '&'; });
+    }
+    const char* const last = text.data() + text.size() - ByteBlock::kSize;
+    for (const char* at = text.data(); at < last; at += ByteBlock::kSize)
+        if (marksIn(ByteBlock(at)).bits() != 0) return false;
+    // The last block overlaps those before it.
+    return marksIn(ByteBlock(last)).bits() == 0;
 }
 
 std::string qel_decodeHTMLCharacterEntities(std::string_view text) {

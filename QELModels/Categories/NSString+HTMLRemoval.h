@@ -31,6 +31,9 @@ QELMODELS_EXPORT std::string withoutHTMLTags(std::string_view text);
 /// text, and returns how many of them are the result. The result is never longer than the text.
 QELMODELS_EXPORT std::size_t withoutHTMLTags(std::string_view text, char* to) noexcept;
 
+/// For the engine: the same of a text that lies in a `Block`, to room in another one, both with their slack.
+QELMODELS_EXPORT std::size_t withoutHTMLTagsOfBlock(std::string_view text, char* to) noexcept;
+
 /// Whether the text holds neither '<' nor '&', so that cleaning returns it unchanged. True of most texts, and
 /// cheap to ask.
 QELMODELS_EXPORT bool isPlainText(std::string_view text) noexcept;

@@ -13,7 +13,7 @@ void QELHTMLTransformer::transformInto(PropertyWriter& to, RepresentationView va
     if (!value.isString()) return;
     const std::string_view text = value.node()->string();
     if (to.mayStay(text) && HTMLRemoval::isPlainText(text)) return to.putText(text);
-    to.putReserved(HTMLRemoval::withoutHTMLTags(text, to.reserveText(text.size())));
+    to.putReserved(HTMLRemoval::withoutHTMLTagsOfBlock(text, to.reserveText(text.size())));
 }
 
 }  // namespace QELModels::inline QELMODELS_ABI
