@@ -267,7 +267,7 @@ private:
         const Property& property = *rule.property;
         FEMOutcome outcome = FEMOutcome::set;
         if (rule.map.apply == nullptr) {
-            if (!property.putRaw(object, value, writer))
+            if (!property.putRaw(property.slotIn(object), value, writer))
                 outcome = value.isNull() ? FEMOutcome::null : FEMOutcome::wrongKind;
         } else {
             PropertyWriter to(property, object, writer);

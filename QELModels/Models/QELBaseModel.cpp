@@ -21,10 +21,10 @@ Value nothing(const Object&) {
     return {};
 }
 constexpr std::array<Property, 4> rootProperties{{
-    {"hash", PropertyKind::integer, nullptr, nullptr, &hashOf, nullptr},
-    {"superclass", PropertyKind::text, nullptr, nullptr, &superclassOf, nullptr},
-    {"description", PropertyKind::text, nullptr, nullptr, &nothing, nullptr},
-    {"debugDescription", PropertyKind::text, nullptr, nullptr, &nothing, nullptr},
+    {.name = "hash", .kind = PropertyKind::integer, .compute = &hashOf},
+    {.name = "superclass", .kind = PropertyKind::text, .compute = &superclassOf},
+    {.name = "description", .kind = PropertyKind::text, .compute = &nothing},
+    {.name = "debugDescription", .kind = PropertyKind::text, .compute = &nothing},
 }};
 constexpr std::array<std::string_view, 4> rootKeys{
     rootProperties[0].name, rootProperties[1].name, rootProperties[2].name, rootProperties[3].name};

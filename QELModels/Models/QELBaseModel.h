@@ -50,7 +50,7 @@ public:
     using Super = QELBaseModel;
 
     /// For the engine, which alone makes records.
-    explicit QELBaseModel(const Construction& construction) noexcept : Object(construction) {}
+    constexpr explicit QELBaseModel(const Construction& construction) noexcept : Object(construction) {}
 
     /// Null here; each model class has a mapping of its own, which is made anew at every call.
     static std::optional<FEMMapping> defaultMapping() { return std::nullopt; }

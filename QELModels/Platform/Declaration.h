@@ -44,19 +44,13 @@ struct MemberOf<R (C::*)() const> {
 template <class R, class C>
 struct MemberOf<R (C::*)() const noexcept> : MemberOf<R (C::*)() const> {};
 
-/// Where a stored property lies in an object of its class.
-template <auto Member>
-void* placeOf(Object& object) {
-    using Class = typename MemberOf<decltype(Member)>::Class;
-    return FieldAccess::slot(static_cast<Class&>(object).*Member);
-}
-
-/// Puts a raw value of a document into a stored property, as `Property::putRaw` says.
-template <auto Member>
-bool putRawInto(Object& object, RepresentationView value, BlockWriter& writer) {
-    using Field = typename MemberOf<decltype(Member)>::Type;
-    return RawValue<Field::kKind>::put(placeOf<Member>(object), value, writer);
-}
+/// An object that shows how all objects of its class lie in memory. The addresses in it are constants, so
+/// constant data can say with them where a field lies in each of those. One function for each field would say
+/// it too, but so many that are called once a record make an asset a twentieth slower.
+template <class Class>
+[[gnu::visibility("hidden")]] inline constinit const Class example = ObjectAccess::constant<Class>();
+template <class Class>
+inline constexpr const Object* exampleOf = &example<Class>;
 
 /// The value of a computed property.
 template <auto Member>
@@ -92,8 +86,9 @@ constexpr auto property(std::string_view name) {
         property.compute = &computed<Member>;
     } else {
         property.kind = Pointed::Type::kKind;
-        property.place = &placeOf<Member>;
-        property.putRaw = &putRawInto<Member>;
+        property.place = FieldAccess::slot(example<typename Pointed::Class>.*Member);
+        property.example = exampleOf<typename Pointed::Class>;
+        property.putRaw = &RawValue<Pointed::Type::kKind>::put;
         if constexpr (requires { typename Pointed::Type::Target; })
             property.target = &Pointed::Type::Target::objectClass;
     }

@@ -207,7 +207,7 @@ public:
 /// The one way to a field's memory, for the tables of properties.
 struct FieldAccess {
     template <PropertyKind Kind, class Slot>
-    static constexpr void* slot(StoredField<Kind, Slot>& field) noexcept {
+    static constexpr const void* slot(const StoredField<Kind, Slot>& field) noexcept {
         return &field.slot_;
     }
 };

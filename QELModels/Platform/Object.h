@@ -21,7 +21,7 @@ public:
     const Block* block() const noexcept { return block_; }
 
 protected:
-    explicit Counted(const Block* block) noexcept : block_(block) {}
+    constexpr explicit Counted(const Block* block) noexcept : block_(block) {}
     ~Counted() = default;
 
 private:
@@ -32,7 +32,7 @@ private:
 class Construction {
     friend class Object;
     friend struct ObjectAccess;
-    Construction(const ObjectClass& isa, const Block* block) noexcept : isa_(&isa), block_(block) {}
+    constexpr Construction(const ObjectClass& isa, const Block* block) noexcept : isa_(&isa), block_(block) {}
     const ObjectClass* isa_;
     const Block* block_;
 };
@@ -53,7 +53,7 @@ public:
     friend bool operator==(const Object& a, const Object& b) { return a.isEqual(&b); }
 
 protected:
-    explicit Object(const Construction& construction) noexcept
+    constexpr explicit Object(const Construction& construction) noexcept
         : Counted(construction.block_), isa_(construction.isa_) {}
     ~Object() = default;
 

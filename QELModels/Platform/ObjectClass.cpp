@@ -216,11 +216,7 @@ bool equal(const T* a, const T* b) {
 
 template <class Slot>
 bool equalSlots(const Property& property, const Object& a, const Object& b) {
-    const Slot& first = property.slot<Slot>(a);
-    // Objects of one class have their slots at the same place.
-    const std::ptrdiff_t offset =
-        reinterpret_cast<const std::byte*>(&first) - reinterpret_cast<const std::byte*>(&a);
-    return equal(first, *reinterpret_cast<const Slot*>(reinterpret_cast<const std::byte*>(&b) + offset));
+    return equal(property.slot<Slot>(a), property.slot<Slot>(b));
 }
 
 bool equalFields(const Property& property, const Object& a, const Object& b) {

@@ -17,18 +17,20 @@ namespace QELModels::inline QELMODELS_ABI {
 
 /// One declared property of a record: its name, what it holds, and where that is or how it is computed.
 struct QELMODELS_EXPORT Property {
-    /// Where a stored property lies in an object, and how a computed one is had from it.
-    using Place = void* (*)(Object&);
-    using PutRaw = bool (*)(Object&, RepresentationView, BlockWriter&);
+    /// How a raw value goes into a slot, and how a computed property is had from its object.
+    using PutRaw = bool (*)(void*, RepresentationView, BlockWriter&);
     using Compute = Value (*)(const Object&);
 
     /// As `dictionaryValue` names it, and what it holds.
     std::string_view name;
     PropertyKind kind;
-    Place place = nullptr;  ///< null for a computed property, which nothing can set
-    /// Puts a raw value of a document into an object whose block is being written: texts and sub-trees are
-    /// copied. False, and nothing done, when its kind does not fit; no raw value is by itself a URL, a date,
-    /// a colour or a record. Null for a computed property.
+    /// Where a stored property lies in the example of its class (see `exampleOf`); both null for a computed
+    /// one, which nothing can set.
+    const void* place = nullptr;
+    const void* example = nullptr;
+    /// Puts a raw value of a document into the slot of an object whose block is being written: texts and
+    /// sub-trees are copied. False, and nothing done, when its kind does not fit; no raw value is by itself a
+    /// URL, a date, a colour or a record. Null for a computed property.
     PutRaw putRaw = nullptr;
     Compute compute = nullptr;            ///< null for a stored one
     const ObjectClass* target = nullptr;  ///< the class of a record, or of a list's elements
@@ -48,14 +50,21 @@ struct QELMODELS_EXPORT Property {
     void empty(Object& object) const;
 
     /// For the engine: where a stored property lies.
+    void* slotIn(Object& object) const noexcept { return slotAt(place, example, object); }
     template <class Slot>
     Slot& slot(Object& object) const {
-        return *static_cast<Slot*>(place(object));
+        return *static_cast<Slot*>(slotIn(object));
     }
     template <class Slot>
     const Slot& slot(const Object& object) const {
         // Places are found in mutable objects; those who only read them say so here, once.
-        return *static_cast<const Slot*>(place(const_cast<Object&>(object)));
+        return slot<Slot>(const_cast<Object&>(object));
+    }
+    /// What lies in an object where `place` lies in the example of its class.
+    static void* slotAt(const void* place, const void* example, Object& object) noexcept {
+        const auto offset =
+            reinterpret_cast<std::uintptr_t>(place) - reinterpret_cast<std::uintptr_t>(example);
+        return reinterpret_cast<std::byte*>(&object) + offset;
     }
 
 private:
@@ -136,6 +145,11 @@ struct QELMODELS_EXPORT ObjectAccess {
     static Object* construct(const ObjectClass& isa, BlockWriter& writer) {
         void* memory = writer.allocate(isa.is_.size, isa.is_.alignment);
         return isa.is_.construct(memory, Construction(isa, writer.block()));
+    }
+    /// The same in no block, for constant data.
+    template <class C>
+    static constexpr C constant() {
+        return C(Construction(C::objectClass, nullptr));
     }
     /// A list of objects of a class, over an array of elements in the same block.
     static ListBase* list(const ObjectClass& isa, const Object* const* elements, std::size_t size,
