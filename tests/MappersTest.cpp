@@ -123,9 +123,10 @@ std::string enlarged(const std::string& document) {
 }
 
 template <class Mapper>
-void expectSameFromBytes(std::string_view kind) {
+void expectSameOnEveryRoad(std::string_view kind) {
     JSONReader reader;
     const FEMOptions options{nullptr, nullptr, "response.body"};
+    Bystander bystander;
     const auto expectSame = [&](const std::string& document) {
         const std::string expected = outcomeOf(
             [&] { return Mapper().mappedResponseFromJSONObject(json(document), nullptr, options); });
@@ -133,6 +134,12 @@ void expectSameFromBytes(std::string_view kind) {
             return outcomeOf(
                 [&] { return mappedResponseFromJSON(reader, bytes, Mapper(), nullptr, options); });
         };
+        EXPECT_EQ(outcomeOf([&] {
+                      return Mapper().mappedResponseFromJSONObject(
+                          json(document), nullptr, {&bystander, nullptr, "response.body"});
+                  }),
+                  expected)
+            << document;
         EXPECT_EQ(fromBytes(document), expected) << document;
         if (document.starts_with("{\"")) {
             EXPECT_EQ(fromBytes(enlarged(document)), expected) << document;
@@ -147,16 +154,16 @@ void expectSameFromBytes(std::string_view kind) {
                 expectSame(whole.damagedJSON(place, damage));
 }
 
-TEST(Mappers, makeTheSameFromBytes) {
+TEST(Mappers, makeTheSameFromBytesAndForObservers) {
     const LogLines hushed;
-    expectSameFromBytes<QELAssetMapper>("asset");
-    expectSameFromBytes<QELAssetsMapper>("assets");
-    expectSameFromBytes<QELCategoryMapper>("category");
-    expectSameFromBytes<QELCategoriesMapper>("categories");
-    expectSameFromBytes<QELEditorialMapper>("editorial");
-    expectSameFromBytes<QELEditorialsMapper>("editorials");
-    expectSameFromBytes<QELSeasonMapper>("season");
-    expectSameFromBytes<QELSeasonsMapper>("seasons");
+    expectSameOnEveryRoad<QELAssetMapper>("asset");
+    expectSameOnEveryRoad<QELAssetsMapper>("assets");
+    expectSameOnEveryRoad<QELCategoryMapper>("category");
+    expectSameOnEveryRoad<QELCategoriesMapper>("categories");
+    expectSameOnEveryRoad<QELEditorialMapper>("editorial");
+    expectSameOnEveryRoad<QELEditorialsMapper>("editorials");
+    expectSameOnEveryRoad<QELSeasonMapper>("season");
+    expectSameOnEveryRoad<QELSeasonsMapper>("seasons");
 }
 
 // A mapper that derives from one of a page may do something else, so its own function is asked.

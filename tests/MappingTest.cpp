@@ -14,9 +14,12 @@
 
 #include "QELModels/Mapping/FEMDeserializer.h"
 #include "QELModels/Mapping/FEMMapping.h"
+#include "QELModels/Mapping/FEMRules.h"
 #include "QELModels/Models/QELEditorial.h"
 #include "QELModels/Models/QELSeason.h"
+#include "QELModels/Platform/Declaration.h"
 #include "QELModels/Platform/MappingFault.h"
+#include "QELModels/Platform/RepresentationBuilder.h"
 #include "tests/TestSupport.h"
 
 namespace QELModels::test {
@@ -201,6 +204,146 @@ TEST(Engine, findsEveryKeyInDictionariesOfAnySize) {
             EXPECT_EQ(showAt(*filled(many, text), "status"), R"("k")") << size << ' ' << place;
         }
     }
+}
+
+// An application's class whose rules get in each other's way, with keys that differ late.
+class Crate : public QELBaseModel {
+public:
+    using QELBaseModel::QELBaseModel;
+    Field<Text> twice, both, alsoBoth, whole, sixteen, seventeen, thirtyTwo, thirtyThree, otherThirtyThree;
+    Field<Number> part, innerPart;
+    Field<Dictionary> innerAsItIs;
+    Field<Array> rowAsItIs;
+    Field<Crate> inner;
+    Field<List<Crate>> row;
+    static const ObjectClass objectClass;
+    static const FEMRules defaultRules;
+};
+constexpr auto declaredOfCrate = declare<Crate>(
+    property<&Crate::twice>("twice"), property<&Crate::both>("both"), property<&Crate::alsoBoth>("alsoBoth"),
+    property<&Crate::whole>("whole"), property<&Crate::sixteen>("sixteen"),
+    property<&Crate::seventeen>("seventeen"), property<&Crate::thirtyTwo>("thirtyTwo"),
+    property<&Crate::thirtyThree>("thirtyThree"), property<&Crate::otherThirtyThree>("otherThirtyThree"),
+    property<&Crate::part>("part"), property<&Crate::innerPart>("innerPart"),
+    property<&Crate::innerAsItIs>("innerAsItIs"), property<&Crate::rowAsItIs>("rowAsItIs"),
+    property<&Crate::inner>("inner"), property<&Crate::row>("row"));
+constexpr auto rulesOfCrate = mapping<declaredOfCrate>(
+    attribute<&Crate::twice>("first"), attribute<&Crate::twice>("second"), attribute<&Crate::both>("shared"),
+    attribute<&Crate::alsoBoth>("shared"), attribute<&Crate::whole>("a"), attribute<&Crate::part>("a.b"),
+    attribute<&Crate::sixteen>("aKeyOfSixteen_16"), attribute<&Crate::seventeen>("aKeyOfSeventeen17"),
+    attribute<&Crate::thirtyTwo>("aKeyOfThirtyTwo_aKeyOfThirtyTwo_"),
+    attribute<&Crate::thirtyThree>("aKeyOfThirtyThree_BeforeItsMiddle"),
+    attribute<&Crate::otherThirtyThree>("aKeyOfThirtyThree_behindItsMIDDLE"),
+    attribute<&Crate::innerAsItIs>("inner"), attribute<&Crate::innerPart>("inner.a.b"),
+    attribute<&Crate::rowAsItIs>("row"), relationship<&Crate::inner>(), relationship<&Crate::row>());
+constinit const FEMRules Crate::defaultRules = rulesOfCrate;
+constinit const ObjectClass Crate::objectClass(describe<declaredOfCrate>("Crate"));
+
+// One that no document fills.
+class Shell : public QELBaseModel {
+public:
+    using QELBaseModel::QELBaseModel;
+    Field<Number> none;
+    static const ObjectClass objectClass;
+    static const FEMRules defaultRules;
+};
+constexpr auto declaredOfShell = declare<Shell>(property<&Shell::none>("none"));
+constexpr auto rulesOfShell = mapping<declaredOfShell>();
+constinit const FEMRules Shell::defaultRules = rulesOfShell;
+constinit const ObjectClass Shell::objectClass(describe<declaredOfShell>("Shell"));
+
+// One with two keys of the same hash.
+class Twins : public QELBaseModel {
+public:
+    using QELBaseModel::QELBaseModel;
+    Field<Number> first, other;
+    static const ObjectClass objectClass;
+    static const FEMRules defaultRules;
+};
+constexpr auto declaredOfTwins =
+    declare<Twins>(property<&Twins::first>("first"), property<&Twins::other>("other"));
+constexpr auto rulesOfTwins = mapping<declaredOfTwins>(attribute<&Twins::first>("aKeyOfTheFirstTwin"),
+                                                       attribute<&Twins::other>("aKeyOfTheOtherTwin"));
+constinit const FEMRules Twins::defaultRules = rulesOfTwins;
+constinit const ObjectClass Twins::objectClass(describe<declaredOfTwins>("Twins"));
+
+TEST(Engine, appliesRulesThatGetInEachOthersWayInOrder) {
+    std::string padding;
+    for (int i = 0; i < 200; ++i)
+        padding += ", \"padding" + std::to_string(i) + "\": 0";
+    // As a root, within another record and in a list; walked and looked up; with an observer and without.
+    const auto expect = [&](std::string_view members, const std::string& property, std::string_view shown) {
+        Bystander bystander;
+        for (const std::string& more : {std::string(), padding}) {
+            const std::string crate = '{' + std::string(members) + more + '}';
+            const std::string text =
+                R"({"inner": )" + crate + R"(, "row": [)" + crate + "], " + crate.substr(1);
+            for (FEMObserver* observer :
+                 {static_cast<FEMObserver*>(nullptr), static_cast<FEMObserver*>(&bystander)}) {
+                const auto made = filled(FEMMapping(Crate::defaultRules), text, {observer, nullptr, {}});
+                EXPECT_EQ(showAt(*made, property), shown) << text;
+                EXPECT_EQ(showAt(*made, "inner." + property), shown) << text;
+                EXPECT_EQ(showAt(*made, "row[0]." + property), shown) << text;
+            }
+        }
+    };
+    expect(R"("first": "1", "second": "2")", "twice", R"("2")");
+    expect(R"("second": "2", "first": "1")", "twice", R"("2")");
+    expect(R"("second": null, "first": "1")", "twice", "null");
+    expect(R"("first": "1")", "twice", R"("1")");
+    expect(R"("shared": "s")", "both", R"("s")");
+    expect(R"("shared": "s")", "alsoBoth", R"("s")");
+    expect(R"("a": {"b": 5})", "part", "5");
+    expect(R"("a": {"b": 5})", "whole", "null");
+    expect(R"("a": "x")", "whole", R"("x")");
+
+    // A relationship does not take the key from others.
+    const auto nested = filled(FEMMapping(Crate::defaultRules),
+                               R"({"row": [{"inner": {"a": {"b": 7}}, "row": [{"a": {"b": 8}}]}]})");
+    EXPECT_EQ(showAt(*nested, "row[0].innerAsItIs"), R"({"a":{"b":7}})");
+    EXPECT_EQ(showAt(*nested, "row[0].innerPart"), "7");
+    EXPECT_EQ(showAt(*nested, "row[0].inner.part"), "7");
+    EXPECT_EQ(showAt(*nested, "row[0].rowAsItIs"), R"([{"a":{"b":8}}])");
+    EXPECT_EQ(showAt(*nested, "row[0].row[0].part"), "8");
+
+    const auto shell = filled(FEMMapping(Shell::defaultRules), R"({"none": 1, "": 2})");
+    EXPECT_EQ(showAt(*shell, "none"), "null");
+
+    // Without a quick way to tell their hashes apart, keys are told apart all the same.
+    const FEMMapping twins(Twins::defaultRules);
+    const auto made = filled(twins, R"({"aKeyOfTheFirstTwin": 1, "aKeyOfTheOtherTwin": 2})");
+    EXPECT_TRUE(Twins::defaultRules.slots.empty());
+    EXPECT_EQ(showAt(*made, "first") + showAt(*made, "other"), "12");
+
+    // A key is the same to its last byte, or it is another one.
+    for (const auto& rule : rulesOfCrate.attributes) {
+        const std::string key(rule.keyPath);
+        if (key.size() < 16) continue;
+        const std::string property(rule.property->name);
+        expect('"' + key + R"(": "x")", property, R"("x")");
+        for (std::size_t i = 0; i < key.size(); ++i) {
+            std::string other = key;
+            other[i] = '#';
+            expect('"' + other + R"(": "x")", property, "null");
+        }
+        expect('"' + key + R"(x": "x")", property, "null");
+        expect('"' + key.substr(1) + R"(": "x")", property, "null");
+    }
+}
+
+TEST(Engine, readsEmptyTextsThatLieNowhere) {
+    RepresentationBuilder builder;
+    builder.beginDictionary();
+    builder.keyInPlace({});
+    builder.null();
+    for (const std::string_view key : {"title", "status", "articleUrl"}) {
+        builder.key(key);
+        builder.stringInPlace({});
+    }
+    builder.endDictionary();
+    const auto asset =
+        FEMDeserializer::objectFromRepresentation(builder.finish(), QELAsset::defaultMapping());
+    EXPECT_EQ(showAt(*asset, "title") + showAt(*asset, "status") + showAt(*asset, "articleUrl"), R"(""""<>)");
 }
 
 TEST(Engine, makesARecordOfAnyRootAndAListOfAnyCollection) {

@@ -16,6 +16,7 @@
 #include "JSON/JSONReader.h"
 #include "JSON/JSONWriter.h"
 #include "QELModels/Mappers/QELMapperProtocol.h"
+#include "QELModels/Mapping/FEMObserver.h"
 #include "QELModels/Models/QELAsset.h"
 #include "QELModels/Models/QELBaseModel.h"
 #include "QELModels/Platform/Clock.h"
@@ -126,6 +127,11 @@ public:
     }
     ~LogLines() { Log::setSink({}); }
     std::vector<std::string> lines;
+};
+
+/// Looks on and says nothing.
+struct Bystander final : FEMObserver {
+    void ruleApplied(const FEMEvent&) override {}
 };
 
 /// The clock stands still while it lives.

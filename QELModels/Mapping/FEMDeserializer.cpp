@@ -1,11 +1,13 @@
 #include "QELModels/Mapping/FEMDeserializer.h"
 
 #include <algorithm>
-#include <cstring>
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <span>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "QELModels/Platform/MappingFault.h"
@@ -32,24 +34,6 @@ constexpr std::size_t kOneWrittenAnewIn = 2;
 // Most of a very large document may be under keys that nobody reads.
 constexpr std::size_t kMostRoomGuessed = std::size_t{64} << 10;
 
-bool sameText(std::string_view a, std::string_view b) noexcept {
-    const std::size_t size = a.size();
-    if (size != b.size()) return false;
-    // Keys are short: two words, which may overlap, compare most of them without a call.
-    const auto sameEnds = [&]<class Word>(Word) {
-        Word ends[4];
-        std::memcpy(&ends[0], a.data(), sizeof(Word));
-        std::memcpy(&ends[1], b.data(), sizeof(Word));
-        std::memcpy(&ends[2], a.data() + size - sizeof(Word), sizeof(Word));
-        std::memcpy(&ends[3], b.data() + size - sizeof(Word), sizeof(Word));
-        return ends[0] == ends[1] && ends[2] == ends[3];
-    };
-    if (size > 2 * sizeof(std::uint64_t)) return std::memcmp(a.data(), b.data(), size) == 0;
-    if (size >= sizeof(std::uint64_t)) return sameEnds(std::uint64_t{});
-    if (size >= sizeof(std::uint32_t)) return sameEnds(std::uint32_t{});
-    return size < 2 ? size == 0 || a[0] == b[0] : sameEnds(std::uint16_t{});
-}
-
 struct Found {
     const Node* node;
     const Block* block;
@@ -59,17 +43,31 @@ struct Found {
 class FoundValues {
 public:
     FoundValues(const FEMRules& rules, const Node* dictionary, const Block* block)
-        : block_(block), count_(rules.keys.size()) {
-        if (count_ > kUsualKeys) {
-            many_ = std::make_unique<const Node*[]>(count_);
-            values_ = many_.get();
-        } else {
-            std::fill_n(values_, count_, nullptr);
+        : FoundValues(rules.keys.size(), block) {
+        if (!isWalked(rules, dictionary)) {
+            lookUp(rules, dictionary);
+            return;
         }
-        if (!rules.slots.empty() && dictionary->size <= kMostMembersWalked)
-            walk(rules, dictionary);
-        else
-            lookUp(rules, RepresentationView::at(dictionary, block));
+        walk(rules, dictionary, [this](const FEMRules& known, const FEMKey& key, const Node* value) {
+            values_[known.position(key)] = value;
+        });
+    }
+
+    // Puts what can be put into the object at once, so that only the values of all other keys are left.
+    FoundValues(const FEMRules& rules, const Node* dictionary, const Block* block, Object& object,
+                BlockWriter& writer)
+        : FoundValues(isWalked(rules, dictionary) ? rules.keysInOrder : rules.keys.size(), block) {
+        if (!isWalked(rules, dictionary)) {
+            lookUp(rules, dictionary);
+            put(rules, object, writer);
+            return;
+        }
+        walk(rules, dictionary, [&](const FEMRules& known, const FEMKey& key, const Node* value) {
+            if (key.isPut())
+                putValue(known, key, value, block, object, writer);
+            else
+                values_[known.position(key)] = value;
+        });
     }
 
     // What rules read, as a value of its own that a loop over them has at hand.
@@ -96,25 +94,63 @@ public:
         return bytes;
     }
 
-private:
-    void walk(const FEMRules& rules, const Node* dictionary) {
-        // What is written could be among what is read, for all that the compiler knows: so all of that is
-        // read first.
-        const FEMRules known = rules;
-        const Node** const values = values_;
-        const Node* member = dictionary + 1;
-        for (std::uint32_t left = dictionary->size; left != 0; --left) {
-            const std::uint8_t slot = known.slot(member->keyHash);
-            if (slot != 0 && sameText(known.keys[slot - 1U], member->string()))
-                values[slot - 1U] = member + 1;
-            member += 1 + (member + 1)->extent();
+    // Puts what can be put, of the values of all keys, into an object.
+    void put(const FEMRules& rules, Object& object, BlockWriter& writer) const {
+        for (const FEMKey& key : rules.entries) {
+            if (!key.isPut()) continue;
+            const Node* value = values_[rules.position(key)];
+            if (value != nullptr) putValue(rules, key, value, block_, object, writer);
         }
     }
 
-    void lookUp(const FEMRules& rules, RepresentationView dictionary) {
-        for (std::size_t i = 0; i < rules.keys.size(); ++i)
-            values_[i] = dictionary.nodeForKey(rules.keys[i]);
+private:
+    FoundValues(std::size_t count, const Block* block) : block_(block), count_(count) {
+        if (count_ > kUsualKeys) {
+            many_ = std::make_unique<const Node*[]>(count_);
+            values_ = many_.get();
+            return;
+        }
+        // Some at a time, one by one: the instruction that compilers know for so few takes longer to begin.
+        for (std::size_t i = 0; i < count_; i += kKeysAtOnce)
+            clear(usual_ + i, std::make_index_sequence<kKeysAtOnce>{});
     }
+
+    template <std::size_t... I>
+    static void clear(const Node** values, std::index_sequence<I...>) noexcept {
+        ((values[I] = nullptr), ...);
+    }
+
+    static bool isWalked(const FEMRules& rules, const Node* dictionary) noexcept {
+        return !rules.slots.empty() && dictionary->size <= kMostMembersWalked;
+    }
+
+    // Calls `take(rules, entry, value)` for each member whose key rules read.
+    template <class Take>
+    static void walk(const FEMRules& rules, const Node* dictionary, const Take& take) {
+        // What is written could be among the rules, for all that the compiler knows: so these are read first.
+        const FEMRules known = rules;
+        const Node* member = dictionary + 1;
+        for (std::uint32_t left = dictionary->size; left != 0; --left) {
+            const Node* const value = member + 1;
+            if (const FEMKey* key = known.find(*member); key != nullptr) take(known, *key, value);
+            member = value + value->extent();
+        }
+    }
+
+    void lookUp(const FEMRules& rules, const Node* dictionary) {
+        const RepresentationView view = RepresentationView::at(dictionary, block_);
+        for (std::size_t i = 0; i < rules.keys.size(); ++i)
+            values_[i] = view.nodeForKey(rules.keys[i]);
+    }
+
+    static void putValue(const FEMRules& rules, const FEMKey& key, const Node* value, const Block* block,
+                         Object& object, BlockWriter& writer) {
+        void* const slot = Property::slotAt(key.place, rules.example, object);
+        key.put(slot, RepresentationView::at(value, block), writer);
+    }
+
+    static constexpr std::size_t kKeysAtOnce = 8;
+    static_assert(kUsualKeys % kKeysAtOnce == 0);
 
     const Block* block_;
     std::size_t count_;
@@ -170,6 +206,7 @@ public:
         BlockWriter writer(room == nullptr ? guess : room->of(guess), zone_);
         if (texts != nullptr) writer.borrowTexts(*texts);
         Object* object = ObjectAccess::construct(*rules.objectClass, writer);
+        if constexpr (!kObserved) found.put(rules, *object, writer);
         fill(*object, found.lookup(), rules, captured, writer, path);
         if (room != nullptr) room->learn(guess, writer);
         return finished(object, writer);
@@ -237,29 +274,41 @@ private:
         Object* object = ObjectAccess::construct(*rules.objectClass, writer);
         // An observer has been told of an element that is none; there is nothing in it to tell of.
         if (value.isDictionary()) {
-            const FoundValues found(rules, value.node(), value.block());
-            fill(*object, found.lookup(), rules, captured, writer, path);
+            if constexpr (kObserved) {
+                const FoundValues found(rules, value.node(), value.block());
+                fill(*object, found.lookup(), rules, captured, writer, path);
+            } else {
+                const FoundValues found(rules, value.node(), value.block(), *object, writer);
+                fill(*object, found.lookup(), rules, captured, writer, path);
+            }
         }
         return object;
     }
 
+    // An observer is told of all rules in their order; without one, what can be put is there already.
     void fill(Object& object, FoundValues::Lookup found, const FEMRules& rules, const void* captured,
               BlockWriter& writer, const FEMPath& path) const {
-        const auto forEachFound = [&](std::span<const FEMRule> list, const auto& apply) {
-            for (const FEMRule& rule : list) {
-                const Found value = found.at(rule);
-                if (value.node == nullptr)
-                    tell(rule, FEMOutcome::missing, std::nullopt, path);
-                else
-                    apply(rule, RepresentationView::at(value.node, value.block));
-            }
+        const auto attribute = [&](const FEMRule& rule) {
+            const Found value = found.at(rule);
+            if (value.node == nullptr) return tell(rule, FEMOutcome::missing, std::nullopt, path);
+            applyAttribute(
+                rule, RepresentationView::at(value.node, value.block), captured, object, writer, path);
         };
-        forEachFound(rules.attributes, [&](const FEMRule& rule, RepresentationView value) {
-            applyAttribute(rule, value, captured, object, writer, path);
-        });
-        forEachFound(rules.relationships, [&](const FEMRule& rule, RepresentationView value) {
-            applyRelationship(rule, value, captured, object, writer, path);
-        });
+        if (kObserved || rules.entries.empty()) {
+            for (const FEMRule& rule : rules.attributes)
+                attribute(rule);
+        } else {
+            for (const std::uint16_t position : rules.inOrder)
+                attribute(rules.attributes[position]);
+        }
+        for (const FEMRule& rule : rules.relationships) {
+            const Found value = found.at(rule);
+            if (value.node == nullptr)
+                tell(rule, FEMOutcome::missing, std::nullopt, path);
+            else
+                applyRelationship(
+                    rule, RepresentationView::at(value.node, value.block), captured, object, writer, path);
+        }
     }
 
     void applyAttribute(const FEMRule& rule, RepresentationView value, const void* captured, Object& object,

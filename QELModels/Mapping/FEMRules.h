@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <bit>
@@ -10,6 +11,7 @@
 #include <string_view>
 #include <type_traits>
 
+#include "QELModels/Platform/ByteBlock.h"
 #include "QELModels/Platform/Declaration.h"
 #include "QELModels/Platform/Export.h"
 #include "QELModels/Platform/KeyHash.h"
@@ -109,21 +111,64 @@ struct FEMRule {
     QELMODELS_EXPORT const FEMRules& nestedRules() const noexcept;
 };
 
-/// The rules of one mapping. `keys` are the first keys of all key paths, each once; `slots` find a key among
-/// them by its hash in one step, where that can be had.
+/// A first key of constant rules, with all that the engine needs to know of it where members are gone
+/// through.
+struct FEMKey {
+    constexpr FEMKey() = default;
+    constexpr explicit FEMKey(std::string_view key) noexcept : size(static_cast<std::uint32_t>(key.size())) {
+        std::copy_n(key.begin(), std::min(key.size(), ByteBlock::kSize), first);
+    }
+
+    /// Whether the key's value is put into a property as it is.
+    constexpr bool isPut() const noexcept { return put != nullptr; }
+
+    char first[ByteBlock::kSize] = {};  ///< how it begins; NULs stand for what is missing
+    Property::PutRaw put = nullptr;     ///< of a key that one rule alone reads, and takes as it is, for ...
+    const void* place = nullptr;        ///< ... this property, which no other rule fills; else null
+    std::uint32_t size = UINT32_MAX;    ///< in bytes; that of no key where there is none
+};
+
+/// The rules of one mapping. `keys` are the first keys of all key paths, each once. Constant rules have more,
+/// if the hashes of their keys can be told apart in one step:
+///
+/// - `slots` lead from a key's hash to its entry, and any other hash to some entry or to the first one, which
+///   belongs to no key.
+/// - Values that are put as they are depend on nothing, so they are put when their keys are found. All other
+///   rules are applied in their order afterwards.
 struct FEMRules {
     const ObjectClass* objectClass = nullptr;
+    const void* example = nullptr;  ///< of constant rules: in which the places of properties are places
     std::span<const FEMRule> attributes;
     std::span<const FEMRule> relationships;
-    std::span<const std::string_view> keys;
-    std::span<const std::uint8_t> slots;  ///< the position of a key plus one; 0: no key of ours
-    std::uint16_t multiplier = 0;
+    std::span<const std::string_view> keys;  ///< those whose values are put stand behind the others
+
+    std::span<const std::uint8_t> slots;
+    std::span<const FEMKey> entries;         ///< behind the first one, one for each of `keys`
+    std::span<const std::uint16_t> inOrder;  ///< the positions of all attributes whose values are not put
+    std::uint32_t keysInOrder = 0;           ///< how many keys have values that are not put
+    std::uint32_t multiplier = 0;
     std::uint8_t shift = 0;
 
-    /// The slot that a key's hash leads to: its position plus one if it is one of `keys`, which a comparison
-    /// of the whole key must tell; 0: it is none of them. Needs `slots`.
-    std::uint8_t slot(std::uint16_t hash) const noexcept {
-        return slots[static_cast<std::uint16_t>(std::uint32_t{hash} * multiplier) >> shift];
+    /// The entry of a member's key; null when it is none of `keys`. Needs `slots`.
+    const FEMKey* find(const RepresentationNode& key) const noexcept {
+        const std::size_t slot = slots[std::uint32_t{key.keyHash} * multiplier >> shift];
+        const FEMKey& entry = entries[slot];
+        if (entry.size != key.size) return nullptr;
+        if (key.size <= ByteBlock::kSize) [[likely]]
+            return ByteBlock(key.text).first(key.size).equals(entry.first) ? &entry : nullptr;
+        if (slot == 0) return nullptr;
+        // Two blocks, which may overlap, are all of nearly every key.
+        const std::string_view whole = keys[slot - 1];
+        const std::size_t last = key.size - ByteBlock::kSize;
+        const bool same = last > ByteBlock::kSize
+                              ? whole == key.string()
+                              : ByteBlock(key.text).equals(entry.first) &&
+                                    ByteBlock(key.text + last).equals(whole.data() + last);
+        return same ? &entry : nullptr;
+    }
+    /// The position of an entry's key among `keys`.
+    std::size_t position(const FEMKey& entry) const noexcept {
+        return static_cast<std::size_t>(&entry - entries.data()) - 1;
     }
 };
 
@@ -168,27 +213,38 @@ template <std::size_t Attributes, std::size_t Relationships>
 struct ConstantRules {
     static constexpr std::size_t kRules = Attributes + Relationships;
     // Four slots a key find a hash without collisions in a few tries.
-    static constexpr std::size_t kSlots = std::bit_ceil(4 * kRules + 1);
+    static constexpr std::size_t kSlots = std::bit_ceil(4 * kRules + 2);
+    static constexpr std::uint8_t kShift = 32 - std::bit_width(kSlots - 1);
 
     /// What `FEMRules` refers to.
     const ObjectClass* objectClass = nullptr;
+    const void* example = nullptr;
     std::array<FEMRule, Attributes> attributes{};
     std::array<FEMRule, Relationships> relationships{};
     std::array<std::string_view, kRules> keys{};
     std::size_t keyCount = 0;
     std::array<std::uint8_t, kSlots> slots{};
-    std::uint16_t multiplier = 0;
+    std::array<FEMKey, kRules + 1> entries{};
+    std::array<std::uint16_t, Attributes> inOrder{};
+    std::size_t inOrderCount = 0;
+    std::uint32_t keysInOrder = 0;
+    std::uint32_t multiplier = 0;
 
     /// The rules as the engine takes them; they live as long as this.
     constexpr operator FEMRules() const& {
         FEMRules rules;
         rules.objectClass = objectClass;
+        rules.example = example;
         rules.attributes = attributes;
         rules.relationships = relationships;
         rules.keys = std::span(keys).first(keyCount);
-        if (multiplier != 0) rules.slots = slots;
+        if (multiplier == 0) return rules;
+        rules.slots = slots;
+        rules.entries = std::span(entries).first(keyCount + 1);
+        rules.inOrder = std::span(inOrder).first(inOrderCount);
+        rules.keysInOrder = keysInOrder;
         rules.multiplier = multiplier;
-        rules.shift = static_cast<std::uint8_t>(16 - std::bit_width(kSlots - 1));
+        rules.shift = kShift;
         return rules;
     }
 
@@ -200,21 +256,78 @@ struct ConstantRules {
         return static_cast<std::uint32_t>(keyCount++);
     }
 
+    /// For `mapping`, when all rules are there: finds out how the engine goes through a dictionary.
+    constexpr void finish() {
+        placeKeys();
+        for (std::size_t i = 0; i < keyCount; ++i)
+            entries[i + 1] = FEMKey(keys[i]);
+        for (std::size_t i = 0; i < Attributes; ++i) {
+            const FEMRule& rule = attributes[i];
+            if (isPut(rule)) {
+                entries[rule.key + 1].put = rule.property->putRaw;
+                entries[rule.key + 1].place = rule.property->place;
+            } else {
+                inOrder[inOrderCount++] = static_cast<std::uint16_t>(i);
+            }
+        }
+        findMultiplier();
+    }
+
+private:
+    // Whether an attribute's rule takes a value as it is, from a key and into a property that no other rule
+    // has.
+    constexpr bool isPut(const FEMRule& rule) const {
+        if (rule.map.apply != nullptr || rule.furtherKeys.data() != nullptr) return false;
+        const auto rivals = [&rule](const FEMRule& other) {
+            return &other != &rule && (other.key == rule.key || other.property == rule.property);
+        };
+        return std::none_of(attributes.begin(), attributes.end(), rivals) &&
+               std::none_of(relationships.begin(), relationships.end(), rivals);
+    }
+
+    // Brings the keys whose values are put behind all others.
+    constexpr void placeKeys() {
+        std::array<bool, kRules> putsKey{};
+        for (const FEMRule& rule : attributes)
+            putsKey[rule.key] = isPut(rule);
+        const auto before = keys;
+        std::array<std::uint32_t, kRules> position{};
+        std::uint32_t count = 0;
+        for (const bool put : {false, true}) {
+            for (std::size_t i = 0; i < keyCount; ++i) {
+                if (putsKey[i] != put) continue;
+                keys[count] = before[i];
+                position[i] = count++;
+            }
+            if (!put) keysInOrder = count;
+        }
+        for (FEMRule& rule : attributes)
+            rule.key = position[rule.key];
+        for (FEMRule& rule : relationships)
+            rule.key = position[rule.key];
+    }
+
     // Looks for a multiplier that sends every key's hash to a slot of its own; without one, keys are looked
     // up.
     constexpr void findMultiplier() {
         if (keyCount > UINT8_MAX - 1) return;
+        std::array<std::uint16_t, kRules> hashes{};
+        for (std::size_t i = 0; i < keyCount; ++i) {
+            hashes[i] = keyHash(keys[i]);
+            if (std::find(hashes.begin(), hashes.begin() + i, hashes[i]) != hashes.begin() + i) return;
+        }
         for (std::uint32_t candidate = 1; candidate <= UINT16_MAX; candidate += 2) {
+            // The product with a hash of 16 bits fills the upper half of 32.
+            const std::uint32_t upper = candidate << 16;
             slots = {};
             std::size_t placed = 0;
             for (; placed < keyCount; ++placed) {
-                const auto product = static_cast<std::uint16_t>(keyHash(keys[placed]) * candidate);
-                std::uint8_t& slot = slots[product >> (16 - std::bit_width(kSlots - 1))];
+                std::uint8_t& slot = slots[hashes[placed] * upper >> kShift];
                 if (slot != 0) break;
                 slot = static_cast<std::uint8_t>(placed + 1);
             }
             if (placed < keyCount) continue;
-            multiplier = static_cast<std::uint16_t>(candidate);
+            multiplier = upper;
             return;
         }
     }
@@ -228,9 +341,10 @@ consteval auto mapping(Rules... written) {
     constexpr std::size_t kRelationships = (std::size_t{Rules::kRelationship} + ... + 0);
     ConstantRules<sizeof...(Rules) - kRelationships, kRelationships> rules;
     rules.objectClass = &Class::objectClass;
+    rules.example = exampleOf<Class>;
     std::size_t attributes = 0;
     std::size_t relationships = 0;
-    const auto add = [&]<class Rule>(const Rule& rule) {
+    [[maybe_unused]] const auto add = [&]<class Rule>(const Rule& rule) {
         constexpr const Property* property = Declared.template of<Rule::kMember>();
         static_assert(property != nullptr, "a rule for a property that is not declared");
         FEMRule resolved;
@@ -249,7 +363,7 @@ consteval auto mapping(Rules... written) {
         }
     };
     (add(written), ...);
-    rules.findMultiplier();
+    rules.finish();
     return rules;
 }
 

@@ -29,8 +29,8 @@ std::size_t positionOf(const Node& key, const FEMRules& rules) {
     if (rules.slots.empty())
         return static_cast<std::size_t>(std::find(rules.keys.begin(), rules.keys.end(), key.string()) -
                                         rules.keys.begin());
-    const std::uint8_t slot = rules.slot(key.keyHash);
-    return slot != 0 && rules.keys[slot - 1U] == key.string() ? slot - 1U : count;
+    const FEMKey* found = rules.find(key);
+    return found != nullptr ? rules.position(*found) : count;
 }
 
 class Walk {

@@ -120,7 +120,8 @@ public:
     const Block* block() const noexcept { return block_; }
     /// The value that a node of a block stands for, links followed.
     static RepresentationView at(const RepresentationNode* node, const Block* block) noexcept {
-        if (node->tag == RepresentationNode::Tag::link) return {node->target, (node + 1)->block};
+        if (node->tag == RepresentationNode::Tag::link) [[unlikely]]
+            return {node->target, (node + 1)->block};
         return {node, block};
     }
 
