@@ -200,6 +200,27 @@ inline char* unescape(char* first, const char* end) noexcept {
     return to;
 }
 
+// A word that is a value: its last four bytes, how many it has, and what its node holds.
+struct Literal {
+    char tail[4];
+    std::uint32_t size;
+    RepresentationNode::Tag tag;
+    std::uint64_t bits;
+};
+
+// The word that begins with that letter, which is one of three, by the bits in which these differ. Which of
+// them it is no processor can foretell, so no branch depends on it.
+inline const Literal& literalFor(char first) noexcept {
+    using Tag = RepresentationNode::Tag;
+    static constexpr Literal kLiterals[] = {
+        {{'a', 'l', 's', 'e'}, 5, Tag::boolean, 0},
+        {{'n', 'u', 'l', 'l'}, 4, Tag::null, 0},
+        {{'t', 'r', 'u', 'e'}, 4, Tag::boolean, 1},
+    };
+    static_assert(('f' >> 3 & 3) == 0 && ('n' >> 3 & 3) == 1 && ('t' >> 3 & 3) == 2);
+    return kLiterals[first >> 3 & 3];
+}
+
 // A container that is being read.
 struct Container {
     // A bit for every key's hash: whether a key may have been there before.
@@ -437,17 +458,20 @@ private:
             case '[':
                 return false;
             case 't':
-                append(Tag::boolean, 1);
-                return std::memcmp(at, "true", 4) == 0 && endsWord(at[4]);
             case 'f':
-                append(Tag::boolean, 0);
-                return std::memcmp(at + 1, "alse", 4) == 0 && endsWord(at[5]);
             case 'n':
-                append(Tag::null, 0);
-                return std::memcmp(at, "null", 4) == 0 && endsWord(at[4]);
+                return literal(at);
             default:
                 return number(at);
         }
+    }
+
+    [[gnu::always_inline]] bool literal(const char* at) noexcept {
+        const Literal& expected = literalFor(*at);
+        append(expected.tag, expected.bits);
+        const char* const end = at + expected.size;
+        return std::memcmp(end - sizeof expected.tail, expected.tail, sizeof expected.tail) == 0 &&
+               endsWord(*end);
     }
 
     [[gnu::always_inline]] bool number(const char* at) {

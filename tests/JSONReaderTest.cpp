@@ -78,6 +78,20 @@ std::string joined(const std::vector<std::string>& pieces) {
     return result;
 }
 
+TEST(JSONReader, WordsAreWholeOrNone) {
+    for (const std::string word : {"true", "false", "null"}) {
+        for (std::size_t i = 0; i <= word.size(); ++i) {
+            EXPECT_TRUE(agrees('[' + word.substr(0, i) + ']'));
+            EXPECT_TRUE(agrees('[' + word.substr(i) + ']'));
+            for (int byte = 0; byte < 256; ++byte) {
+                std::string changed = word + ' ';
+                changed[i] = static_cast<char>(byte);
+                EXPECT_TRUE(agrees('[' + changed + ']'));
+            }
+        }
+    }
+}
+
 TEST(JSONReader, Numbers) {
     struct Row {
         const char* text;
