@@ -66,17 +66,21 @@ std::vector<std::string_view> keysOf(std::string_view keyPath) {
 // character stands in one.
 class JSONReader::StructuralIndex {
 public:
-    // Copies a text, and behind it the padding that simdjson asks for.
-    Outcome find(std::string_view from, char* copy) {
-        const std::size_t size = from.size();
-        from.copy(copy, size);
-        std::memset(copy + size, ' ', simdjson::SIMDJSON_PADDING);
-        if (parser_ == nullptr || parser_->capacity() < size) grow(size);
-        const simdjson::error_code error = parser_->stage1(
-            reinterpret_cast<const std::uint8_t*>(copy), size, simdjson::stage1_mode::regular);
+    // Finds those of a text and copies it, and behind it the padding that simdjson asks for. Where as much of
+    // the document is `behind` the text, simdjson looks at the text itself: reading it from memory takes no
+    // time of its own beside that, and copying it afterwards takes little.
+    Outcome find(std::string_view text, std::size_t behind, char* copy) {
+        if (parser_ == nullptr || parser_->capacity() < text.size()) grow(text.size());
+        const bool isPadded = behind >= simdjson::SIMDJSON_PADDING;
+        if (!isPadded) copyPadded(text, copy);
+        const simdjson::error_code error =
+            parser_->stage1(reinterpret_cast<const std::uint8_t*>(isPadded ? text.data() : copy),
+                            text.size(),
+                            simdjson::stage1_mode::regular);
         endsInText_ = error == simdjson::UNCLOSED_STRING;
         if (error != simdjson::SUCCESS) return Outcome::malformed;
-        return this->size() < kMostStructurals ? Outcome::done : Outcome::tooLarge;
+        if (isPadded) copyPadded(text, copy);
+        return size() < kMostStructurals ? Outcome::done : Outcome::tooLarge;
     }
     // Whether the last text was malformed because a string in it does not end.
     bool endsInText() const noexcept { return endsInText_; }
@@ -85,6 +89,11 @@ public:
     const std::uint32_t* end() const noexcept { return first() + size(); }
 
 private:
+    static void copyPadded(std::string_view text, char* copy) noexcept {
+        text.copy(copy, text.size());
+        std::memset(copy + text.size(), ' ', simdjson::SIMDJSON_PADDING);
+    }
+
     void grow(std::size_t size) {
         constexpr std::size_t kStages = 1;  // the depth that only simdjson's second stage needs
         const std::size_t before = parser_ == nullptr ? 0 : parser_->capacity();
@@ -122,13 +131,13 @@ struct JSONReader::Memory {
     Containers containers;
     std::unique_ptr<Scratch> scratch;
 
-    // Copies a text to where what is read of it is lent, and finds its structural characters. Other texts of
-    // `usual` bytes will follow.
-    Outcome take(std::string_view text, std::size_t usual, Zone* zone) {
+    // Copies a text to where what is read of it is lent, and finds its structural characters. So many bytes
+    // of the document are `behind` it, and other texts of `usual` bytes will follow.
+    Outcome take(std::string_view text, std::size_t behind, std::size_t usual, Zone* zone) {
         const std::size_t bytes = text.size() + simdjson::SIMDJSON_PADDING;
         if (scratch == nullptr || scratch->textBytes < bytes || scratch->builder.isKept())
             scratch = std::make_unique<Scratch>(std::max(bytes, usual + simdjson::SIMDJSON_PADDING), zone);
-        const Outcome outcome = index.find(text, scratch->text);
+        const Outcome outcome = index.find(text, behind, scratch->text);
         if (outcome == Outcome::done) {
             // As deep as containers may nest before there is made more room for them.
             const std::size_t nodes = nodesNeeded(index.size(), containers.size());
@@ -178,7 +187,7 @@ private:
             isLast_ = length >= rest.size();
             size_ = isLast_ ? rest.size() : endBehindComma(rest.substr(0, length));
             if (size_ == 0 && !isLast_) continue;
-            const Outcome outcome = memory_.take(rest.substr(0, size_), window_, zone_);
+            const Outcome outcome = memory_.take(rest.substr(0, size_), rest.size() - size_, window_, zone_);
             if (outcome == Outcome::done) break;
             // It may be that the comma stood in a text.
             if (isLast_ || !memory_.index.endsInText()) {
@@ -333,7 +342,7 @@ std::optional<Representation> JSONReader::read(std::string_view bytes, JSONError
 std::optional<RepresentationView> JSONReader::lend(std::string_view bytes, JSONError* error) {
     std::optional<RepresentationView> result;
     attempt(bytes, error, [&](std::string_view document) {
-        const Outcome outcome = memory_->take(document, kUsualWindow, zone_);
+        const Outcome outcome = memory_->take(document, 0, kUsualWindow, zone_);
         if (outcome != Outcome::done) return outcome;
         RepresentationBuilder& builder = memory_->scratch->builder;
         const std::size_t nodes = walk(memory_->scratch->text, document.size(), builder);
@@ -357,7 +366,7 @@ bool JSONReader::readElements(std::string_view bytes, std::string_view keyPath, 
 JSONReader::Outcome JSONReader::readApart(std::string_view bytes, std::optional<Representation>& result) {
     BlockWriter texts(bytes.size() + simdjson::SIMDJSON_PADDING, zone_);
     char* const text = texts.allocate<char>(bytes.size() + simdjson::SIMDJSON_PADDING);
-    const Outcome outcome = memory_->index.find(bytes, text);
+    const Outcome outcome = memory_->index.find(bytes, 0, text);
     if (outcome != Outcome::done) return outcome;
     RepresentationBuilder builder(nodesNeeded(memory_->index.size(), kUsualDepth), 0, zone_);
     builder.takeTexts(texts);
@@ -369,7 +378,7 @@ JSONReader::Outcome JSONReader::readInOnePiece(std::string_view bytes,
                                                std::optional<Representation>& result) {
     RepresentationBuilder builder(0, bytes.size() + simdjson::SIMDJSON_PADDING, zone_);
     char* const text = builder.reserveText(bytes.size() + simdjson::SIMDJSON_PADDING);
-    const Outcome outcome = memory_->index.find(bytes, text);
+    const Outcome outcome = memory_->index.find(bytes, 0, text);
     if (outcome != Outcome::done) return outcome;
     char* const moved = builder.reserveNodesBehind(text, nodesNeeded(memory_->index.size(), kUsualDepth));
     return finish(walk(moved, bytes.size(), builder), builder, result);
