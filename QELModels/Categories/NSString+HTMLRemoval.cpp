@@ -106,59 +106,87 @@ constexpr Word keyOf(std::string_view name) noexcept {
 static_assert(std::all_of(kNames.begin(), kNames.end(),
                           [](auto name) { return name.size() < sizeof(Word); }));
 
-/// A hash table of the names, open addressed. Small, so that it hardly disturbs the caches of a caller.
+/// Finds a name in one step. There are so many slots that a multiplier which sends every name to one of its
+/// own is soon found, and so few names in a text that hardly any of them are touched.
 class NameTable {
 public:
     static constexpr std::size_t kNoName = kNames.size();
 
-    constexpr NameTable() noexcept {
-        slots_.fill(kNoName);
-        for (std::size_t index = 0; index < kNames.size(); ++index) {
+    consteval NameTable() noexcept {
+        for (std::size_t index = 0; index < kNames.size(); ++index)
             keys_[index] = keyOf(kNames[index]);
-            std::size_t slot = slotOf(keys_[index]);
-            while (slots_[slot] != kNoName)
-                slot = (slot + 1) % kSlots;
-            slots_[slot] = static_cast<std::uint8_t>(index);
-        }
+        while (!fillSlots())
+            multiplier_ += 2;
     }
 
     constexpr std::size_t find(Word key) const noexcept {
-        std::size_t slot = slotOf(key);
-        while (slots_[slot] != kNoName && keys_[slots_[slot]] != key)
-            slot = (slot + 1) % kSlots;
-        return slots_[slot];
+        const std::size_t index = slots_[slotOf(key)];
+        return keys_[index] == key ? index : kNoName;
     }
 
 private:
-    static constexpr std::size_t kSlots = 256;               // 2.5 times the names keeps the probes short
-    static constexpr Word kMultiplier = 0x9E3779B97F4A7C15;  // 2^64 divided by the golden ratio
-    static constexpr std::size_t slotOf(Word key) noexcept {
-        return static_cast<std::size_t>(key * kMultiplier >> 56) % kSlots;
+    static constexpr unsigned kSlotBits = 11;
+
+    constexpr std::size_t slotOf(Word key) const noexcept {
+        return static_cast<std::size_t>(key * multiplier_ >> (64 - kSlotBits));
+    }
+    constexpr bool fillSlots() noexcept {
+        slots_.fill(kNoName);
+        for (std::size_t index = 0; index < kNames.size(); ++index) {
+            std::uint8_t& slot = slots_[slotOf(keys_[index])];
+            if (slot != kNoName) return false;
+            slot = static_cast<std::uint8_t>(index);
+        }
+        return true;
     }
 
-    std::array<Word, kNames.size()> keys_{};
-    std::array<std::uint8_t, kSlots> slots_{};
+    Word multiplier_ = 0x9E3779B97F4A7C15;        // 2^64 divided by the golden ratio, or a little more
+    std::array<Word, kNames.size() + 1> keys_{};  // no key is the last one, which belongs to no name
+    std::array<std::uint8_t, 1 << kSlotBits> slots_{};
 };
 constexpr NameTable kNameTable;
+
+constexpr bool isLetter(char byte) noexcept {
+    return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
+}
+static_assert(std::all_of(kNames.begin(), kNames.end(), [](auto name) { return isLetter(name.front()); }));
+
+/// What a reference stands for.
+struct Character {
+    char bytes[2];  // UTF-8
+    std::uint8_t size;
+};
+/// Of each name, and behind them the '&' of what is no reference.
+constexpr auto kCharacters = [] {
+    std::array<Character, kNames.size() + 1> characters{};
+    for (std::size_t index = 0; index < kAmp; ++index) {
+        char bytes[4] = {};
+        Text::encode(kFirstLatin + static_cast<char32_t>(index), bytes);
+        characters[index] = {{bytes[0], bytes[1]}, 2};
+    }
+    for (std::size_t index = kAmp; index < kNames.size(); ++index)
+        characters[index] = {{kAscii[index - kAmp]}, 1};
+    characters[NameTable::kNoName] = {{'&'}, 1};
+    return characters;
+}();
 
 /// What stands behind an '&': which name, and how many bytes it takes with its ';'.
 struct Reference {
     std::size_t index = NameTable::kNoName;
     std::size_t length = 0;
     constexpr bool found() const noexcept { return index != NameTable::kNoName; }
-    constexpr bool isLatin() const noexcept { return index < kAmp; }
     constexpr bool isAmp() const noexcept { return index == kAmp; }
     /// One of the last four: found, and not one of the others.
     constexpr bool isBehindAmp() const noexcept { return found() && index > kAmp; }
-    constexpr char32_t latin() const noexcept { return kFirstLatin + static_cast<char32_t>(index); }
-    constexpr char ascii() const noexcept { return kAscii[index - kAmp]; }
+    constexpr const Character& character() const noexcept { return kCharacters[index]; }
 };
 
 constexpr Reference referenceIn(Word word) noexcept {
     const Word semicolon = firstOf(';', word);
     if (semicolon == 0) return {};
     const Word upToSemicolon = ((semicolon & (0 - semicolon)) << 1) - 1;
-    return {kNameTable.find(word & upToSemicolon), placeOf(semicolon) + 1};
+    const std::size_t index = kNameTable.find(word & upToSemicolon);
+    return {index, index == NameTable::kNoName ? 0 : placeOf(semicolon) + 1};
 }
 
 /// The text that a pass has made so far, in a buffer of at least the size of what it reads.
@@ -169,6 +197,11 @@ public:
     char* end() const noexcept { return end_; }
     void put(char byte) noexcept { *end_++ = byte; }
     void putCharacter(char32_t character) noexcept { end_ += Text::encode(character, end_); }
+    /// What a reference stands for, for which there is room where the reference was.
+    void put(const Character& character) noexcept {
+        std::memcpy(end_, character.bytes, sizeof character.bytes);
+        end_ += character.size;
+    }
 
     /// Adds bytes that follow the output in the text as it was, perhaps in the very same buffer.
     void putUnjoined(const char* from, const char* to) noexcept {
@@ -234,14 +267,12 @@ public:
     void decode() noexcept {
         while (in_ != end_) {
             const Reference reference = referenceIn(wordAt(++in_, end_));
-            if (reference.found()) in_ += reference.length;
-            if (reference.isLatin()) {
-                out_.putCharacter(reference.latin());
-            } else if (reference.isAmp()) {
+            in_ += reference.length;
+            if (reference.isAmp()) {
                 decodeBehindAmp();
             } else if (reference.found()) {
-                asWritten_ |= bit(reference);
-                out_.put(reference.ascii());
+                if (reference.isBehindAmp()) asWritten_ |= bit(reference);
+                out_.put(reference.character());
             } else {
                 putAmpersand();
             }
@@ -272,7 +303,7 @@ private:
             return;
         }
         in_ += arisen.length;
-        out_.put(arisen.ascii());
+        out_.put(arisen.character());
     }
 
     /// Whether the text, before any decoding, holds the reference. What lies behind is known from passing it;
@@ -451,22 +482,21 @@ private:
 
     bool decodeNamed(Word word) noexcept {
         const Reference reference = referenceIn(word);
-        if (reference.isLatin()) {
-            put(reference.latin(), reference.length);
-            return true;
-        }
-        if (reference.found()) {
-            put(static_cast<char32_t>(reference.ascii()), reference.length);
-            return !reference.isAmp() || isInert(this->word());
-        }
-        put('&', 0);
-        return isInert(word);
+        // An '&' that stands for itself may be the last byte that there is room for.
+        const Character& character = reference.character();
+        std::memcpy(out_, character.bytes, kSlack ? sizeof character.bytes : character.size);
+        out_ += character.size;
+        in_ += reference.length;
+        return (reference.found() && !reference.isAmp()) || isInert(this->word());
     }
 
-    /// Whether what follows cannot make a reference of an '&' in front of it, not even when tags have gone:
-    /// no name is longer than the word, so a tag within one would show in it.
+    /// Whether what follows cannot make a reference of an '&' in front of it, not even when tags have gone. A
+    /// reference goes on with '#' or a letter, and no name is longer than the word, so a tag within one would
+    /// show in it.
     static bool isInert(Word word) noexcept {
-        return (word & 0xFF) != '#' && firstOf('<', word) == 0 && !referenceIn(word).found();
+        const auto next = static_cast<char>(word & 0xFF);
+        if (next == '#' || next == '<') return false;
+        return !isLetter(next) || (firstOf('<', word) == 0 && !referenceIn(word).found());
     }
 
     /// Numeric references with a short body that holds nothing which another pass would look at.
