@@ -66,9 +66,9 @@ std::vector<std::string_view> keysOf(std::string_view keyPath) {
 // character stands in one.
 class JSONReader::StructuralIndex {
 public:
-    // Finds those of a text and copies it, and behind it the padding that simdjson asks for. Where as much of
-    // the document is `behind` the text, simdjson looks at the text itself: reading it from memory takes no
-    // time of its own beside that, and copying it afterwards takes little.
+    // Finds those of a text and, when it is well formed, copies it, and behind it the padding that simdjson
+    // asks for. Where as much of the document is `behind` the text, simdjson looks at the text itself:
+    // reading it from memory takes no time of its own beside that, and copying it afterwards takes little.
     Outcome find(std::string_view text, std::size_t behind, char* copy) {
         if (parser_ == nullptr || parser_->capacity() < text.size()) grow(text.size());
         const bool isPadded = behind >= simdjson::SIMDJSON_PADDING;
@@ -131,8 +131,8 @@ struct JSONReader::Memory {
     Containers containers;
     std::unique_ptr<Scratch> scratch;
 
-    // Copies a text to where what is read of it is lent, and finds its structural characters. So many bytes
-    // of the document are `behind` it, and other texts of `usual` bytes will follow.
+    // Finds the structural characters of a text and copies it to where what is read of it is lent. So many
+    // bytes of the document are `behind` it, and other texts of `usual` bytes will follow.
     Outcome take(std::string_view text, std::size_t behind, std::size_t usual, Zone* zone) {
         const std::size_t bytes = text.size() + simdjson::SIMDJSON_PADDING;
         if (scratch == nullptr || scratch->textBytes < bytes || scratch->builder.isKept())

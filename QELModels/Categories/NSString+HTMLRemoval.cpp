@@ -141,7 +141,7 @@ private:
     }
 
     Word multiplier_ = 0x9E3779B97F4A7C15;        // 2^64 divided by the golden ratio, or a little more
-    std::array<Word, kNames.size() + 1> keys_{};  // no key is the last one, which belongs to no name
+    std::array<Word, kNames.size() + 1> keys_{};  // the last one is 0, the key of no name
     std::array<std::uint8_t, 1 << kSlotBits> slots_{};
 };
 constexpr NameTable kNameTable;
