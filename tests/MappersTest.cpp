@@ -117,9 +117,17 @@ std::string outcomeOf(const Map& map) {
     }
 }
 
-// The document with much in front of it that nobody reads, so that its elements are mapped while it is read.
+// The document with much in front of it and behind it that nobody reads, so that its elements are mapped
+// while it is read, and not with its last part.
 std::string enlarged(const std::string& document) {
-    return "{\"padding\":\"" + std::string(70'000, 'x') + "\"," + document.substr(1);
+    std::string padding = "[0";
+    for (int i = 0; i < 35'000; ++i)
+        padding += ",0";
+    padding += ']';
+    const std::size_t end = document.rfind('}');
+    if (end == std::string::npos || end < 2) return document;
+    return "{\"padding\":" + padding + ',' + document.substr(1, end - 1) + ",\"after\":" + padding +
+           document.substr(end);
 }
 
 template <class Mapper>
