@@ -5,9 +5,11 @@
 #include <string>
 
 #include "JSON/JSONNumber.h"
-#include "QELModels/Platform/Text.h"
+#include "QELModels/Values/Text.h"
 
-namespace QELModels::inline QELMODELS_ABI::jsonDetail {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
+namespace jsonDetail {
 
 namespace {
 
@@ -204,4 +206,6 @@ JSONError locateError(std::string_view document, std::size_t maxDepth) {
     return Locator(document, maxDepth).locate();
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::jsonDetail
+}  // namespace jsonDetail
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -6,10 +6,14 @@
 #include "JSON/JSONReader.h"
 
 // The reader's own; applications have no use for it.
-namespace QELModels::inline QELMODELS_ABI::jsonDetail {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
+namespace jsonDetail {
 
 /// The first mistake in a document that the reader has refused. Slow and simple, byte by byte: a reader that
 /// has to be fast need not know where it is.
 JSONError locateError(std::string_view document, std::size_t maxDepth);
 
-}  // namespace QELModels::inline QELMODELS_ABI::jsonDetail
+}  // namespace jsonDetail
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -2,9 +2,10 @@
 
 #include <string_view>
 
-#include "QELModels/Platform/ObjectClass.h"
+#include "QELModels/Records/ObjectClass.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 namespace {
 
@@ -72,4 +73,5 @@ std::string jsonFromValue(const Value& value, JSONWriter::Layout layout) {
     return text;
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -4,11 +4,12 @@
 
 #include "JSON/JSONWriter.h"
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/List.h"
-#include "QELModels/Platform/Object.h"
-#include "QELModels/Platform/Value.h"
+#include "QELModels/Records/List.h"
+#include "QELModels/Records/Object.h"
+#include "QELModels/Records/Value.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// Writes what a property holds, nested records and lists included, as one JSON value.
 ///
@@ -25,4 +26,5 @@ QELMODELS_EXPORT void writeJSON(JSONWriter& writer, const ListBase* list);
 QELMODELS_EXPORT std::string jsonFromValue(const Value& value,
                                            JSONWriter::Layout layout = JSONWriter::Layout::compact);
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

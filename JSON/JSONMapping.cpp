@@ -3,7 +3,9 @@
 #include <exception>
 #include <string>
 
-namespace QELModels::inline QELMODELS_ABI::jsonDetail {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
+namespace jsonDetail {
 
 namespace {
 
@@ -48,4 +50,6 @@ Ref<ListBase> mappedList(JSONReader& reader, std::string_view bytes, std::string
     return collector.finish();
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::jsonDetail
+}  // namespace jsonDetail
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

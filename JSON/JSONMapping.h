@@ -7,7 +7,8 @@
 #include "QELModels/Mappers/QELMapperProtocol.h"
 #include "QELModels/Platform/Export.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 namespace jsonDetail {
 
@@ -48,4 +49,5 @@ auto mappedResponseFromJSON(JSONReader& reader, std::string_view bytes, const Ma
     return mapper.mappedResponseFromJSONObject(*document, nullptr, options);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

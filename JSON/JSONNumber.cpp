@@ -9,7 +9,9 @@
 #include <optional>
 #include <system_error>
 
-namespace QELModels::inline QELMODELS_ABI::jsonDetail {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
+namespace jsonDetail {
 
 namespace {
 
@@ -128,4 +130,6 @@ NumberOutcome readNumber(const char*& at, Number& number) noexcept {
     return NumberOutcome::read;
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::jsonDetail
+}  // namespace jsonDetail
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

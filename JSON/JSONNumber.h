@@ -3,10 +3,12 @@
 #include <cstdint>
 
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/Number.h"
+#include "QELModels/Values/Number.h"
 
 // The reader's own; applications have no use for it.
-namespace QELModels::inline QELMODELS_ABI::jsonDetail {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
+namespace jsonDetail {
 
 enum class NumberOutcome : std::uint8_t { read, malformed, tooLarge };
 
@@ -14,4 +16,6 @@ enum class NumberOutcome : std::uint8_t { read, malformed, tooLarge };
 /// belong to a number stands behind the text. Unless the outcome is `read`, `at` stays where it is.
 NumberOutcome readNumber(const char*& at, Number& number) noexcept;
 
-}  // namespace QELModels::inline QELMODELS_ABI::jsonDetail
+}  // namespace jsonDetail
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -11,9 +11,10 @@
 
 #include "JSON/JSONErrorLocator.h"
 #include "JSON/JSONWalker.h"
-#include "QELModels/Platform/RepresentationBuilder.h"
+#include "QELModels/Representation/RepresentationBuilder.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 namespace {
 
@@ -403,4 +404,5 @@ std::optional<Representation> representationFromJSON(std::string_view bytes, JSO
     return JSONReader().read(bytes, error);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

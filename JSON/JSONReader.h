@@ -6,11 +6,12 @@
 #include <string>
 #include <string_view>
 
+#include "QELModels/Memory/Zone.h"
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/Representation.h"
-#include "QELModels/Platform/Zone.h"
+#include "QELModels/Representation/Representation.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 class RepresentationBuilder;
 
@@ -106,4 +107,5 @@ private:
 QELMODELS_EXPORT std::optional<Representation> representationFromJSON(std::string_view bytes,
                                                                       JSONError* error = nullptr);
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

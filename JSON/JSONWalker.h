@@ -13,12 +13,14 @@
 
 #include "JSON/JSONNumber.h"
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/RepresentationBuilder.h"
-#include "QELModels/Platform/Text.h"
+#include "QELModels/Representation/RepresentationBuilder.h"
+#include "QELModels/Values/Text.h"
 
 // The reader's own, and part of its source alone: nothing of it has a name outside, so that the compiler
 // knows every call and what it changes (which is worth 2 % of all instructions).
-namespace QELModels::inline QELMODELS_ABI::jsonDetail {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
+namespace jsonDetail {
 namespace {
 
 inline constexpr std::uint8_t kNoHexDigit = 0xFF;
@@ -526,4 +528,6 @@ private:
 };
 
 }  // namespace
-}  // namespace QELModels::inline QELMODELS_ABI::jsonDetail
+}  // namespace jsonDetail
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

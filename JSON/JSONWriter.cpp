@@ -5,9 +5,10 @@
 #include <utility>
 #include <vector>
 
-#include "QELModels/Platform/Text.h"
+#include "QELModels/Values/Text.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 namespace {
 
@@ -164,4 +165,5 @@ std::string jsonFromRepresentation(RepresentationView view, JSONWriter::Layout l
     return text;
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

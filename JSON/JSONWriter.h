@@ -5,10 +5,11 @@
 #include <string_view>
 
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/Number.h"
-#include "QELModels/Platform/Representation.h"
+#include "QELModels/Representation/Representation.h"
+#include "QELModels/Values/Number.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// Writes one JSON text, event by event, behind what a string holds already. The events come in the order of
 /// a well-formed document, each key directly in front of its value; whoever calls keeps to that.
@@ -64,4 +65,5 @@ private:
 QELMODELS_EXPORT std::string jsonFromRepresentation(RepresentationView view,
                                                     JSONWriter::Layout layout = JSONWriter::Layout::compact);
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -8,8 +8,8 @@
 #include <variant>
 #include <vector>
 
-#include "QELModels/Platform/Date.h"
-#include "QELModels/Platform/Size.h"
+#include "QELModels/Values/Date.h"
+#include "QELModels/Values/Size.h"
 #include "RawText.h"
 #include "Records.h"
 

@@ -8,11 +8,11 @@
 #include <string_view>
 #include <type_traits>
 
-#include "QELModels/Platform/Color.h"
-#include "QELModels/Platform/Date.h"
 #include "QELModels/Platform/Hash.h"
-#include "QELModels/Platform/Number.h"
-#include "QELModels/Platform/URL.h"
+#include "QELModels/Values/Color.h"
+#include "QELModels/Values/Date.h"
+#include "QELModels/Values/Number.h"
+#include "QELModels/Values/URL.h"
 
 namespace QELModels::bench {
 

@@ -6,11 +6,11 @@
 #include <utility>
 #include <vector>
 
-#include "QELModels/Platform/Color.h"
-#include "QELModels/Platform/Date.h"
-#include "QELModels/Platform/Number.h"
-#include "QELModels/Platform/QELAssetEnumerations.h"
-#include "QELModels/Platform/URL.h"
+#include "QELModels/Functions/QELAssetEnumerations.h"
+#include "QELModels/Values/Color.h"
+#include "QELModels/Values/Date.h"
+#include "QELModels/Values/Number.h"
+#include "QELModels/Values/URL.h"
 
 /// The records as an application would write them by hand: plain structures that own what they hold, nested
 /// records in place, null apart from empty. `Raw` is how a parser keeps a sub-tree that nobody looks into.

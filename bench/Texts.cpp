@@ -7,7 +7,7 @@
 
 #include "Parts.h"
 #include "QELModels/Categories/NSString+HTMLRemoval.h"
-#include "QELModels/Platform/URL.h"
+#include "QELModels/Values/URL.h"
 
 // Cleaning of HTML and grammar of URLs. The code written by hand uses the library's functions for both, so
 // there is none beside them; a walk over the bytes shows what no such function can beat. Each input comes in

@@ -35,9 +35,9 @@
 #include "QELModels/Models/QELCategory+Utilities.h"
 #include "QELModels/Models/QELEditorial+Utilities.h"
 #include "QELModels/Models/QELSeason+Utilities.h"
-#include "QELModels/Platform/Clock.h"
-#include "QELModels/Platform/Log.h"
-#include "QELModels/Platform/MappingFault.h"
+#include "QELModels/Process/Clock.h"
+#include "QELModels/Process/Log.h"
+#include "QELModels/Records/MappingFault.h"
 #include "fuzz/DocumentMutator.h"
 #include "fuzz/Require.h"
 

@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "QELModels/Categories/NSString+HTMLRemoval.h"
-#include "QELModels/Platform/Text.h"
+#include "QELModels/Values/Text.h"
 #include "fuzz/Require.h"
 #include "tests/HTMLRemovalOracle.h"
 

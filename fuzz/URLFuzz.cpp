@@ -11,12 +11,12 @@
 #include <string_view>
 
 #include "QELModels/Categories/NSURL+QELKavoHelper.h"
-#include "QELModels/Platform/Log.h"
-#include "QELModels/Platform/Representation.h"
-#include "QELModels/Platform/Text.h"
-#include "QELModels/Platform/URL.h"
-#include "QELModels/Platform/Value.h"
+#include "QELModels/Process/Log.h"
+#include "QELModels/Records/Value.h"
+#include "QELModels/Representation/Representation.h"
 #include "QELModels/Transformers/QELNSURLTransformer.h"
+#include "QELModels/Values/Text.h"
+#include "QELModels/Values/URL.h"
 #include "fuzz/Require.h"
 #include "tests/URLOracle.h"
 

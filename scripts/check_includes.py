@@ -1,15 +1,23 @@
 #!/usr/bin/env python3
-"""Checks that includes only go upwards in the order of folders, that no headers include each other in a
-circle, and that the umbrella header has every header of the library. With --self-test it checks itself on small trees that keep and break the rules."""
+"""Checks that a folder includes only from the folders above it, that no headers include each other in a
+circle, that the umbrella header has every public header and no other, and that nobody outside the libraries
+includes from a folder `detail`. With --self-test it checks itself on small trees that keep and break the
+rules."""
 
 import re
 import sys
 import tempfile
 from pathlib import Path
 
-# A folder may include from itself and from the folders above it. JSON stands on the whole library.
+# A folder may include from itself and from the folders above it; its subfolder `detail` counts as the folder
+# itself.
 LAYERS = [
     "QELModels/Platform",
+    "QELModels/Values",
+    "QELModels/Process",
+    "QELModels/Memory",
+    "QELModels/Representation",
+    "QELModels/Records",
     "QELModels/Mapping",
     "QELModels/Categories",
     "QELModels/Functions",
@@ -23,16 +31,26 @@ LAYERS = [
 
 UMBRELLA = "QELModels/QELModels.h"
 NOT_IN_UMBRELLA = {
-    "QELModels/Platform/MemoryResourceZone.h",  # not every standard library has memory resources
-    "QELModels/Platform/ByteBlock.h",  # for the library's own scans of text
-    "QELModels/Platform/SharedSlot.h",  # for the library's own process-wide variables
+    "QELModels/Memory/MemoryResourceZone.h",  # not every standard library has memory resources
 }
+
+# Who may include what is not for users: the libraries themselves.
+LIBRARIES = ("QELModels/", "JSON/")
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<((?:QELModels|JSON|tool)/[^>]+)>)')
 
 
+def is_detail(path):
+    return Path(path).parent.name == "detail"
+
+
+def folder_of(path):
+    parent = Path(path).parent
+    return str(parent.parent if is_detail(path) else parent)
+
+
 def layer_of(path):
-    return LAYERS.index(str(Path(path).parent)) if str(Path(path).parent) in LAYERS else None
+    return LAYERS.index(folder_of(path)) if folder_of(path) in LAYERS else None
 
 
 def includes_of(root, path):
@@ -67,7 +85,8 @@ def cycle_in(graph):
 def faults_in(root):
     """One line for every broken rule, as `file:line: what is wrong`."""
     files = sorted(str(path.relative_to(root))
-                   for layer in LAYERS for path in (root / layer).glob("*") if path.suffix in (".h", ".cpp"))
+                   for layer in LAYERS for folder in (root / layer, root / layer / "detail")
+                   for path in folder.glob("*") if path.suffix in (".h", ".cpp"))
     graph = {}
     for path in files:
         graph[path] = []
@@ -78,10 +97,12 @@ def faults_in(root):
             elif layer_of(target) is None:
                 yield f"{path}:{number}: {target} is in none of the library's folders"
             elif layer_of(target) > layer_of(path):
-                yield f"{path}:{number}: {Path(path).parent} must not include from {Path(target).parent}"
+                yield f"{path}:{number}: {folder_of(path)} must not include from {folder_of(target)}"
+            elif is_detail(target) and (path == UMBRELLA or not path.startswith(LIBRARIES)):
+                yield f"{path}:{number}: {target} is not for users"
     if UMBRELLA in graph:
         for path in files:
-            if not path.startswith("QELModels/") or not path.endswith(".h"):
+            if not path.startswith("QELModels/") or not path.endswith(".h") or is_detail(path):
                 continue
             if path not in graph[UMBRELLA] and path != UMBRELLA and path not in NOT_IN_UMBRELLA:
                 yield f"{UMBRELLA}: {path} is missing"
@@ -100,6 +121,18 @@ def self_test():
          {"QELModels/QELModels.h": '#include "QELModels/Models/A.h"\n', "QELModels/Models/A.h": "",
           "QELModels/Mapping/B.h": "", "JSON/C.h": ""},
          "QELModels/QELModels.h: QELModels/Mapping/B.h is missing"),
+        ("the umbrella gives details away",
+         {"QELModels/QELModels.h": '#include "QELModels/Memory/detail/A.h"\n', "QELModels/Memory/detail/A.h": ""},
+         "QELModels/QELModels.h:1: QELModels/Memory/detail/A.h is not for users"),
+        ("details of the library in another room of it, and in JSON",
+         {"QELModels/Memory/detail/A.h": "", "QELModels/Records/B.h": '#include "QELModels/Memory/detail/A.h"\n',
+          "JSON/detail/C.h": '#include "QELModels/Memory/detail/A.h"\n'}, None),
+        ("details of the library in the command",
+         {"QELModels/Memory/detail/A.h": "", "tool/B.cpp": '#include "QELModels/Memory/detail/A.h"\n'},
+         "tool/B.cpp:1: QELModels/Memory/detail/A.h is not for users"),
+        ("details that include downwards",
+         {"QELModels/Memory/detail/A.h": '#include "QELModels/Records/B.h"\n', "QELModels/Records/B.h": ""},
+         "QELModels/Memory/detail/A.h:1: QELModels/Memory must not include from QELModels/Records"),
         ("downwards in quotes",
          {"QELModels/Platform/B.h": '\n#include "QELModels/Models/A.h"\n', "QELModels/Models/A.h": ""},
          "QELModels/Platform/B.h:2: QELModels/Platform must not include from QELModels/Models"),

@@ -18,15 +18,15 @@
 #include <vector>
 
 #include "JSON/JSONReader.h"
-#include "QELModels/Platform/Log.h"
-#include "QELModels/Platform/MappingFault.h"
+#include "QELModels/Process/Log.h"
+#include "QELModels/Records/MappingFault.h"
 #include "tool/Audit.h"
 #include "tool/AuditDocuments.h"
 #include "tool/AuditPage.h"
 #include "tool/CommandLine.h"
 #include "tool/Explanation.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -503,4 +503,4 @@ TEST(AuditPage, HoldsEverythingAndLoadsNothing) {
 }
 
 }  // namespace
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

@@ -13,8 +13,8 @@
 #include "QELModels/Mapping/FEMRules.h"
 #include "QELModels/Models/QELEditorial.h"
 #include "QELModels/Models/QELSeason.h"
-#include "QELModels/Platform/Declaration.h"
-#include "QELModels/Platform/MappingFault.h"
+#include "QELModels/Records/Declaration.h"
+#include "QELModels/Records/MappingFault.h"
 #include "tests/TestSupport.h"
 
 namespace QELModels::test {

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "QELModels/Platform/MappingFault.h"
+#include "QELModels/Records/MappingFault.h"
 #include "tests/DamagedDocuments.h"
 #include "tests/TestSupport.h"
 #include "tool/CommandLine.h"

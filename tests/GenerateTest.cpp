@@ -13,7 +13,8 @@
 
 #include "QELModels/Platform/Export.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 namespace {
 
 struct Result {
@@ -129,4 +130,5 @@ TEST(GenerateTest, CompletesInFish) {
 }
 
 }  // namespace
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -2,8 +2,8 @@
 // holds, keeps texts well formed, touches nothing outside its buffers, and takes linear time.
 
 #include <QELModels/Categories/NSString+HTMLRemoval.h>
-#include <QELModels/Platform/Block.h>
-#include <QELModels/Platform/Text.h>
+#include <QELModels/Memory/Block.h>
+#include <QELModels/Values/Text.h>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 

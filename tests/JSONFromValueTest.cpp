@@ -11,10 +11,11 @@
 #include "QELModels/Mappers/QELAssetMapper.h"
 #include "QELModels/Mappers/QELCategoryMapper.h"
 #include "QELModels/Models/QELFlightTimes.h"
-#include "QELModels/Platform/Date.h"
-#include "QELModels/Platform/URL.h"
+#include "QELModels/Values/Date.h"
+#include "QELModels/Values/URL.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 namespace {
 
 using Layout = JSONWriter::Layout;
@@ -89,4 +90,5 @@ TEST(JSONFromValue, AListThatIsNullIsNotAnEmptyOne) {
 }
 
 }  // namespace
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

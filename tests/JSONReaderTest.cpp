@@ -4,8 +4,8 @@
 
 #include <JSON/JSONReader.h>
 #include <JSON/JSONWriter.h>
-#include <QELModels/Platform/RepresentationBuilder.h>
-#include <QELModels/Platform/Text.h>
+#include <QELModels/Representation/RepresentationBuilder.h>
+#include <QELModels/Values/Text.h>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 

@@ -20,7 +20,7 @@
 #include <vector>
 
 #include "QELModels/Categories/NSURL+QELKavoHelper.h"
-#include "QELModels/Platform/MainScreen.h"
+#include "QELModels/Process/MainScreen.h"
 #include "URLOracle.h"
 
 namespace QELModels {

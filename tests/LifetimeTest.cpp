@@ -18,7 +18,7 @@
 #include "QELModels/Models/QELAssetAdditional+Utils.h"
 #include "QELModels/Models/QELEditorial.h"
 #include "QELModels/Models/QELSeason.h"
-#include "QELModels/Platform/RepresentationBuilder.h"
+#include "QELModels/Representation/RepresentationBuilder.h"
 #include "tests/TestSupport.h"
 
 namespace QELModels::test {

@@ -18,7 +18,7 @@
 #include "QELModels/Mappers/QELResponse.h"
 #include "QELModels/Mappers/QELSeasonMapper.h"
 #include "QELModels/Mappers/QELSeasonsMapper.h"
-#include "QELModels/Platform/MappingFault.h"
+#include "QELModels/Records/MappingFault.h"
 #include "tests/DamagedDocuments.h"
 #include "tests/TestSupport.h"
 

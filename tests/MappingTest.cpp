@@ -17,9 +17,9 @@
 #include "QELModels/Mapping/FEMRules.h"
 #include "QELModels/Models/QELEditorial.h"
 #include "QELModels/Models/QELSeason.h"
-#include "QELModels/Platform/Declaration.h"
-#include "QELModels/Platform/MappingFault.h"
-#include "QELModels/Platform/RepresentationBuilder.h"
+#include "QELModels/Records/Declaration.h"
+#include "QELModels/Records/MappingFault.h"
+#include "QELModels/Representation/RepresentationBuilder.h"
 #include "tests/TestSupport.h"
 
 namespace QELModels::test {

@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <utility>
 
-#include "QELModels/Platform/Text.h"
+#include "QELModels/Values/Text.h"
 
 namespace NaiveJSONOracle {
 

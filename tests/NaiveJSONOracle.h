@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "JSON/JSONReader.h"
-#include "QELModels/Platform/Number.h"
-#include "QELModels/Platform/Representation.h"
+#include "QELModels/Representation/Representation.h"
+#include "QELModels/Values/Number.h"
 
 /// JSON read the plain way: one function for each rule of the grammar, recursion, code units, `strtod`. The
 /// library's reader must give the same values, refuse the same documents and name the same places.

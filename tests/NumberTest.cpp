@@ -1,7 +1,7 @@
 // Numbers compare, hash and convert by their exact mathematical value, and their text is the shortest that
 // reads back, in the layout of ECMAScript.
 
-#include <QELModels/Platform/Number.h>
+#include <QELModels/Values/Number.h>
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>

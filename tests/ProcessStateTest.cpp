@@ -1,9 +1,9 @@
 // The clock, the log and the main screen may be used and replaced at any time and from any thread: before the
 // first static initialiser, after the last destructor, and by many at once.
 
-#include <QELModels/Platform/Clock.h>
-#include <QELModels/Platform/Log.h>
-#include <QELModels/Platform/MainScreen.h>
+#include <QELModels/Process/Clock.h>
+#include <QELModels/Process/Log.h>
+#include <QELModels/Process/MainScreen.h>
 
 #include <gtest/gtest.h>
 

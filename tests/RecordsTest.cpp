@@ -16,7 +16,7 @@
 #include "QELModels/Models/QELEditorial.h"
 #include "QELModels/Models/QELSeason.h"
 #include "QELModels/Platform/Hash.h"
-#include "QELModels/Platform/MappingFault.h"
+#include "QELModels/Records/MappingFault.h"
 #include "tests/TestSupport.h"
 
 namespace QELModels::test {

@@ -2,9 +2,9 @@
 // and of large dictionaries, compares by value, lives as long as somebody holds a part of it, and can be
 // nested a million deep.
 
-#include <QELModels/Platform/KeyHash.h>
-#include <QELModels/Platform/Representation.h>
-#include <QELModels/Platform/RepresentationBuilder.h>
+#include <QELModels/Platform/detail/KeyHash.h>
+#include <QELModels/Representation/Representation.h>
+#include <QELModels/Representation/RepresentationBuilder.h>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 

@@ -19,8 +19,8 @@
 #include "QELModels/Mapping/FEMObserver.h"
 #include "QELModels/Models/QELAsset.h"
 #include "QELModels/Models/QELBaseModel.h"
-#include "QELModels/Platform/Clock.h"
-#include "QELModels/Platform/Log.h"
+#include "QELModels/Process/Clock.h"
+#include "QELModels/Process/Log.h"
 #include "QELModels/Transformers/QELValueTransformerRegistry.h"
 
 namespace QELModels::test {

@@ -1,7 +1,7 @@
 // The promise: every sequence of UTF-16 code units has exactly one byte form, all functions of Text agree on
 // which bytes are one, and none reads outside of what it is given.
 
-#include <QELModels/Platform/Text.h>
+#include <QELModels/Values/Text.h>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 

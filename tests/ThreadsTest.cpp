@@ -17,7 +17,7 @@
 #include "QELModels/Mappers/QELAssetsMapper.h"
 #include "QELModels/Models/QELAsset+Utilities.h"
 #include "QELModels/Models/QELAssetAdditional+Utils.h"
-#include "QELModels/Platform/MainScreen.h"
+#include "QELModels/Process/MainScreen.h"
 #include "tests/TestSupport.h"
 
 namespace QELModels::test {

@@ -19,7 +19,8 @@
 
 extern char** environ;
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 namespace {
 
 using Arguments = std::vector<std::string>;
@@ -552,4 +553,5 @@ TEST(Display, ExcerptsPointAtThePlace) {
 }
 
 }  // namespace
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -11,7 +11,7 @@
 
 #include "QELModels/Mapping/FEMDeserializer.h"
 #include "QELModels/Models/QELSeason.h"
-#include "QELModels/Platform/MappingFault.h"
+#include "QELModels/Records/MappingFault.h"
 #include "QELModels/Transformers/QELHTMLTransformer.h"
 #include "QELModels/Transformers/QELNSURLTransformer.h"
 #include "QELModels/Transformers/QELTimestampTransformer.h"

@@ -1,7 +1,7 @@
 // A URL is what the grammar of RFC 3986 calls a URI-reference, and brackets in a query or fragment besides:
 // the library's reader and the grammar itself agree on all short texts and on long random ones.
 
-#include <QELModels/Platform/URL.h>
+#include <QELModels/Values/URL.h>
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>

@@ -12,7 +12,7 @@
 #include "QELModels/Models/QELAsset.h"
 #include "QELModels/Models/QELEditorial.h"
 #include "QELModels/Models/QELSeason.h"
-#include "QELModels/Platform/RepresentationBuilder.h"
+#include "QELModels/Representation/RepresentationBuilder.h"
 #include "tests/TestSupport.h"
 
 namespace QELModels::test {

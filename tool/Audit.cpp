@@ -8,7 +8,7 @@
 #include "tool/Explanation.h"
 #include "tool/Kinds.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 namespace {
 
@@ -318,4 +318,4 @@ std::string shareText(std::uint64_t count, std::uint64_t total) {
     return fmt::format("{:.1f} %", std::min(percent, kAll - kLeastShown));
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

@@ -14,13 +14,13 @@
 #include "JSON/JSONWriter.h"
 #include "QELModels/Mapping/FEMObserver.h"
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/Representation.h"
+#include "QELModels/Representation/Representation.h"
 
 /// @file
 /// What an audit of many documents answers, as a value: audits of parts add up to the audit of the whole,
 /// whatever the parts and their order.
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 /// The outcomes that are counted, in the order in which they are shown.
 inline constexpr std::array kAuditOutcomes{FEMOutcome::set,
@@ -145,4 +145,4 @@ std::string countText(std::uint64_t count);
 /// A share in percent that is "100 %" or "0 %" only when it is just that.
 std::string shareText(std::uint64_t count, std::uint64_t total);
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

@@ -4,10 +4,10 @@
 #include <deque>
 #include <unordered_map>
 
-#include "QELModels/Platform/MappingFault.h"
+#include "QELModels/Records/MappingFault.h"
 #include "tool/Explanation.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 namespace {
 
@@ -193,4 +193,4 @@ Audit AuditCollector::audit() const {
     return audit;
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

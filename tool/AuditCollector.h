@@ -10,11 +10,11 @@
 #include "QELModels/Mapping/FEMObserver.h"
 #include "QELModels/Mapping/FEMPath.h"
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/Representation.h"
+#include "QELModels/Representation/Representation.h"
 #include "tool/Audit.h"
 #include "tool/Kinds.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 /// Counts what becomes of every property of the documents that it is given, one thread's share of them. An
 /// asset has some 160 rules, so what is counted hangs on a tree of the paths' steps: an event finds its place
@@ -53,4 +53,4 @@ private:
     std::vector<std::size_t> indices_;
 };
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

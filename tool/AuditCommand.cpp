@@ -24,7 +24,7 @@
 #include "tool/Explanation.h"
 #include "tool/Kinds.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 namespace {
 
@@ -191,4 +191,4 @@ void addAuditCommand(CommandLine& commandLine) {
                              run);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

@@ -16,11 +16,11 @@
 #include <vector>
 
 #include "JSON/JSONReader.h"
-#include "QELModels/Platform/Text.h"
+#include "QELModels/Values/Text.h"
 #include "tool/AuditCollector.h"
 #include "tool/Documents.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 namespace {
 
@@ -242,4 +242,4 @@ Audit auditDocuments(const Kind& kind, std::span<const std::string> paths, std::
     return audit;
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

@@ -11,7 +11,7 @@
 #include "tool/Audit.h"
 #include "tool/Kinds.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 /// How far an audit has come.
 struct AuditProgress {
@@ -28,4 +28,4 @@ struct AuditProgress {
 Audit auditDocuments(const Kind& kind, std::span<const std::string> files, std::size_t threads,
                      const std::function<void(const AuditProgress&)>& progress = {});
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

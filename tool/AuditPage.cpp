@@ -11,7 +11,7 @@
 #include "tool/Display.h"
 #include "tool/Explanation.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 namespace {
 
@@ -363,4 +363,4 @@ std::string auditPage(const Audit& audit) {
     return Page(audit).written();
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

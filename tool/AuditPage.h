@@ -5,10 +5,10 @@
 #include "QELModels/Platform/Export.h"
 #include "tool/Audit.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 /// An audit as one HTML page that needs nothing else, for people: problems first, fill rates as bars, example
 /// places one click away. Its script adds sorting and filtering; without it everything is there all the same.
 std::string auditPage(const Audit& audit);
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

@@ -10,7 +10,7 @@
 
 #include "tool/Display.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 namespace {
 
@@ -123,4 +123,4 @@ void writeAuditTable(const Audit& audit, bool isColored, Output& output) {
     Table(audit, isColored, output).write();
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

@@ -4,9 +4,9 @@
 #include "tool/Audit.h"
 #include "tool/Output.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 /// Writes an audit for people at a terminal: problems first, with an example place for everything.
 void writeAuditTable(const Audit& audit, bool isColored, Output& output);
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

@@ -6,7 +6,7 @@
 #include "tool/CommandLine.h"
 #include "tool/Commands.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 namespace {
 
@@ -25,4 +25,4 @@ void addColorCommand(CommandLine& commandLine) {
     commandLine.addPlain("color", "HEX...", "Colours such as \"#1B3A4B\", one JSON value a line", run);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

@@ -10,12 +10,12 @@
 #include <new>
 #include <utility>
 
-#include "QELModels/Platform/Clock.h"
-#include "QELModels/Platform/Date.h"
-#include "QELModels/Platform/MainScreen.h"
+#include "QELModels/Process/Clock.h"
+#include "QELModels/Process/MainScreen.h"
+#include "QELModels/Values/Date.h"
 #include "tool/Commands.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 namespace {
 
@@ -257,4 +257,4 @@ Size sizeFrom(std::string_view text) {
     throw UsageError(fmt::format("'{}' is no size such as 320x180", text));
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

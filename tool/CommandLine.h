@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/Size.h"
+#include "QELModels/Values/Size.h"
 #include "tool/Documents.h"
 #include "tool/Output.h"
 
@@ -20,7 +20,7 @@ namespace CLI {
 class App;
 }
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 /// What was asked cannot be done: one line for people, who are then pointed to `--help`.
 struct UsageError : std::runtime_error {
@@ -106,4 +106,4 @@ std::optional<Size> sizeIn(std::string_view text);
 double numberFrom(std::string_view text);
 Size sizeFrom(std::string_view text);
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

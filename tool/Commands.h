@@ -5,7 +5,7 @@
 /// @file
 /// The commands, one a source file. Each adds itself to the command line.
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 class CommandLine;
 
@@ -22,4 +22,4 @@ void addAuditCommand(CommandLine& commandLine);
 void addSchemaCommand(CommandLine& commandLine);
 void addGenerateCommand(CommandLine& commandLine);
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

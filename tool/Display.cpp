@@ -4,9 +4,9 @@
 #include <array>
 #include <deque>
 
-#include "QELModels/Platform/Text.h"
+#include "QELModels/Values/Text.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 namespace {
 
@@ -159,4 +159,4 @@ std::string excerpt(std::string_view text, std::size_t offset) {
     return line + '\n' + caretLine + '^';
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

@@ -6,7 +6,7 @@
 
 #include "QELModels/Platform/Export.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 /// One character of any text, as a terminal may show it.
 struct Character {
@@ -31,4 +31,4 @@ Shown shown(std::string_view text, std::size_t columns);
 /// byte.
 std::string excerpt(std::string_view text, std::size_t offset);
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

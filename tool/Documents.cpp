@@ -14,7 +14,7 @@
 #include "JSON/JSONReader.h"
 #include "tool/Display.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 namespace {
 
@@ -152,4 +152,4 @@ ExitStatus answerLines(const std::string& file, Output& output, const Answer& an
     return status;
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

@@ -8,11 +8,11 @@
 
 #include "JSON/JSONWriter.h"
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/MappingFault.h"
-#include "QELModels/Platform/Representation.h"
+#include "QELModels/Records/MappingFault.h"
+#include "QELModels/Representation/Representation.h"
 #include "tool/Output.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 /// How a command ends.
 enum class ExitStatus : int { success = 0, badInput = 1, badUsage = 2 };
@@ -109,4 +109,4 @@ ExitStatus answerDocument(const std::string& file, JSONWriter::Layout layout, Ou
 /// when the file cannot be read.
 ExitStatus answerLines(const std::string& file, Output& output, const Answer& answer);
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

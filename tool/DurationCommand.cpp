@@ -8,7 +8,7 @@
 #include "tool/CommandLine.h"
 #include "tool/Commands.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 namespace {
 
@@ -53,4 +53,4 @@ void addDurationCommand(CommandLine& commandLine) {
         "duration", "SECONDS...", "Durations as parts, countdown and texts, one JSON object a line", run);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "JSON/JSONWriter.h"
-#include "QELModels/Platform/MappingFault.h"
+#include "QELModels/Records/MappingFault.h"
 #include "tool/CommandLine.h"
 #include "tool/Commands.h"
 #include "tool/Display.h"
@@ -18,7 +18,7 @@
 #include "tool/Explanation.h"
 #include "tool/Kinds.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 namespace {
 
@@ -211,4 +211,4 @@ void addExplainCommand(CommandLine& commandLine) {
                              run);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 namespace {
 
@@ -69,4 +69,4 @@ void explain(const Kind& kind, RepresentationView document, std::string_view key
     });
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

@@ -8,11 +8,11 @@
 #include "QELModels/Mapping/FEMObserver.h"
 #include "QELModels/Mapping/FEMUnreadKeys.h"
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/Log.h"
-#include "QELModels/Platform/Representation.h"
+#include "QELModels/Process/Log.h"
+#include "QELModels/Representation/Representation.h"
 #include "tool/Kinds.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 /// The word for an outcome: `set`, `missing`, `null`, `refused`, `wrongKind` or `fault`.
 std::string_view outcomeName(FEMOutcome outcome) noexcept;
@@ -55,4 +55,4 @@ struct Finding {
 void explain(const Kind& kind, RepresentationView document, std::string_view keyPath,
              const std::function<void(const Finding& finding)>& visit);
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

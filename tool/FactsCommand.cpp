@@ -16,7 +16,7 @@
 #include "tool/Commands.h"
 #include "tool/Documents.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 namespace {
 
@@ -147,4 +147,4 @@ void addFactsCommand(CommandLine& commandLine) {
                              run);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

@@ -14,7 +14,7 @@
 #include "tool/Commands.h"
 #include "tool/Kinds.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 namespace {
 
@@ -500,4 +500,4 @@ void addGenerateCommand(CommandLine& commandLine) {
                              run);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

@@ -5,11 +5,11 @@
 #include <vector>
 
 #include "QELModels/Categories/NSURL+QELKavoHelper.h"
-#include "QELModels/Platform/URL.h"
+#include "QELModels/Values/URL.h"
 #include "tool/CommandLine.h"
 #include "tool/Commands.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 namespace {
 
@@ -85,4 +85,4 @@ void addImageURLCommand(CommandLine& commandLine) {
                              run);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

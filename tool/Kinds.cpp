@@ -15,7 +15,7 @@
 #include "QELModels/Mappers/QELSeasonsMapper.h"
 #include "tool/CommandLine.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 namespace {
 
@@ -76,4 +76,4 @@ std::string keyPathFor(const Kind& kind, const std::optional<std::string>& keyPa
     return keyPath.value_or("");
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

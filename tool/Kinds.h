@@ -8,10 +8,10 @@
 #include "QELModels/Mapping/FEMDeserializer.h"
 #include "QELModels/Mapping/FEMRules.h"
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/Representation.h"
-#include "QELModels/Platform/Value.h"
+#include "QELModels/Records/Value.h"
+#include "QELModels/Representation/Representation.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 /// A kind of document, and the mapper for it.
 struct Kind {
@@ -39,4 +39,4 @@ const Kind& kindNamed(std::string_view name);
 /// The key path that was asked for, empty when none was; throws `UsageError` for a kind that takes none.
 std::string keyPathFor(const Kind& kind, const std::optional<std::string>& keyPath);
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

@@ -14,13 +14,13 @@
 #include "QELModels/Mappers/QELEditorialMapper.h"
 #include "QELModels/Mappers/QELSeasonMapper.h"
 #include "QELModels/Models/QELAsset+Utilities.h"
-#include "QELModels/Platform/Clock.h"
+#include "QELModels/Process/Clock.h"
 #include "tool/CommandLine.h"
 #include "tool/Commands.h"
 #include "tool/Display.h"
 #include "tool/Documents.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 namespace {
 
@@ -262,4 +262,4 @@ void addListCommand(CommandLine& commandLine) {
                              run);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

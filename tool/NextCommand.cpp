@@ -14,7 +14,7 @@
 #include "tool/Commands.h"
 #include "tool/Documents.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 namespace {
 
@@ -90,4 +90,4 @@ void addNextCommand(CommandLine& commandLine) {
                              run);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

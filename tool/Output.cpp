@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <system_error>
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 namespace {
 
@@ -55,4 +55,4 @@ void report(std::string message) {
     writeAll(STDERR_FILENO, message);  // there is nobody left to tell if this fails
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

@@ -6,7 +6,7 @@
 
 #include "QELModels/Platform/Export.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 /// Nobody reads the results any more: the command ends without a word.
 struct ClosedPipe {};
@@ -37,4 +37,4 @@ private:
 /// Writes a message, of one line or several, to standard error in one piece.
 void report(std::string message);
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

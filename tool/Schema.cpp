@@ -9,7 +9,7 @@
 
 #include "JSON/JSONWriter.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 namespace {
 
@@ -161,4 +161,4 @@ std::string schemaOf(const Kind& kind) {
     return text;
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

@@ -5,7 +5,7 @@
 #include "tool/Kinds.h"
 #include "tool/Schema.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 namespace {
 
@@ -28,4 +28,4 @@ void addSchemaCommand(CommandLine& commandLine) {
     commandLine.add<Options>("schema", "KIND", "JSON Schema of what the mapping reads", declare, run);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

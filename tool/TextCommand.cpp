@@ -9,12 +9,12 @@
 #include "JSON/JSONReader.h"
 #include "JSON/JSONWriter.h"
 #include "QELModels/Categories/NSString+HTMLRemoval.h"
-#include "QELModels/Platform/Text.h"
+#include "QELModels/Values/Text.h"
 #include "tool/CommandLine.h"
 #include "tool/Commands.h"
 #include "tool/Documents.h"
 
-namespace QELModels::inline QELMODELS_ABI::tool {
+namespace QELModels::tool {
 
 namespace {
 
@@ -121,4 +121,4 @@ void addTextCommand(CommandLine& commandLine) {
                              run);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::tool
+}  // namespace QELModels::tool

@@ -7,16 +7,17 @@
 #include <cstring>
 #include <utility>
 
-#include "QELModels/Platform/ByteBlock.h"
-#include "QELModels/Platform/KeyHash.h"
-#include "QELModels/Platform/Text.h"
+#include "QELModels/Platform/detail/ByteBlock.h"
+#include "QELModels/Platform/detail/KeyHash.h"
+#include "QELModels/Values/Text.h"
 
 // Cleaning is three passes over one buffer: tags, named references, numeric references. Each pass reads at or
 // ahead of where it writes, so the last two work in place. Each pass moves forward only; what it looks up
 // ahead of its place it either consumes, or looks up once for the whole text. That makes the whole linear.
 // In most texts the passes have nothing to do with each other, and one quicker pass does for all three.
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 namespace {
 
@@ -644,4 +645,5 @@ std::string mz_encodeHTMLCharacterEntities(std::string_view text) {
 
 }  // namespace HTMLRemoval
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -7,7 +7,8 @@
 
 #include "QELModels/Platform/Export.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// Titles and descriptions as plain text: tags removed, then character references decoded.
 ///
@@ -57,4 +58,5 @@ QELMODELS_EXPORT std::string mz_encodeHTMLCharacterEntities(std::string_view tex
 
 }  // namespace HTMLRemoval
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

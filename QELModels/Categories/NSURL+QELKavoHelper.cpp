@@ -9,9 +9,10 @@
 #include <string_view>
 #include <utility>
 
-#include "QELModels/Platform/MainScreen.h"
+#include "QELModels/Process/MainScreen.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 namespace {
 
 // The image server's closed lists of sizes: width, height, quality.
@@ -215,4 +216,5 @@ std::span<const QELKavoConfiguration> autoHeightImageSizes() noexcept {
 }
 
 }  // namespace QELKavoHelper
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -5,8 +5,8 @@
 
 #include "QELModels/Categories/QELKavoConfiguration.h"
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/Size.h"
-#include "QELModels/Platform/URL.h"
+#include "QELModels/Values/Size.h"
+#include "QELModels/Values/URL.h"
 
 /// @file
 /// The URL of an image at the size of the view that shows it. Documents name an image without a size; the
@@ -15,7 +15,8 @@
 ///     MainScreen::setScale(2.0);
 ///     QELKavoHelper::getURLWithSize(url, {300, 169});  // url, then "?t[]=602x338q50"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// A size in points as one in pixels: times the main screen's scale, then times `scale`. Nothing is rounded.
 QELMODELS_EXPORT Size QELApplyScaleToSize(Size size, double scale) noexcept;
@@ -55,4 +56,5 @@ QELMODELS_EXPORT std::span<const QELKavoConfiguration> autoWidthImageSizes() noe
 QELMODELS_EXPORT std::span<const QELKavoConfiguration> autoHeightImageSizes() noexcept;
 
 }  // namespace QELKavoHelper
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

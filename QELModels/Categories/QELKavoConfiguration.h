@@ -3,9 +3,10 @@
 #include <optional>
 
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/Number.h"
+#include "QELModels/Values/Number.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// One size and quality that the image server delivers. Sizes are in pixels and whole numbers; any of the
 /// three may be null. There is no equality on purpose: two configurations are the same only if they are one
@@ -42,4 +43,5 @@ private:
     std::optional<Number> quality_;
 };
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -2,9 +2,11 @@
 
 #include <cstddef>
 
-#include "QELModels/Platform/Text.h"
+#include "QELModels/Values/Text.h"
 
-namespace QELModels::inline QELMODELS_ABI::QELUtils {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
+namespace QELUtils {
 
 namespace {
 
@@ -50,4 +52,6 @@ std::optional<Color> colorFromRGBHexString(std::string_view text) noexcept {
     return Color{red, green, blue, 1};
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI::QELUtils
+}  // namespace QELUtils
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

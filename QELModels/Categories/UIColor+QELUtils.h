@@ -3,10 +3,12 @@
 #include <optional>
 #include <string_view>
 
-#include "QELModels/Platform/Color.h"
 #include "QELModels/Platform/Export.h"
+#include "QELModels/Values/Color.h"
 
-namespace QELModels::inline QELMODELS_ABI::QELUtils {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
+namespace QELUtils {
 
 /// The opaque colour that `#RRGGBB` stands for; null unless the text is exactly seven UTF-16 code units long.
 ///
@@ -15,4 +17,6 @@ namespace QELModels::inline QELMODELS_ABI::QELUtils {
 /// was not read is 0: `#12 345` is 0x12, 0x34, 0x05, and `1234567` is black.
 QELMODELS_EXPORT std::optional<Color> colorFromRGBHexString(std::string_view text) noexcept;
 
-}  // namespace QELModels::inline QELMODELS_ABI::QELUtils
+}  // namespace QELUtils
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

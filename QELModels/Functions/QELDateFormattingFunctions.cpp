@@ -5,9 +5,10 @@
 #include <cstddef>
 #include <string_view>
 
-#include "QELModels/Platform/Number.h"
+#include "QELModels/Values/Number.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 namespace {
 
 constexpr std::int64_t kSecondsPerMinute = 60;
@@ -97,4 +98,5 @@ std::string NSStringFromMovieDuration(double duration) {
     return line.text();
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -12,7 +12,8 @@
 /// A number is written with two digits or more. A negative one is not clamped: it is written as the unsigned
 /// 64-bit number of the same bits (-1 as 18446744073709551615), so whoever counts down stops at zero.
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// A number of seconds broken into parts, each truncated toward zero: for a negative time every part is
 /// negative or 0.
@@ -38,4 +39,5 @@ QELMODELS_EXPORT std::string NSStringWithNamedSeparatorsFromMovieDuration(double
 /// A duration as "01:02:03", or "02:03" where the hours are 0. Days are left out: 25 hours are "01:00:00".
 QELMODELS_EXPORT std::string NSStringFromMovieDuration(double seconds);
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -1,6 +1,7 @@
 #include "QELModels/Functions/QELModelFunctions.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 std::string NSStringFromQELStreamType(QELStreamType streamType) {
     // The list that mappings read, so that this stays their inverse when a type is added.
@@ -10,4 +11,5 @@ std::string NSStringFromQELStreamType(QELStreamType streamType) {
     return {};
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -1,6 +1,7 @@
 #include "QELModels/Functions/QELModels_vers.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 static_assert(QELMODELS_VERSION_MAJOR == 1 && QELMODELS_VERSION_MINOR == 0,
               "a new version is told by the two values below as well");
@@ -10,4 +11,5 @@ constinit const double QELModelsVersionNumber = 1.0;
 // Two blanks before PROJECT are part of the form.
 constinit const char QELModelsVersionString[] = "@(#)PROGRAM:QELModels  PROJECT:QELModels-1\n";
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -2,7 +2,8 @@
 
 #include "QELModels/Platform/Export.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 // Objects rather than compile-time constants: they tell the version of the library that a program runs with,
 // which need not be the one whose headers it was compiled with.
@@ -14,4 +15,5 @@ QELMODELS_EXPORT extern const double QELModelsVersionNumber;
 /// tools find it in a binary file.
 QELMODELS_EXPORT extern const char QELModelsVersionString[];
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -1,6 +1,7 @@
 #include "QELModels/Mappers/QELAssetMapper.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 static_assert(QELMapperProtocol<QELAssetMapper>);
 
@@ -9,4 +10,5 @@ Ref<QELAsset> QELAssetMapper::mappedResponseFromJSONObject(RepresentationView re
     return mappedObject<QELAsset>(representation, options);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -4,7 +4,8 @@
 #include "QELModels/Models/QELAsset.h"
 #include "QELModels/Platform/Export.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// Maps the document of one asset.
 class QELMODELS_EXPORT QELAssetMapper {
@@ -15,4 +16,5 @@ public:
                                                const FEMOptions& options = {}) const;
 };
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -1,6 +1,7 @@
 #include "QELModels/Mappers/QELAssetsMapper.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 static_assert(QELPageMapperProtocol<QELAssetsMapper>);
 
@@ -9,4 +10,5 @@ Ref<List<QELAsset>> QELAssetsMapper::mappedResponseFromJSONObject(Representation
     return mappedPage<QELAsset>(representation, assetsKeyPath_, options);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

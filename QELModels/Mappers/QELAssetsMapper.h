@@ -7,7 +7,8 @@
 #include "QELModels/Models/QELAsset.h"
 #include "QELModels/Platform/Export.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// Maps a page of assets. The one mapper with a setting: where in the page the list stands.
 class QELMODELS_EXPORT QELAssetsMapper {
@@ -39,4 +40,5 @@ private:
     std::string assetsKeyPath_;
 };
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

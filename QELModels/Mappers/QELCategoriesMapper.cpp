@@ -1,6 +1,7 @@
 #include "QELModels/Mappers/QELCategoriesMapper.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 static_assert(QELPageMapperProtocol<QELCategoriesMapper>);
 
@@ -10,4 +11,5 @@ Ref<List<QELCategory>> QELCategoriesMapper::mappedResponseFromJSONObject(Represe
     return mappedPage<QELCategory>(representation, kKeyPath, options);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -1,6 +1,7 @@
 #include "QELModels/Mappers/QELCategoryMapper.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 static_assert(QELMapperProtocol<QELCategoryMapper>);
 
@@ -9,4 +10,5 @@ Ref<QELCategory> QELCategoryMapper::mappedResponseFromJSONObject(RepresentationV
     return mappedObject<QELCategory>(representation, options);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -1,6 +1,7 @@
 #include "QELModels/Mappers/QELEditorialMapper.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 static_assert(QELMapperProtocol<QELEditorialMapper>);
 
@@ -9,4 +10,5 @@ Ref<QELEditorial> QELEditorialMapper::mappedResponseFromJSONObject(Representatio
     return mappedObject<QELEditorial>(representation, options);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

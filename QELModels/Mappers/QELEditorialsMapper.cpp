@@ -1,6 +1,7 @@
 #include "QELModels/Mappers/QELEditorialsMapper.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 static_assert(QELPageMapperProtocol<QELEditorialsMapper>);
 
@@ -10,4 +11,5 @@ Ref<List<QELEditorial>> QELEditorialsMapper::mappedResponseFromJSONObject(Repres
     return mappedPage<QELEditorial>(representation, kKeyPath, options);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

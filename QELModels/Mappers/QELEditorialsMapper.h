@@ -6,7 +6,8 @@
 #include "QELModels/Models/QELEditorial.h"
 #include "QELModels/Platform/Export.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// Maps a page of editorials.
 class QELMODELS_EXPORT QELEditorialsMapper {
@@ -26,4 +27,5 @@ public:
                                                          const FEMOptions& options = {}) const;
 };
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

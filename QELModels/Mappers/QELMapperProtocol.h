@@ -5,13 +5,14 @@
 #include <string_view>
 
 #include "QELModels/Mapping/FEMDeserializer.h"
-#include "QELModels/Platform/Error.h"
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/List.h"
-#include "QELModels/Platform/Ref.h"
-#include "QELModels/Platform/Representation.h"
+#include "QELModels/Records/List.h"
+#include "QELModels/Records/Ref.h"
+#include "QELModels/Representation/Representation.h"
+#include "QELModels/Values/Error.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// A mapper: the way from a parsed response body to models. Its result is one record or a list of records,
 /// never null. It never writes its error parameter: what a document lacks leaves properties empty. It throws
@@ -59,4 +60,5 @@ Ref<List<Model>> mappedPage(RepresentationView representation, std::string_view 
     return Ref<List<Model>>::adopt(static_cast<const List<Model>*>(list.release()));
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

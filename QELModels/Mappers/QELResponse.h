@@ -3,12 +3,13 @@
 #include <optional>
 #include <utility>
 
-#include "QELModels/Platform/Error.h"
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/Number.h"
-#include "QELModels/Platform/Value.h"
+#include "QELModels/Records/Value.h"
+#include "QELModels/Values/Error.h"
+#include "QELModels/Values/Number.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// The envelope in which an application carries a mapped result, together with the number of the next page
 /// and an error. The library defines it and never makes one.
@@ -31,4 +32,5 @@ private:
     std::optional<Error> error_;
 };
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -1,6 +1,7 @@
 #include "QELModels/Mappers/QELSeasonMapper.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 static_assert(QELMapperProtocol<QELSeasonMapper>);
 
@@ -9,4 +10,5 @@ Ref<QELSeason> QELSeasonMapper::mappedResponseFromJSONObject(RepresentationView 
     return mappedObject<QELSeason>(representation, options);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

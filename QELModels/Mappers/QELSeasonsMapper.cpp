@@ -1,6 +1,7 @@
 #include "QELModels/Mappers/QELSeasonsMapper.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 static_assert(QELPageMapperProtocol<QELSeasonsMapper>);
 
@@ -9,4 +10,5 @@ Ref<List<QELSeason>> QELSeasonsMapper::mappedResponseFromJSONObject(Representati
     return mappedPage<QELSeason>(representation, kKeyPath, options);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

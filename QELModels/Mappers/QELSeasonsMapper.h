@@ -6,7 +6,8 @@
 #include "QELModels/Models/QELSeason.h"
 #include "QELModels/Platform/Export.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// Maps a page of seasons.
 class QELMODELS_EXPORT QELSeasonsMapper {
@@ -26,4 +27,5 @@ public:
                                                       const FEMOptions& options = {}) const;
 };
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -6,10 +6,11 @@
 #include <utility>
 
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/Representation.h"
-#include "QELModels/Platform/Value.h"
+#include "QELModels/Records/Value.h"
+#include "QELModels/Representation/Representation.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// One attribute rule that an application makes, not yet part of any mapping: which property is filled from
 /// which key path, and what is done to the value on the way.
@@ -43,4 +44,5 @@ private:
     Map map_;
 };
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -10,10 +10,11 @@
 #include <utility>
 #include <vector>
 
-#include "QELModels/Platform/MappingFault.h"
-#include "QELModels/Platform/PropertyWriter.h"
+#include "QELModels/Records/MappingFault.h"
+#include "QELModels/Records/PropertyWriter.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 namespace {
 
@@ -470,4 +471,5 @@ Ref<ListBase> FEMCollection::finish() {
     return Ref<ListBase>::adopt(made);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

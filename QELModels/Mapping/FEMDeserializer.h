@@ -6,14 +6,15 @@
 
 #include "QELModels/Mapping/FEMMapping.h"
 #include "QELModels/Mapping/FEMObserver.h"
+#include "QELModels/Memory/Zone.h"
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/List.h"
-#include "QELModels/Platform/Object.h"
-#include "QELModels/Platform/Ref.h"
-#include "QELModels/Platform/Representation.h"
-#include "QELModels/Platform/Zone.h"
+#include "QELModels/Records/List.h"
+#include "QELModels/Records/Object.h"
+#include "QELModels/Records/Ref.h"
+#include "QELModels/Representation/Representation.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// What may be asked of one deserialization besides its result.
 struct FEMOptions {
@@ -62,4 +63,5 @@ private:
     std::unique_ptr<Elements> elements_;
 };
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -4,9 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "QELModels/Platform/MappingFault.h"
+#include "QELModels/Records/MappingFault.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 struct FEMMapping::Added {
     FEMRules rules;
@@ -149,4 +150,5 @@ void FEMMapping::addRelationship(FEMMapping mapping, std::string_view property, 
     own.append(own.relationships, rule, std::move(nested));
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -11,9 +11,10 @@
 #include "QELModels/Mapping/FEMAttribute.h"
 #include "QELModels/Mapping/FEMRules.h"
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/ObjectClass.h"
+#include "QELModels/Records/ObjectClass.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// How to fill the records of one class from a dictionary: an ordered list of rules. A value: copies may be
 /// changed without each other's notice. The library's own mappings are constant data until an application
@@ -71,4 +72,5 @@ private:
     std::shared_ptr<Added> added_;
 };
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -5,10 +5,11 @@
 
 #include "QELModels/Mapping/FEMPath.h"
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/ObjectClass.h"
-#include "QELModels/Platform/Representation.h"
+#include "QELModels/Records/ObjectClass.h"
+#include "QELModels/Representation/Representation.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// What became of one rule.
 enum class FEMOutcome : std::uint8_t {
@@ -41,4 +42,5 @@ protected:
     ~FEMObserver() = default;
 };
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -2,7 +2,8 @@
 
 #include <optional>
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 namespace {
 
@@ -43,4 +44,5 @@ std::string FEMPath::indexText(Indices indices) const {
     return indices == Indices::any ? "*" : std::to_string(index_);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -6,7 +6,8 @@
 
 #include "QELModels/Platform/Export.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// Where in a document, and in a model, the engine is: one step, which knows the step before. Steps live on
 /// the engine's stack while it works, so that nothing is made for those who do not ask.
@@ -63,4 +64,5 @@ private:
     mutable void* note_ = nullptr;
 };
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

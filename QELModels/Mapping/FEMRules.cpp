@@ -2,7 +2,8 @@
 
 #include "QELModels/Mapping/FEMMapping.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 constinit std::atomic<const void*> FEMCaptured::current{nullptr};
 
@@ -29,4 +30,5 @@ const FEMRules& FEMRule::nestedRules() const noexcept {
     return mapping == nullptr ? *target : mapping->rules();
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

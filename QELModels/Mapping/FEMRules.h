@@ -11,13 +11,13 @@
 #include <string_view>
 #include <type_traits>
 
-#include "QELModels/Platform/ByteBlock.h"
-#include "QELModels/Platform/Declaration.h"
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/KeyHash.h"
-#include "QELModels/Platform/ObjectClass.h"
-#include "QELModels/Platform/PropertyWriter.h"
-#include "QELModels/Platform/Representation.h"
+#include "QELModels/Platform/detail/ByteBlock.h"
+#include "QELModels/Platform/detail/KeyHash.h"
+#include "QELModels/Records/Declaration.h"
+#include "QELModels/Records/ObjectClass.h"
+#include "QELModels/Records/PropertyWriter.h"
+#include "QELModels/Representation/Representation.h"
 
 /// @file
 /// The rules of a mapping as constant data, and the words in which a record's source writes them:
@@ -29,7 +29,8 @@
 ///         relationship<&QELAsset::category>());                    // one or many: from the member's type
 ///     constinit const FEMRules QELAsset::defaultRules = rules;
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 class FEMMapping;
 struct FEMRules;
@@ -367,4 +368,5 @@ consteval auto mapping(Rules... written) {
     return rules;
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

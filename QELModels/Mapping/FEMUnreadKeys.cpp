@@ -5,7 +5,8 @@
 #include <cstdint>
 #include <vector>
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 namespace {
 
@@ -135,4 +136,5 @@ void FEMUnreadKeys::inCollection(RepresentationView document, std::string_view k
     Walk(visit).from(document, keyPath, rules, true);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

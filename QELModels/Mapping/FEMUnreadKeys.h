@@ -6,9 +6,10 @@
 #include "QELModels/Mapping/FEMPath.h"
 #include "QELModels/Mapping/FEMRules.h"
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/Representation.h"
+#include "QELModels/Representation/Representation.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// Finds what a document says and no rule of a mapping asks for, by walking the document beside the rules.
 ///
@@ -29,4 +30,5 @@ public:
                              const Visit& visit);
 };
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

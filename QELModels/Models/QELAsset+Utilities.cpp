@@ -1,10 +1,11 @@
 #include "QELModels/Models/QELAsset+Utilities.h"
 
 #include "QELModels/Functions/QELDateFormattingFunctions.h"
-#include "QELModels/Platform/Clock.h"
-#include "QELModels/Platform/Number.h"
+#include "QELModels/Process/Clock.h"
+#include "QELModels/Values/Number.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 namespace {
 
@@ -144,4 +145,5 @@ bool isSecured(const QELAsset& asset) {
            (configuration->configuration() & QELStreamConfigurationTokenSecured) != 0;
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

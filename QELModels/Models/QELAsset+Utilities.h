@@ -5,16 +5,17 @@
 #include <string_view>
 
 #include "QELModels/Models/QELAsset.h"
-#include "QELModels/Platform/Date.h"
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/URL.h"
+#include "QELModels/Values/Date.h"
+#include "QELModels/Values/URL.h"
 
 /// @file
 /// What the player and the listing screens ask of an asset. Nothing is stored: every answer is computed from
 /// the asset, its nested records and, where time matters, one reading of `Clock::now()`. A record that is
 /// missing never fails a question; each one says what it answers then.
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// The web site that share links lead to.
 inline constexpr std::string_view kQELSiteBaseURL = "https://tv.example";
@@ -68,4 +69,5 @@ QELMODELS_EXPORT bool isInvalidObject(const QELAsset& asset) noexcept;
 /// Whether the stream is secured by a token. False without a stream configuration.
 QELMODELS_EXPORT bool isSecured(const QELAsset& asset);
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -1,10 +1,11 @@
 #include "QELModels/Models/QELAsset.h"
 
 #include "QELModels/Mapping/FEMRules.h"
-#include "QELModels/Platform/Declaration.h"
+#include "QELModels/Records/Declaration.h"
 #include "QELModels/Transformers/QELValueTransformerRegistry.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 // What the record is made of ...
 static constexpr auto declared = declare<QELAsset>(
@@ -58,4 +59,5 @@ using Compared =
 constinit const ObjectClass QELAsset::objectClass(
     describe<declared, Compared, Compared>("QELAsset", Lives::inItsOwnBlock));
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "QELModels/Functions/QELAssetEnumerations.h"
 #include "QELModels/Models/QELAssetAdditional.h"
 #include "QELModels/Models/QELAssetImages.h"
 #include "QELModels/Models/QELAssetSeries.h"
@@ -11,10 +12,10 @@
 #include "QELModels/Models/QELFlightTimes.h"
 #include "QELModels/Models/QELStreamConfiguration.h"
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/Field.h"
-#include "QELModels/Platform/QELAssetEnumerations.h"
+#include "QELModels/Records/Field.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// The names of the properties of `QELAsset`, as `propertyKeys` and `dictionaryValue` have them.
 inline constexpr std::string_view kQELAssetIdentifier = "assetIdentifier";
@@ -82,4 +83,5 @@ public:
     static const FEMRules defaultRules;
 };
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -3,9 +3,10 @@
 #include <algorithm>
 #include <limits>
 
-#include "QELModels/Platform/ObjectClass.h"
+#include "QELModels/Records/ObjectClass.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 namespace {
 
@@ -38,4 +39,5 @@ Ref<List<QELAssetCuePoint>> sortedAdCuePoints(const QELAssetAdditional& addition
     return Ref<List<QELAssetCuePoint>>::adopt(static_cast<const List<QELAssetCuePoint>*>(list));
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -2,12 +2,14 @@
 
 #include "QELModels/Models/QELAssetAdditional.h"
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/Ref.h"
+#include "QELModels/Records/Ref.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// The cue points by their timeline, ascending; those without one first, and equal ones in the order of the
 /// document. A new list that shares the cue points; empty, not null, when there are none.
 QELMODELS_EXPORT Ref<List<QELAssetCuePoint>> sortedAdCuePoints(const QELAssetAdditional& additional);
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -1,9 +1,10 @@
 #include "QELModels/Models/QELAssetAdditional.h"
 
 #include "QELModels/Mapping/FEMRules.h"
-#include "QELModels/Platform/Declaration.h"
+#include "QELModels/Records/Declaration.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 // What the record is made of ...
 static constexpr auto declared = declare<QELAssetAdditional>(
@@ -49,4 +50,5 @@ using Compared =
 constinit const ObjectClass QELAssetAdditional::objectClass(
     describe<declared, Compared, Compared>("QELAssetAdditional"));
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

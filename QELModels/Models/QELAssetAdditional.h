@@ -9,9 +9,10 @@
 #include "QELModels/Models/QELAssetLead.h"
 #include "QELModels/Models/QELBaseModel.h"
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/Field.h"
+#include "QELModels/Records/Field.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// The names of the properties of `QELAssetAdditional`, as `propertyKeys` and `dictionaryValue` have them.
 inline constexpr std::string_view kQELAssetAdditionalSettings = "settings";
@@ -61,4 +62,5 @@ public:
     static const FEMRules defaultRules;
 };
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -1,9 +1,10 @@
 #include "QELModels/Models/QELAssetAdditionalSettings.h"
 
 #include "QELModels/Mapping/FEMRules.h"
-#include "QELModels/Platform/Declaration.h"
+#include "QELModels/Records/Declaration.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 // What the record is made of ...
 static constexpr auto declared = declare<QELAssetAdditionalSettings>(
@@ -51,4 +52,5 @@ using Compared =
 constinit const ObjectClass QELAssetAdditionalSettings::objectClass(
     describe<declared, Compared, Compared>("QELAssetAdditionalSettings"));
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -1,10 +1,11 @@
 #include "QELModels/Models/QELAssetAdditionalSubtitle.h"
 
 #include "QELModels/Mapping/FEMRules.h"
-#include "QELModels/Platform/Declaration.h"
+#include "QELModels/Records/Declaration.h"
 #include "QELModels/Transformers/QELValueTransformerRegistry.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 // What the record is made of ...
 static constexpr auto declared = declare<QELAssetAdditionalSubtitle>(
@@ -26,4 +27,5 @@ using Compared = FieldsOf<&QELAssetAdditionalSubtitle::language, &QELAssetAdditi
 constinit const ObjectClass QELAssetAdditionalSubtitle::objectClass(
     describe<declared, Compared, Compared>("QELAssetAdditionalSubtitle"));
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

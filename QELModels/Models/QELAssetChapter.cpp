@@ -1,10 +1,11 @@
 #include "QELModels/Models/QELAssetChapter.h"
 
 #include "QELModels/Mapping/FEMRules.h"
-#include "QELModels/Platform/Declaration.h"
+#include "QELModels/Records/Declaration.h"
 #include "QELModels/Transformers/QELValueTransformerRegistry.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 // What the record is made of ...
 static constexpr auto declared =
@@ -29,4 +30,5 @@ using Compared = IdentityThenFieldsOf<&QELAssetChapter::title, &QELAssetChapter:
 constinit const ObjectClass QELAssetChapter::objectClass(
     describe<declared, Compared, Compared>("QELAssetChapter"));
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

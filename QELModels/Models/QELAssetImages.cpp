@@ -1,10 +1,11 @@
 #include "QELModels/Models/QELAssetImages.h"
 
 #include "QELModels/Mapping/FEMRules.h"
-#include "QELModels/Platform/Declaration.h"
+#include "QELModels/Records/Declaration.h"
 #include "QELModels/Transformers/QELValueTransformerRegistry.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 // What the record is made of ...
 static constexpr auto declared =
@@ -23,4 +24,5 @@ constinit const FEMRules QELAssetImages::defaultRules = rules;
 
 constinit const ObjectClass QELAssetImages::objectClass(describe<declared>("QELAssetImages"));
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -1,9 +1,10 @@
 #include "QELModels/Models/QELAssetLead.h"
 
 #include "QELModels/Mapping/FEMRules.h"
-#include "QELModels/Platform/Declaration.h"
+#include "QELModels/Records/Declaration.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 // What the record is made of ...
 static constexpr auto declared =
@@ -15,4 +16,5 @@ constinit const FEMRules QELAssetLead::defaultRules = rules;
 
 constinit const ObjectClass QELAssetLead::objectClass(describe<declared>("QELAssetLead"));
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -1,9 +1,10 @@
 #include "QELModels/Models/QELAssetSeries.h"
 
 #include "QELModels/Mapping/FEMRules.h"
-#include "QELModels/Platform/Declaration.h"
+#include "QELModels/Records/Declaration.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 // What the record is made of ...
 static constexpr auto declared =
@@ -17,4 +18,5 @@ constinit const FEMRules QELAssetSeries::defaultRules = rules;
 
 constinit const ObjectClass QELAssetSeries::objectClass(describe<declared>("QELAssetSeries"));
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

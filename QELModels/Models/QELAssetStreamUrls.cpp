@@ -1,10 +1,11 @@
 #include "QELModels/Models/QELAssetStreamUrls.h"
 
 #include "QELModels/Mapping/FEMRules.h"
-#include "QELModels/Platform/Declaration.h"
+#include "QELModels/Records/Declaration.h"
 #include "QELModels/Transformers/QELValueTransformerRegistry.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 // What the record is made of ...
 static constexpr auto declared =
@@ -25,4 +26,5 @@ using Compared = FieldsOf<&QELAssetStreamUrls::hls, &QELAssetStreamUrls::hds, &Q
 constinit const ObjectClass QELAssetStreamUrls::objectClass(
     describe<declared, Compared, Compared>("QELAssetStreamUrls"));
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

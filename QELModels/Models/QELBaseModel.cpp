@@ -2,9 +2,10 @@
 
 #include <algorithm>
 
-#include "QELModels/Platform/Declaration.h"
+#include "QELModels/Records/Declaration.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 namespace {
 
@@ -142,4 +143,5 @@ std::string QELBaseModel::description() const {
     return text += '>';
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -8,14 +8,15 @@
 #include <vector>
 
 #include "QELModels/Mapping/FEMMapping.h"
+#include "QELModels/Memory/Zone.h"
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/Object.h"
-#include "QELModels/Platform/ObjectClass.h"
-#include "QELModels/Platform/Ref.h"
-#include "QELModels/Platform/Value.h"
-#include "QELModels/Platform/Zone.h"
+#include "QELModels/Records/Object.h"
+#include "QELModels/Records/ObjectClass.h"
+#include "QELModels/Records/Ref.h"
+#include "QELModels/Records/Value.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// What a record holds, by property name, in the order of declaration. An empty property is there with null;
 /// booleans and integers come as numbers; nested records and lists are the record's own.
@@ -85,4 +86,5 @@ concept QELModel = std::derived_from<T, QELBaseModel> && requires(const T& recor
     { record.copyWithZone(zone) } -> std::same_as<Ref<QELBaseModel>>;
 };
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -2,9 +2,10 @@
 
 #include <optional>
 
-#include "QELModels/Platform/Number.h"
+#include "QELModels/Values/Number.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 namespace {
 
@@ -27,4 +28,5 @@ bool allowAllDevices(const QELCategory& category) noexcept {
     return additional == nullptr || additional->allowAllDevices();
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -5,7 +5,8 @@
 #include "QELModels/Models/QELCategory.h"
 #include "QELModels/Platform/Export.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// The key under which the category's curated list is filed, such as "category-42"; "category-(null)" without
 /// an identifier. A number that is no integer keeps its fraction.
@@ -16,4 +17,5 @@ QELMODELS_EXPORT std::string parentCategoryEditorialKey(const QELCategory& categ
 /// additional data does not say so.
 QELMODELS_EXPORT bool allowAllDevices(const QELCategory& category) noexcept;
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -1,10 +1,11 @@
 #include "QELModels/Models/QELCategory.h"
 
 #include "QELModels/Mapping/FEMRules.h"
-#include "QELModels/Platform/Declaration.h"
+#include "QELModels/Records/Declaration.h"
 #include "QELModels/Transformers/QELValueTransformerRegistry.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 // What the record is made of ...
 static constexpr auto declared = declare<QELCategory>(
@@ -34,4 +35,5 @@ using Compared =
 
 constinit const ObjectClass QELCategory::objectClass(describe<declared, Compared, Compared>("QELCategory"));
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

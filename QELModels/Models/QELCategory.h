@@ -6,9 +6,10 @@
 #include "QELModels/Models/QELCategoryAdditional.h"
 #include "QELModels/Models/QELCategoryLastAsset.h"
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/Field.h"
+#include "QELModels/Records/Field.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// The names of the properties of `QELCategory`, as `propertyKeys` and `dictionaryValue` have them.
 inline constexpr std::string_view kQELCategoryIdentifier = "categoryIdentifier";
@@ -48,4 +49,5 @@ public:
     static const FEMRules defaultRules;
 };
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

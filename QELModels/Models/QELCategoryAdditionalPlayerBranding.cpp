@@ -1,10 +1,11 @@
 #include "QELModels/Models/QELCategoryAdditionalPlayerBranding.h"
 
 #include "QELModels/Mapping/FEMRules.h"
-#include "QELModels/Platform/Declaration.h"
+#include "QELModels/Records/Declaration.h"
 #include "QELModels/Transformers/QELValueTransformerRegistry.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 // What the record is made of ...
 static constexpr auto declared = declare<QELCategoryAdditionalPlayerBranding>(
@@ -30,4 +31,5 @@ using Compared = FieldsOf<&QELCategoryAdditionalPlayerBranding::playerBrandingId
 constinit const ObjectClass QELCategoryAdditionalPlayerBranding::objectClass(
     describe<declared, Compared, Compared>("QELCategoryAdditionalPlayerBranding"));
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

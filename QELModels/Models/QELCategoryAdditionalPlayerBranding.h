@@ -4,9 +4,10 @@
 
 #include "QELModels/Models/QELBaseModel.h"
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/Field.h"
+#include "QELModels/Records/Field.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// The names of the properties of `QELCategoryAdditionalPlayerBranding`, as `propertyKeys` and
 /// `dictionaryValue` have them.
@@ -35,4 +36,5 @@ public:
     static const FEMRules defaultRules;
 };
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -1,9 +1,10 @@
 #include "QELModels/Models/QELCategoryLastAsset.h"
 
 #include "QELModels/Mapping/FEMRules.h"
-#include "QELModels/Platform/Declaration.h"
+#include "QELModels/Records/Declaration.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 // What the record is made of ...
 static constexpr auto declared = declare<QELCategoryLastAsset>(
@@ -19,4 +20,5 @@ using Compared = FieldsOf<&QELCategoryLastAsset::lastAssetIdentifier>;
 constinit const ObjectClass QELCategoryLastAsset::objectClass(
     describe<declared, Compared, Compared>("QELCategoryLastAsset"));
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

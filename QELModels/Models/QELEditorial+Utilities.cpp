@@ -3,7 +3,8 @@
 #include <limits>
 #include <string_view>
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 namespace {
 
@@ -61,4 +62,5 @@ std::int64_t categoryIdentifier(const QELEditorial& editorial) noexcept {
     return scanner.value();
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -1,9 +1,10 @@
 #include "QELModels/Models/QELEditorial.h"
 
 #include "QELModels/Mapping/FEMRules.h"
-#include "QELModels/Platform/Declaration.h"
+#include "QELModels/Records/Declaration.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 // What the record is made of ...
 static constexpr auto declared =
@@ -23,4 +24,5 @@ using Compared = FieldsOf<&QELEditorial::key, &QELEditorial::assetsIdentifiers, 
 constinit const ObjectClass QELEditorial::objectClass(
     describe<declared, Compared, Compared>("QELEditorial", Lives::inItsOwnBlock));
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -1,10 +1,11 @@
 #include "QELModels/Models/QELFlightTimes.h"
 
 #include "QELModels/Mapping/FEMRules.h"
-#include "QELModels/Platform/Declaration.h"
+#include "QELModels/Records/Declaration.h"
 #include "QELModels/Transformers/QELValueTransformerRegistry.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 // What the record is made of ...
 static constexpr auto declared =
@@ -19,4 +20,5 @@ constinit const FEMRules QELFlightTimes::defaultRules = rules;
 
 constinit const ObjectClass QELFlightTimes::objectClass(describe<declared>("QELFlightTimes"));
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -4,9 +4,10 @@
 #include <optional>
 
 #include "QELModels/Models/QELAsset+Utilities.h"
-#include "QELModels/Platform/Number.h"
+#include "QELModels/Values/Number.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 namespace {
 
@@ -37,4 +38,5 @@ const QELAsset* nextVideoForVideo(const QELSeason& season, const QELAsset* video
     return next == assets->end() ? nullptr : &*next;
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -3,7 +3,8 @@
 #include "QELModels/Models/QELSeason.h"
 #include "QELModels/Platform/Export.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// The episode to play after `video`: the first in the season's list with a greater episode number or, when
 /// the video is its category's newest asset, with a lower one. The list's order decides, not the nearest
@@ -11,4 +12,5 @@ namespace QELModels::inline QELMODELS_ABI {
 QELMODELS_EXPORT const QELAsset* nextVideoForVideo(const QELSeason& season QELMODELS_LENT,
                                                    const QELAsset* video) noexcept;
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

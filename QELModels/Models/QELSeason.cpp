@@ -1,10 +1,11 @@
 #include "QELModels/Models/QELSeason.h"
 
 #include "QELModels/Mapping/FEMRules.h"
-#include "QELModels/Platform/Declaration.h"
+#include "QELModels/Records/Declaration.h"
 #include "QELModels/Transformers/QELValueTransformerRegistry.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 // What the record is made of ...
 static constexpr auto declared = declare<QELSeason>(
@@ -23,4 +24,5 @@ using Compared = FieldsOf<&QELSeason::title, &QELSeason::seasonNumber, &QELSeaso
 constinit const ObjectClass QELSeason::objectClass(
     describe<declared, Compared, Compared>("QELSeason", Lives::inItsOwnBlock));
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

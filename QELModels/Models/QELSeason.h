@@ -5,9 +5,10 @@
 #include "QELModels/Models/QELAsset.h"
 #include "QELModels/Models/QELBaseModel.h"
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/Field.h"
+#include "QELModels/Records/Field.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// The names of the properties of `QELSeason`, as `propertyKeys` and `dictionaryValue` have them.
 inline constexpr std::string_view kQELSeasonTitle = "title";
@@ -33,4 +34,5 @@ public:
     static const FEMRules defaultRules;
 };
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

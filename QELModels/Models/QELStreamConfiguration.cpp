@@ -1,9 +1,10 @@
 #include "QELModels/Models/QELStreamConfiguration.h"
 
 #include "QELModels/Mapping/FEMRules.h"
-#include "QELModels/Platform/Declaration.h"
+#include "QELModels/Records/Declaration.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 // What the record is made of ...
 static constexpr auto declared = declare<QELStreamConfiguration>(
@@ -34,4 +35,5 @@ QELStreamConfigurationFlags QELStreamConfiguration::configuration() const {
     return static_cast<QELStreamConfigurationFlags>(flags == 0 ? QELStreamConfigurationNone : flags);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -11,7 +11,8 @@
 /// alike in every process and on every machine. They spread ordinary data well, and no more is promised:
 /// whoever stores texts of an adversary in a hash table needs a seeded hash.
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// Folds the hash of one more field into the hash of a record: h * 31 + x, modulo 2^64.
 constexpr std::uint64_t hashCombine(std::uint64_t h, std::uint64_t x) noexcept {
@@ -64,4 +65,5 @@ constexpr std::uint64_t hashOfText(std::string_view text) noexcept {
     return hashOfWord(h ^ last);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

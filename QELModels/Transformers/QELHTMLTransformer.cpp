@@ -2,7 +2,8 @@
 
 #include "QELModels/Categories/NSString+HTMLRemoval.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 Value QELHTMLTransformer::transformedValue(std::optional<RepresentationView> value) const {
     const auto text = value ? value->text() : std::nullopt;
@@ -16,4 +17,5 @@ void QELHTMLTransformer::transformInto(PropertyWriter& to, RepresentationView va
     to.putReserved(HTMLRemoval::withoutHTMLTagsOfBlock(text, to.reserveText(text.size())));
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

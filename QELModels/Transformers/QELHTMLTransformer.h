@@ -5,7 +5,8 @@
 #include "QELModels/Platform/Export.h"
 #include "QELModels/Transformers/QELValueTransformer.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// Cleans a string of HTML: tags removed, then character references decoded. Anything but a string becomes
 /// null.
@@ -18,4 +19,5 @@ public:
     void transformInto(PropertyWriter& to, RepresentationView value) const override;
 };
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

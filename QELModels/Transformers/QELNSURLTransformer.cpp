@@ -2,10 +2,11 @@
 
 #include <string>
 
-#include "QELModels/Platform/Log.h"
-#include "QELModels/Platform/URL.h"
+#include "QELModels/Process/Log.h"
+#include "QELModels/Values/URL.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 namespace {
 
@@ -37,4 +38,5 @@ Value QELNSURLTransformer::reverseTransformedValue(const Value& value) const {
     return url ? Value::text(url->text()) : Value();
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -5,7 +5,8 @@
 #include "QELModels/Platform/Export.h"
 #include "QELModels/Transformers/QELValueTransformer.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// Reads a string as a URL. A string that is none becomes null, with one line in the log: "Unable to
 /// transform URL" and the string. Anything but a string becomes null in silence. The reverse gives a URL's
@@ -21,4 +22,5 @@ public:
     void transformInto(PropertyWriter& to, RepresentationView value) const override;
 };
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -1,8 +1,9 @@
 #include "QELModels/Transformers/QELTimestampTransformer.h"
 
-#include "QELModels/Platform/Date.h"
+#include "QELModels/Values/Date.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 Value QELTimestampTransformer::transformedValue(std::optional<RepresentationView> value) const {
     const auto number = value ? value->number() : std::nullopt;
@@ -13,4 +14,5 @@ void QELTimestampTransformer::transformInto(PropertyWriter& to, RepresentationVi
     if (const auto number = value.number()) to.put(dateFromSecondsSince1970(number->doubleValue()));
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

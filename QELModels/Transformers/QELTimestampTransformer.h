@@ -5,7 +5,8 @@
 #include "QELModels/Platform/Export.h"
 #include "QELModels/Transformers/QELValueTransformer.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// Takes a number, booleans included, as seconds since 1970-01-01 00:00:00 UTC, fractions kept. Anything else
 /// becomes null, strings of digits too.
@@ -18,4 +19,5 @@ public:
     void transformInto(PropertyWriter& to, RepresentationView value) const override;
 };
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

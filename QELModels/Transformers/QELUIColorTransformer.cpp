@@ -3,9 +3,10 @@
 #include <string>
 
 #include "QELModels/Categories/UIColor+QELUtils.h"
-#include "QELModels/Platform/MappingFault.h"
+#include "QELModels/Records/MappingFault.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 namespace {
 
@@ -30,4 +31,5 @@ Value QELUIColorTransformer::transformedValue(std::optional<RepresentationView> 
     return color ? Value(*color) : Value();
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

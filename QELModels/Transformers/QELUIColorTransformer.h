@@ -5,7 +5,8 @@
 #include "QELModels/Platform/Export.h"
 #include "QELModels/Transformers/QELValueTransformer.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// Reads a colour such as "#FF8000" (`QELUtils::colorFromRGBHexString`). Null becomes null; unlike the other
 /// transformers, this one throws `MappingFault` for a value that is neither null nor a string.
@@ -17,4 +18,5 @@ public:
     Value transformedValue(std::optional<RepresentationView> value) const override;
 };
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

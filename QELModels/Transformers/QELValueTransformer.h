@@ -1,9 +1,10 @@
 #pragma once
 
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/ValueTransformer.h"
+#include "QELModels/Records/ValueTransformer.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// The common base of the library's own transformers.
 class QELMODELS_EXPORT QELValueTransformer : public ValueTransformer {
@@ -12,4 +13,5 @@ protected:
     ~QELValueTransformer() = default;
 };
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -10,7 +10,8 @@
 #include "QELModels/Transformers/QELTimestampTransformer.h"
 #include "QELModels/Transformers/QELUIColorTransformer.h"
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 namespace {
 
@@ -87,4 +88,5 @@ void registerValueTransformer(const ValueTransformer* transformer, std::string_v
     registration.release();
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

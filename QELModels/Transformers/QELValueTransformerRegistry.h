@@ -8,13 +8,14 @@
 
 #include "QELModels/Mapping/FEMRules.h"
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/ValueTransformer.h"
+#include "QELModels/Records/ValueTransformer.h"
 
 /// @file
 /// The process-wide table of named transformers. The library's own four are in it before any static
 /// initialiser of an application runs. All of it may be used from any thread at any time.
 
-namespace QELModels::inline QELMODELS_ABI {
+namespace QELModels {
+inline namespace QELMODELS_ABI {
 
 /// The names under which the library's transformers are registered.
 inline constexpr std::string_view kQELHTMLTransformer = "QELHTMLTransformer";
@@ -81,4 +82,5 @@ consteval FEMMapRule captured(std::string_view name) {
     return QELNamedTransformers::rule(&QELNamedTransformers::applyCaptured, name);
 }
 
-}  // namespace QELModels::inline QELMODELS_ABI
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

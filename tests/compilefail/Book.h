@@ -4,7 +4,7 @@
 
 #include "QELModels/Mapping/FEMRules.h"
 #include "QELModels/Models/QELBaseModel.h"
-#include "QELModels/Platform/Declaration.h"
+#include "QELModels/Records/Declaration.h"
 
 using namespace QELModels;
 

@@ -6,7 +6,7 @@
 #include <QELModels/Mappers/QELAssetMapper.h>
 #include <QELModels/Mapping/FEMMapping.h>
 #include <QELModels/Mapping/FEMObserver.h>
-#include <QELModels/Platform/MappingFault.h>
+#include <QELModels/Records/MappingFault.h>
 #include <QELModels/Transformers/QELValueTransformerRegistry.h>
 
 #include <exception>

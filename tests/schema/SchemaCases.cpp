@@ -9,8 +9,8 @@
 
 #include "JSON/JSONReader.h"
 #include "JSON/JSONWriter.h"
-#include "QELModels/Platform/Log.h"
-#include "QELModels/Platform/MappingFault.h"
+#include "QELModels/Process/Log.h"
+#include "QELModels/Records/MappingFault.h"
 #include "tests/DamagedDocuments.h"
 #include "tool/Explanation.h"
 #include "tool/Schema.h"

@@ -11,9 +11,9 @@
 #include <QELModels/Models/QELCategory+Utilities.h>
 #include <QELModels/Models/QELEditorial+Utilities.h>
 #include <QELModels/Models/QELSeason+Utilities.h>
-#include <QELModels/Platform/Clock.h>
-#include <QELModels/Platform/MappingFault.h>
-#include <QELModels/Platform/RepresentationBuilder.h>
+#include <QELModels/Process/Clock.h>
+#include <QELModels/Records/MappingFault.h>
+#include <QELModels/Representation/RepresentationBuilder.h>
 
 #include <cstdio>
 #include <cstdlib>

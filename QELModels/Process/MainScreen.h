@@ -1,0 +1,20 @@
+#pragma once
+
+#include "QELModels/Platform/Export.h"
+
+/// The screen that images are chosen for.
+///
+/// Ready before the first static initialiser and until the process ends.
+namespace QELModels {
+inline namespace QELMODELS_ABI {
+namespace MainScreen {
+
+/// Pixels per point; 1 unless set.
+QELMODELS_EXPORT double scale() noexcept;
+
+/// Sets the pixels per point, for all threads.
+QELMODELS_EXPORT void setScale(double scale) noexcept;
+
+}  // namespace MainScreen
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -1,0 +1,268 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <iterator>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+
+#include "QELModels/Memory/Block.h"
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Values/Number.h"
+
+namespace QELModels {
+inline namespace QELMODELS_ABI {
+
+/// One step of a representation's memory, which lies in document order: a container is followed by all that
+/// is in it. For the engine and the readers; everybody else asks a `RepresentationView`.
+struct RepresentationNode {
+    enum class Tag : std::uint8_t {
+        null,
+        int64,
+        uint64,
+        real,
+        boolean,
+        string,
+        array,
+        dictionary,
+        link,
+        index
+    };
+
+    Tag tag = Tag::null;
+    bool indexed = false;       ///< a dictionary that ends with an index of its keys
+    std::uint16_t keyHash = 0;  ///< of a dictionary's key
+    std::uint32_t size = 0;     ///< bytes of a string; elements or members of a container
+    union {
+        std::uint64_t bits =
+            0;  // a number's; of a container, its extent and, in the high half, its text's bytes
+        const char* text;
+        const RepresentationNode* target;  // of a link; the node behind it holds the target's block
+        const Block* block;
+    };
+
+    /// The text of a string or a key.
+    std::string_view string() const noexcept { return {text, size}; }
+    /// What a number's bits are of; numbers' tags stand in the order of their origins.
+    Number::Origin origin() const noexcept {
+        return static_cast<Number::Origin>(static_cast<int>(tag) - static_cast<int>(Tag::int64));
+    }
+    bool isNumber() const noexcept { return tag >= Tag::int64 && tag <= Tag::boolean; }
+    bool isContainer() const noexcept { return tag == Tag::array || tag == Tag::dictionary; }
+    /// How many nodes the value takes, itself included.
+    std::size_t extent() const noexcept {
+        if (tag < Tag::array) return 1;
+        return tag == Tag::link ? 2 : static_cast<std::uint32_t>(bits);
+    }
+    /// About how many bytes the strings in the value take, its keys left out; for those who make room for
+    /// them.
+    std::size_t textBytes() const noexcept {
+        if (tag == Tag::string) return size;
+        return isContainer() ? static_cast<std::size_t>(bits >> 32) : 0;
+    }
+};
+
+class RepresentationView;
+struct RepresentationMember;
+template <class Item>
+class RepresentationRange;
+using RepresentationElements = RepresentationRange<RepresentationView>;
+using RepresentationMembers = RepresentationRange<RepresentationMember>;
+
+/// A borrowed JSON value of one of five kinds: valid as long as what it was looked up in. Lookups answer
+/// nothing when there is no value, which is not the same as a value that is null.
+class QELMODELS_EXPORT RepresentationView {
+public:
+    /// The kinds of JSON values; booleans are numbers.
+    enum class Kind : std::uint8_t { dictionary, array, string, number, null };
+
+    /// Which kind it is.
+    Kind kind() const noexcept;
+    bool isDictionary() const noexcept { return node_->tag == RepresentationNode::Tag::dictionary; }
+    bool isArray() const noexcept { return node_->tag == RepresentationNode::Tag::array; }
+    bool isString() const noexcept { return node_->tag == RepresentationNode::Tag::string; }
+    bool isNumber() const noexcept { return node_->isNumber(); }
+    bool isNull() const noexcept { return node_->tag == RepresentationNode::Tag::null; }
+
+    /// A string's text (WTF-8); nothing for another kind.
+    std::optional<std::string_view> text() const noexcept;
+    /// A number, booleans included; nothing for another kind.
+    std::optional<Number> number() const noexcept;
+
+    /// Elements of an array or members of a dictionary; 0 for another kind.
+    std::size_t size() const noexcept { return node_->isContainer() ? node_->size : 0; }
+    /// An array's elements in order; empty for another kind.
+    RepresentationElements elements() const noexcept;
+    /// A dictionary's members in the document's order; empty for another kind.
+    RepresentationMembers members() const noexcept;
+
+    /// The value at a key; nothing when it is missing or this is no dictionary. Quick in large dictionaries
+    /// too.
+    std::optional<RepresentationView> valueForKey(std::string_view key) const noexcept;
+    /// The value at the end of dot-joined keys, looked up one dictionary at a time; nothing when a step is
+    /// missing or what it yields is no dictionary.
+    std::optional<RepresentationView> valueForKeyPath(std::string_view keyPath) const noexcept;
+
+    /// Equality by value: numbers whatever their width, strings by code unit, arrays in order, dictionaries
+    /// in any order. Nesting costs no stack. May throw `std::bad_alloc`.
+    QELMODELS_EXPORT friend bool operator==(RepresentationView a, RepresentationView b);
+    /// Consistent with equality; a container contributes its number of elements.
+    std::uint64_t hash() const noexcept;
+
+    /// For the engine: the node of the value at a key of a dictionary, links not followed; null when it is
+    /// missing.
+    const RepresentationNode* nodeForKey(std::string_view key) const noexcept;
+    /// For the engine and the readers: where the value lies. A null block means constant data.
+    const RepresentationNode* node() const noexcept { return node_; }
+    const Block* block() const noexcept { return block_; }
+    /// The value that a node of a block stands for, links followed.
+    static RepresentationView at(const RepresentationNode* node, const Block* block) noexcept {
+        if (node->tag == RepresentationNode::Tag::link) [[unlikely]]
+            return {node->target, (node + 1)->block};
+        return {node, block};
+    }
+
+private:
+    friend class Representation;
+    RepresentationView(const RepresentationNode* node, const Block* block) noexcept
+        : node_(node), block_(block) {}
+
+    const RepresentationNode* node_;
+    const Block* block_;
+};
+
+/// A member of a dictionary.
+struct RepresentationMember {
+    std::string_view key;
+    RepresentationView value;
+};
+
+/// What is in a container, in the document's order: the elements of an array or the members of a dictionary.
+template <class Item>
+class RepresentationRange {
+    // A member's value stands behind its key.
+    static constexpr std::size_t kNodesBefore = std::is_same_v<Item, RepresentationMember> ? 1 : 0;
+
+public:
+    /// Goes through what is in the container; valid as long as the document.
+    class Iterator {
+    public:
+        using value_type = Item;
+        using difference_type = std::ptrdiff_t;
+        using iterator_category = std::input_iterator_tag;
+        using pointer = void;
+        using reference = Item;
+
+        Iterator() noexcept = default;
+        Iterator(const RepresentationNode* node, const Block* block, std::size_t left) noexcept
+            : node_(node), block_(block), left_(left) {}
+        Item operator*() const noexcept {
+            const RepresentationView value = RepresentationView::at(node_ + kNodesBefore, block_);
+            if constexpr (kNodesBefore == 0)
+                return value;
+            else
+                return {node_->string(), value};
+        }
+        Iterator& operator++() noexcept {
+            node_ += kNodesBefore + node_[kNodesBefore].extent();
+            --left_;
+            return *this;
+        }
+        Iterator operator++(int) noexcept {
+            Iterator before = *this;
+            ++*this;
+            return before;
+        }
+        bool operator==(const Iterator& other) const noexcept { return left_ == other.left_; }
+
+    private:
+        const RepresentationNode* node_ = nullptr;
+        const Block* block_ = nullptr;
+        std::size_t left_ = 0;
+    };
+
+    RepresentationRange(const RepresentationNode* first, const Block* block, std::size_t size) noexcept
+        : first_(first), block_(block), size_(size) {}
+    Iterator begin() const noexcept { return {first_, block_, size_}; }
+    Iterator end() const noexcept { return {nullptr, nullptr, 0}; }
+    std::size_t size() const noexcept { return size_; }
+    bool empty() const noexcept { return size_ == 0; }
+
+private:
+    const RepresentationNode* first_;
+    const Block* block_;
+    std::size_t size_;
+};
+
+inline RepresentationElements RepresentationView::elements() const noexcept {
+    return {node_ + 1, block_, isArray() ? node_->size : std::size_t{0}};
+}
+
+inline RepresentationMembers RepresentationView::members() const noexcept {
+    return {node_ + 1, block_, isDictionary() ? node_->size : std::size_t{0}};
+}
+
+/// A JSON value that is kept: an owning handle on a document and a value in it, cheap to copy. It never
+/// changes and may be read from any thread.
+class QELMODELS_EXPORT Representation {
+public:
+    struct Member;
+
+    /// Null.
+    Representation() noexcept;
+    Representation(std::nullptr_t) noexcept : Representation() {}
+    Representation(Number number);
+    template <class T>
+    requires std::is_arithmetic_v<T> Representation(T number) : Representation(Number(number)) {}
+    /// A string; throws `std::invalid_argument` when the text is not UTF-8 (lone surrogates may stand in it
+    /// as their three-byte form; split pairs are joined).
+    Representation(std::string_view text);
+    Representation(const std::string& text) : Representation(std::string_view(text)) {}
+    Representation(const char* text) : Representation(std::string_view(text)) {}
+    /// A dictionary. A repeated key keeps its first place and its last value.
+    Representation(std::initializer_list<Member> members);
+    /// The same, a list of these elements, and an array without any.
+    static Representation dictionary(std::initializer_list<Member> members);
+    static Representation array(std::initializer_list<Representation> elements);
+    static RepresentationView emptyArray() noexcept;
+
+    /// Keeps the document that a borrowed value lies in.
+    explicit Representation(RepresentationView view) noexcept;
+
+    Representation(const Representation& other) noexcept;
+    Representation(Representation&& other) noexcept;
+    Representation& operator=(Representation other) noexcept {
+        std::swap(view_, other.view_);
+        return *this;
+    }
+    ~Representation() {
+        if (view_.block_ != nullptr) view_.block_->release();
+    }
+
+    /// The value, lent for as long as this keeps it.
+    RepresentationView view() const noexcept QELMODELS_LENT { return view_; }
+    operator RepresentationView() const noexcept QELMODELS_LENT { return view_; }
+    const RepresentationView* operator->() const noexcept QELMODELS_LENT { return &view_; }
+
+    friend bool operator==(const Representation& a, const Representation& b) { return a.view_ == b.view_; }
+
+private:
+    friend class RepresentationBuilder;
+    struct Adopt {};
+    Representation(Adopt, RepresentationView view) noexcept : view_(view) {}
+
+    RepresentationView view_;
+};
+
+/// A key and its value, for a dictionary that is written down in code.
+struct Representation::Member {
+    std::string_view key;
+    Representation value;
+};
+
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "QELModels/Platform/Export.h"
+
+namespace QELModels {
+inline namespace QELMODELS_ABI {
+
+/// An error that an application passes along with a response. The library itself never makes one.
+struct Error {
+    std::string domain;     ///< who says so
+    std::int64_t code = 0;  ///< what happened, in the domain's own numbers
+    std::string message;    ///< for people
+
+    friend bool operator==(const Error&, const Error&) = default;
+};
+
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels
