@@ -6,6 +6,7 @@
 
 #include "QELModels/Platform/Export.h"
 #include "QELModels/Platform/Hash.h"
+#include "QELModels/Platform/KeyPath.h"
 
 #include "QELModels/Values/Color.h"
 #include "QELModels/Values/Date.h"

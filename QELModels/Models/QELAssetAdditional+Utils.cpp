@@ -25,9 +25,10 @@ bool comesBefore(const Object* a, const Object* b) noexcept {
 Ref<List<QELAssetCuePoint>> sortedAdCuePoints(const QELAssetAdditional& additional) {
     const auto* cuePoints = additional.cuePoints();
     const std::size_t count = cuePoints == nullptr ? 0 : cuePoints->size();
-    BlockWriter writer(sizeof(ListBase) + count * sizeof(Object*) + BlockWriter::kRoomToKeep,
-                       nullptr,
-                       BlockWriter::Origin::copy);
+    BlockWriter writer(
+        sizeof(ListBase) + count * sizeof(Object*) + BlockWriter::kRoomToKeep,
+        nullptr,
+        BlockWriter::Origin::copy);
     const auto** sorted = writer.allocate<const Object*>(count);
     if (count != 0) {
         std::copy_n(cuePoints->objects().begin(), count, sorted);

@@ -25,27 +25,40 @@ static constexpr auto declared = declare<QELAssetAdditional>(
 
 // ... where a document keeps it ...
 static constexpr auto rules = mapping<declared>(
-    relationship<&QELAssetAdditional::settings>(), attribute<&QELAssetAdditional::sourceFiles>(),
-    attribute<&QELAssetAdditional::barrels>(), attribute<&QELAssetAdditional::imageCaption>(),
-    attribute<&QELAssetAdditional::url>(), attribute<&QELAssetAdditional::access>(),
-    attribute<&QELAssetAdditional::metadata>(), relationship<&QELAssetAdditional::chapters>(),
+    relationship<&QELAssetAdditional::settings>(),
+    attribute<&QELAssetAdditional::sourceFiles>(),
+    attribute<&QELAssetAdditional::barrels>(),
+    attribute<&QELAssetAdditional::imageCaption>(),
+    attribute<&QELAssetAdditional::url>(),
+    attribute<&QELAssetAdditional::access>(),
+    attribute<&QELAssetAdditional::metadata>(),
+    relationship<&QELAssetAdditional::chapters>(),
     relationship<&QELAssetAdditional::cuePoints>(),
     attribute<&QELAssetAdditional::externalCategoryIdentifier>("externalCategoryId"),
     attribute<&QELAssetAdditional::externalIdentifier>("externalId"),
-    relationship<&QELAssetAdditional::featuredChapters>(), relationship<&QELAssetAdditional::subtitles>(),
+    relationship<&QELAssetAdditional::featuredChapters>(),
+    relationship<&QELAssetAdditional::subtitles>(),
     relationship<&QELAssetAdditional::nextAsset>());
 constinit const FEMRules QELAssetAdditional::defaultRules = rules;
 
 // ... and what makes two of them equal.
 // Chapters, cue points and the next asset compare by identity, so records mapped apart that hold any are
 // never equal.
-using Compared =
-    FieldsOf<&QELAssetAdditional::settings, &QELAssetAdditional::barrels,
-             &QELAssetAdditional::featuredChapters, &QELAssetAdditional::chapters,
-             &QELAssetAdditional::cuePoints, &QELAssetAdditional::sourceFiles,
-             &QELAssetAdditional::externalCategoryIdentifier, &QELAssetAdditional::externalIdentifier,
-             &QELAssetAdditional::nextAsset, &QELAssetAdditional::metadata, &QELAssetAdditional::access,
-             &QELAssetAdditional::subtitles, &QELAssetAdditional::imageCaption, &QELAssetAdditional::url>;
+using Compared = FieldsOf<
+    &QELAssetAdditional::settings,
+    &QELAssetAdditional::barrels,
+    &QELAssetAdditional::featuredChapters,
+    &QELAssetAdditional::chapters,
+    &QELAssetAdditional::cuePoints,
+    &QELAssetAdditional::sourceFiles,
+    &QELAssetAdditional::externalCategoryIdentifier,
+    &QELAssetAdditional::externalIdentifier,
+    &QELAssetAdditional::nextAsset,
+    &QELAssetAdditional::metadata,
+    &QELAssetAdditional::access,
+    &QELAssetAdditional::subtitles,
+    &QELAssetAdditional::imageCaption,
+    &QELAssetAdditional::url>;
 
 constinit const ObjectClass QELAssetAdditional::objectClass(
     describe<declared, Compared, Compared>("QELAssetAdditional"));

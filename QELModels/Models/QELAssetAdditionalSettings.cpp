@@ -27,10 +27,13 @@ static constexpr auto declared = declare<QELAssetAdditionalSettings>(
 // ... where a document keeps it ...
 static constexpr auto rules = mapping<declared>(
     attribute<&QELAssetAdditionalSettings::lastEditedBy>(),
-    attribute<&QELAssetAdditionalSettings::showEmbed>(), attribute<&QELAssetAdditionalSettings::escenicId>(),
-    attribute<&QELAssetAdditionalSettings::showInNewest>(), attribute<&QELAssetAdditionalSettings::source>(),
+    attribute<&QELAssetAdditionalSettings::showEmbed>(),
+    attribute<&QELAssetAdditionalSettings::escenicId>(),
+    attribute<&QELAssetAdditionalSettings::showInNewest>(),
+    attribute<&QELAssetAdditionalSettings::source>(),
     attribute<&QELAssetAdditionalSettings::startIndexPoint>(),
-    attribute<&QELAssetAdditionalSettings::notes>(), attribute<&QELAssetAdditionalSettings::showAds>(),
+    attribute<&QELAssetAdditionalSettings::notes>(),
+    attribute<&QELAssetAdditionalSettings::showAds>(),
     attribute<&QELAssetAdditionalSettings::createdBy>(),
     attribute<&QELAssetAdditionalSettings::showComments>(),
     attribute<&QELAssetAdditionalSettings::loopGeneratorEnabled>(),
@@ -40,14 +43,21 @@ static constexpr auto rules = mapping<declared>(
 constinit const FEMRules QELAssetAdditionalSettings::defaultRules = rules;
 
 // ... and what makes two of them equal.
-using Compared =
-    FieldsOf<&QELAssetAdditionalSettings::showAds, &QELAssetAdditionalSettings::showEmbed,
-             &QELAssetAdditionalSettings::showComments, &QELAssetAdditionalSettings::tonoRegistered,
-             &QELAssetAdditionalSettings::createdBy, &QELAssetAdditionalSettings::lastEditedBy,
-             &QELAssetAdditionalSettings::source, &QELAssetAdditionalSettings::notes,
-             &QELAssetAdditionalSettings::showInNewest, &QELAssetAdditionalSettings::loopGeneratorEnabled,
-             &QELAssetAdditionalSettings::escenicId, &QELAssetAdditionalSettings::playhead,
-             &QELAssetAdditionalSettings::startIndexPoint, &QELAssetAdditionalSettings::ageLimit>;
+using Compared = FieldsOf<
+    &QELAssetAdditionalSettings::showAds,
+    &QELAssetAdditionalSettings::showEmbed,
+    &QELAssetAdditionalSettings::showComments,
+    &QELAssetAdditionalSettings::tonoRegistered,
+    &QELAssetAdditionalSettings::createdBy,
+    &QELAssetAdditionalSettings::lastEditedBy,
+    &QELAssetAdditionalSettings::source,
+    &QELAssetAdditionalSettings::notes,
+    &QELAssetAdditionalSettings::showInNewest,
+    &QELAssetAdditionalSettings::loopGeneratorEnabled,
+    &QELAssetAdditionalSettings::escenicId,
+    &QELAssetAdditionalSettings::playhead,
+    &QELAssetAdditionalSettings::startIndexPoint,
+    &QELAssetAdditionalSettings::ageLimit>;
 
 constinit const ObjectClass QELAssetAdditionalSettings::objectClass(
     describe<declared, Compared, Compared>("QELAssetAdditionalSettings"));

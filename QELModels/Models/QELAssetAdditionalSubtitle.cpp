@@ -14,15 +14,17 @@ static constexpr auto declared = declare<QELAssetAdditionalSubtitle>(
     property<&QELAssetAdditionalSubtitle::isDefault>(kQELAssetAdditionalSubtitleIsDefault));
 
 // ... where a document keeps it ...
-static constexpr auto rules =
-    mapping<declared>(attribute<&QELAssetAdditionalSubtitle::language>(),
-                      attribute<&QELAssetAdditionalSubtitle::url>("url", captured(kQELNSURLTransformer)),
-                      attribute<&QELAssetAdditionalSubtitle::isDefault>("default"));
+static constexpr auto rules = mapping<declared>(
+    attribute<&QELAssetAdditionalSubtitle::language>(),
+    attribute<&QELAssetAdditionalSubtitle::url>("url", captured(kQELNSURLTransformer)),
+    attribute<&QELAssetAdditionalSubtitle::isDefault>("default"));
 constinit const FEMRules QELAssetAdditionalSubtitle::defaultRules = rules;
 
 // ... and what makes two of them equal.
-using Compared = FieldsOf<&QELAssetAdditionalSubtitle::language, &QELAssetAdditionalSubtitle::url,
-                          &QELAssetAdditionalSubtitle::isDefault>;
+using Compared = FieldsOf<
+    &QELAssetAdditionalSubtitle::language,
+    &QELAssetAdditionalSubtitle::url,
+    &QELAssetAdditionalSubtitle::isDefault>;
 
 constinit const ObjectClass QELAssetAdditionalSubtitle::objectClass(
     describe<declared, Compared, Compared>("QELAssetAdditionalSubtitle"));

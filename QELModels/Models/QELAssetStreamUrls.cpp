@@ -8,16 +8,16 @@ namespace QELModels {
 inline namespace QELMODELS_ABI {
 
 // What the record is made of ...
-static constexpr auto declared =
-    declare<QELAssetStreamUrls>(property<&QELAssetStreamUrls::hls>(kQELAssetStreamUrlsHls),
-                                property<&QELAssetStreamUrls::hds>(kQELAssetStreamUrlsHds),
-                                property<&QELAssetStreamUrls::mp4>(kQELAssetStreamUrlsMp4));
+static constexpr auto declared = declare<QELAssetStreamUrls>(
+    property<&QELAssetStreamUrls::hls>(kQELAssetStreamUrlsHls),
+    property<&QELAssetStreamUrls::hds>(kQELAssetStreamUrlsHds),
+    property<&QELAssetStreamUrls::mp4>(kQELAssetStreamUrlsMp4));
 
 // ... where a document keeps it ...
-static constexpr auto rules =
-    mapping<declared>(attribute<&QELAssetStreamUrls::hds>("hds", captured(kQELNSURLTransformer)),
-                      attribute<&QELAssetStreamUrls::hls>("hls", captured(kQELNSURLTransformer)),
-                      attribute<&QELAssetStreamUrls::mp4>("mp4", captured(kQELNSURLTransformer)));
+static constexpr auto rules = mapping<declared>(
+    attribute<&QELAssetStreamUrls::hds>("hds", captured(kQELNSURLTransformer)),
+    attribute<&QELAssetStreamUrls::hls>("hls", captured(kQELNSURLTransformer)),
+    attribute<&QELAssetStreamUrls::mp4>("mp4", captured(kQELNSURLTransformer)));
 constinit const FEMRules QELAssetStreamUrls::defaultRules = rules;
 
 // ... and what makes two of them equal.

@@ -94,17 +94,18 @@ void append(std::string& text, const Value& value) {
 
 }  // namespace
 
-constinit const ObjectClass QELBaseModel::objectClass({"QELBaseModel",
-                                                       nullptr,
-                                                       rootProperties,
-                                                       rootKeys,
-                                                       sizeof(QELBaseModel),
-                                                       alignof(QELBaseModel),
-                                                       &ObjectAccess::constructObject<QELBaseModel>,
-                                                       &ObjectAccess::constructList<QELBaseModel>,
-                                                       false,
-                                                       {},
-                                                       {}});
+constinit const ObjectClass QELBaseModel::objectClass(
+    {"QELBaseModel",
+     nullptr,
+     rootProperties,
+     rootKeys,
+     sizeof(QELBaseModel),
+     alignof(QELBaseModel),
+     &ObjectAccess::constructObject<QELBaseModel>,
+     &ObjectAccess::constructList<QELBaseModel>,
+     false,
+     {},
+     {}});
 
 const Value* PropertyDictionary::find(std::string_view name) const noexcept {
     const auto found = std::find_if(

@@ -13,25 +13,39 @@ static constexpr auto declared = declare<QELCategory>(
     property<&QELCategory::title>(kQELCategoryTitle),
     property<&QELCategory::parentIdentifier>(kQELCategoryParentIdentifier),
     property<&QELCategory::showCategory>(kQELCategoryShowCategory),
-    property<&QELCategory::isSeries>(kQELCategoryIsSeries), property<&QELCategory::order>(kQELCategoryOrder),
-    property<&QELCategory::ageLimit>(kQELCategoryAgeLimit), property<&QELCategory::stats>(kQELCategoryStats),
+    property<&QELCategory::isSeries>(kQELCategoryIsSeries),
+    property<&QELCategory::order>(kQELCategoryOrder),
+    property<&QELCategory::ageLimit>(kQELCategoryAgeLimit),
+    property<&QELCategory::stats>(kQELCategoryStats),
     property<&QELCategory::lastAsset>(kQELCategoryLastAsset),
     property<&QELCategory::additional>(kQELCategoryAdditional));
 
 // ... where a document keeps it ...
 static constexpr auto rules = mapping<declared>(
-    attribute<&QELCategory::parentIdentifier>("parentId"), attribute<&QELCategory::categoryIdentifier>("id"),
-    attribute<&QELCategory::order>(), attribute<&QELCategory::isSeries>(), attribute<&QELCategory::stats>(),
-    attribute<&QELCategory::showCategory>(), attribute<&QELCategory::ageLimit>(),
-    relationship<&QELCategory::lastAsset>(), relationship<&QELCategory::additional>(),
+    attribute<&QELCategory::parentIdentifier>("parentId"),
+    attribute<&QELCategory::categoryIdentifier>("id"),
+    attribute<&QELCategory::order>(),
+    attribute<&QELCategory::isSeries>(),
+    attribute<&QELCategory::stats>(),
+    attribute<&QELCategory::showCategory>(),
+    attribute<&QELCategory::ageLimit>(),
+    relationship<&QELCategory::lastAsset>(),
+    relationship<&QELCategory::additional>(),
     attribute<&QELCategory::title>("title", fetched(kQELHTMLTransformer)));
 constinit const FEMRules QELCategory::defaultRules = rules;
 
 // ... and what makes two of them equal.
-using Compared =
-    FieldsOf<&QELCategory::categoryIdentifier, &QELCategory::title, &QELCategory::parentIdentifier,
-             &QELCategory::showCategory, &QELCategory::isSeries, &QELCategory::order, &QELCategory::ageLimit,
-             &QELCategory::stats, &QELCategory::lastAsset, &QELCategory::additional>;
+using Compared = FieldsOf<
+    &QELCategory::categoryIdentifier,
+    &QELCategory::title,
+    &QELCategory::parentIdentifier,
+    &QELCategory::showCategory,
+    &QELCategory::isSeries,
+    &QELCategory::order,
+    &QELCategory::ageLimit,
+    &QELCategory::stats,
+    &QELCategory::lastAsset,
+    &QELCategory::additional>;
 
 constinit const ObjectClass QELCategory::objectClass(describe<declared, Compared, Compared>("QELCategory"));
 

@@ -37,22 +37,32 @@ static constexpr auto rules = mapping<declared>(
     attribute<&QELCategoryAdditional::logo>("logo", captured(kQELNSURLTransformer)),
     attribute<&QELCategoryAdditional::background>("background", captured(kQELNSURLTransformer)),
     attribute<&QELCategoryAdditional::isImageUploaded>(),
-    attribute<&QELCategoryAdditional::playerLogoImage>(), attribute<&QELCategoryAdditional::showEndPoster>(),
-    attribute<&QELCategoryAdditional::showComments>(), attribute<&QELCategoryAdditional::allowAllDevices>(),
+    attribute<&QELCategoryAdditional::playerLogoImage>(),
+    attribute<&QELCategoryAdditional::showEndPoster>(),
+    attribute<&QELCategoryAdditional::showComments>(),
+    attribute<&QELCategoryAdditional::allowAllDevices>(),
     attribute<&QELCategoryAdditional::autoPlayNextAsset>(),
     attribute<&QELCategoryAdditional::notificationMailEnabled>());
 constinit const FEMRules QELCategoryAdditional::defaultRules = rules;
 
 // ... and what makes two of them equal.
-using Compared =
-    FieldsOf<&QELCategoryAdditional::categoryDescription, &QELCategoryAdditional::image,
-             &QELCategoryAdditional::isImageUploaded, &QELCategoryAdditional::logo,
-             &QELCategoryAdditional::assets, &QELCategoryAdditional::background,
-             &QELCategoryAdditional::backgroundColor, &QELCategoryAdditional::showPlayerLogo,
-             &QELCategoryAdditional::playerLogoImage, &QELCategoryAdditional::showEndPoster,
-             &QELCategoryAdditional::showComments, &QELCategoryAdditional::allowAllDevices,
-             &QELCategoryAdditional::playerBranding, &QELCategoryAdditional::adCampaignIdentifier,
-             &QELCategoryAdditional::autoPlayNextAsset, &QELCategoryAdditional::notificationMailEnabled>;
+using Compared = FieldsOf<
+    &QELCategoryAdditional::categoryDescription,
+    &QELCategoryAdditional::image,
+    &QELCategoryAdditional::isImageUploaded,
+    &QELCategoryAdditional::logo,
+    &QELCategoryAdditional::assets,
+    &QELCategoryAdditional::background,
+    &QELCategoryAdditional::backgroundColor,
+    &QELCategoryAdditional::showPlayerLogo,
+    &QELCategoryAdditional::playerLogoImage,
+    &QELCategoryAdditional::showEndPoster,
+    &QELCategoryAdditional::showComments,
+    &QELCategoryAdditional::allowAllDevices,
+    &QELCategoryAdditional::playerBranding,
+    &QELCategoryAdditional::adCampaignIdentifier,
+    &QELCategoryAdditional::autoPlayNextAsset,
+    &QELCategoryAdditional::notificationMailEnabled>;
 
 constinit const ObjectClass QELCategoryAdditional::objectClass(
     describe<declared, Compared, Compared>("QELCategoryAdditional"));

@@ -18,15 +18,16 @@ static constexpr auto declared = declare<QELCategoryAdditionalPlayerBranding>(
 // ... where a document keeps it ...
 static constexpr auto rules = mapping<declared>(
     attribute<&QELCategoryAdditionalPlayerBranding::playerBrandingIdentifier>("id"),
-    attribute<&QELCategoryAdditionalPlayerBranding::playerBackground>("playerBackground",
-                                                                      captured(kQELNSURLTransformer)),
+    attribute<&QELCategoryAdditionalPlayerBranding::playerBackground>(
+        "playerBackground", captured(kQELNSURLTransformer)),
     attribute<&QELCategoryAdditionalPlayerBranding::link>("link", captured(kQELNSURLTransformer)));
 constinit const FEMRules QELCategoryAdditionalPlayerBranding::defaultRules = rules;
 
 // ... and what makes two of them equal.
-using Compared = FieldsOf<&QELCategoryAdditionalPlayerBranding::playerBrandingIdentifier,
-                          &QELCategoryAdditionalPlayerBranding::playerBackground,
-                          &QELCategoryAdditionalPlayerBranding::link>;
+using Compared = FieldsOf<
+    &QELCategoryAdditionalPlayerBranding::playerBrandingIdentifier,
+    &QELCategoryAdditionalPlayerBranding::playerBackground,
+    &QELCategoryAdditionalPlayerBranding::link>;
 
 constinit const ObjectClass QELCategoryAdditionalPlayerBranding::objectClass(
     describe<declared, Compared, Compared>("QELCategoryAdditionalPlayerBranding"));

@@ -7,15 +7,16 @@ namespace QELModels {
 inline namespace QELMODELS_ABI {
 
 // What the record is made of ...
-static constexpr auto declared =
-    declare<QELEditorial>(property<&QELEditorial::key>(kQELEditorialKey),
-                          property<&QELEditorial::assetsIdentifiers>(kQELEditorialAssetsIds),
-                          property<&QELEditorial::assets>(kQELEditorialAssets));
+static constexpr auto declared = declare<QELEditorial>(
+    property<&QELEditorial::key>(kQELEditorialKey),
+    property<&QELEditorial::assetsIdentifiers>(kQELEditorialAssetsIds),
+    property<&QELEditorial::assets>(kQELEditorialAssets));
 
 // ... where a document keeps it ...
-static constexpr auto rules = mapping<declared>(attribute<&QELEditorial::key>(),
-                                                attribute<&QELEditorial::assetsIdentifiers>("assetsIds"),
-                                                relationship<&QELEditorial::assets>("_embedded.assets"));
+static constexpr auto rules = mapping<declared>(
+    attribute<&QELEditorial::key>(),
+    attribute<&QELEditorial::assetsIdentifiers>("assetsIds"),
+    relationship<&QELEditorial::assets>("_embedded.assets"));
 constinit const FEMRules QELEditorial::defaultRules = rules;
 
 // ... and what makes two of them equal.

@@ -8,14 +8,14 @@ namespace QELModels {
 inline namespace QELMODELS_ABI {
 
 // What the record is made of ...
-static constexpr auto declared =
-    declare<QELFlightTimes>(property<&QELFlightTimes::flightStart>(kQELFlightTimesStart),
-                            property<&QELFlightTimes::flightEnd>(kQELFlightTimesEnd));
+static constexpr auto declared = declare<QELFlightTimes>(
+    property<&QELFlightTimes::flightStart>(kQELFlightTimesStart),
+    property<&QELFlightTimes::flightEnd>(kQELFlightTimesEnd));
 
 // ... where a document keeps it ...
-static constexpr auto rules =
-    mapping<declared>(attribute<&QELFlightTimes::flightEnd>("end", captured(kQELTimestampTransformer)),
-                      attribute<&QELFlightTimes::flightStart>("start", captured(kQELTimestampTransformer)));
+static constexpr auto rules = mapping<declared>(
+    attribute<&QELFlightTimes::flightEnd>("end", captured(kQELTimestampTransformer)),
+    attribute<&QELFlightTimes::flightStart>("start", captured(kQELTimestampTransformer)));
 constinit const FEMRules QELFlightTimes::defaultRules = rules;
 
 constinit const ObjectClass QELFlightTimes::objectClass(describe<declared>("QELFlightTimes"));

@@ -9,13 +9,15 @@ inline namespace QELMODELS_ABI {
 
 // What the record is made of ...
 static constexpr auto declared = declare<QELSeason>(
-    property<&QELSeason::title>(kQELSeasonTitle), property<&QELSeason::seasonNumber>(kQELSeasonSeasonNumber),
+    property<&QELSeason::title>(kQELSeasonTitle),
+    property<&QELSeason::seasonNumber>(kQELSeasonSeasonNumber),
     property<&QELSeason::assets>(kQELSeasonAssets));
 
 // ... where a document keeps it ...
 static constexpr auto rules = mapping<declared>(
     attribute<&QELSeason::seasonNumber>(),
-    attribute<&QELSeason::title>("title", captured(kQELHTMLTransformer)), relationship<&QELSeason::assets>());
+    attribute<&QELSeason::title>("title", captured(kQELHTMLTransformer)),
+    relationship<&QELSeason::assets>());
 constinit const FEMRules QELSeason::defaultRules = rules;
 
 // ... and what makes two of them equal.
