@@ -1,13 +1,17 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 
+#include "QELModels/Platform/detail/PerfectHash.h"
+
 namespace QELModels::bench {
 
-/// A perfect hash, found at compile time, from the keys of one record to their places in a list.
+/// From the keys of one record to their numbers, by a perfect hash that is found at compile time.
 ///
 ///     constexpr auto kKeys = keyTable("id", "title");
 ///     switch (kKeys.find(key)) {
@@ -15,51 +19,44 @@ namespace QELModels::bench {
 template <std::size_t kCount>
 class KeyTable {
 public:
-    consteval explicit KeyTable(const std::array<std::string_view, kCount>& keys) : keys_(keys) {
-        while (!fill())
-            factor_ = factor_ * 6364136223846793005u + 1442695040888963407u;  // try another one
+    consteval explicit KeyTable(const std::array<std::string_view, kCount>& keys)
+        : hash_(signaturesOf(keys)) {
+        if (!hash_.isFound()) throw "length and three bytes do not tell these keys apart";
+        std::copy(keys.begin(), keys.end(), keys_.begin() + 1);
     }
 
-    /// The place of `key`, or a number beyond the list if it is not in it.
+    /// The number of `key`, or one that no key of the list has.
     constexpr std::size_t find(std::string_view key) const noexcept {
-        if (key.empty()) return kCount;
-        const std::size_t place = slots_[slotOf(key)];
-        return place < kCount && keys_[place] == key ? place : kCount;
+        const std::size_t number = hash_.find(signatureOf(key));
+        return keys_[number] == key ? number : kNoKey;
     }
 
-    /// The place of a key that is in the list; does not compile for another one.
+    /// The number of a key that is in the list; does not compile for another one.
     consteval std::size_t at(std::string_view key) const {
-        const std::size_t place = find(key);
-        if (place == kCount) throw "not a key of this record";
-        return place;
+        const std::size_t number = find(key);
+        if (number == kNoKey) throw "not a key of this record";
+        return number;
     }
 
 private:
-    static constexpr std::size_t kSlots = kCount <= 8 ? 32 : 128;
+    using Signature = std::uint32_t;
+    static constexpr std::size_t kNoKey = 0;
 
-    constexpr std::size_t slotOf(std::string_view key) const noexcept {
-        // Length and three bytes tell the keys of every record apart.
-        const auto byte = [key](std::size_t i) {
-            return static_cast<std::uint64_t>(static_cast<unsigned char>(key[i]));
-        };
-        const std::uint64_t signature = static_cast<std::uint64_t>(key.size()) | byte(0) << 8 |
-                                        byte(key.size() / 2) << 16 | byte(key.size() - 1) << 24;
-        return static_cast<std::size_t>(signature * factor_ >> 57) % kSlots;
+    static constexpr Signature signatureOf(std::string_view key) noexcept {
+        if (key.empty()) return 0;
+        const auto byte = [key](std::size_t i) { return Signature{static_cast<unsigned char>(key[i])}; };
+        return static_cast<std::uint8_t>(key.size()) | byte(0) << 8 | byte(key.size() / 2) << 16 |
+               byte(key.size() - 1) << 24;
+    }
+    static consteval std::array<Signature, kCount> signaturesOf(
+        const std::array<std::string_view, kCount>& keys) {
+        std::array<Signature, kCount> signatures;
+        std::transform(keys.begin(), keys.end(), signatures.begin(), signatureOf);
+        return signatures;
     }
 
-    constexpr bool fill() {
-        slots_.fill(kCount);
-        for (std::size_t i = 0; i < kCount; ++i) {
-            auto& slot = slots_[slotOf(keys_[i])];
-            if (slot != kCount) return false;
-            slot = static_cast<std::uint8_t>(i);
-        }
-        return true;
-    }
-
-    std::array<std::string_view, kCount> keys_;
-    std::array<std::uint8_t, kSlots> slots_{};
-    std::uint64_t factor_ = 0x9E3779B97F4A7C15 | 1;
+    std::array<std::string_view, kCount + 1> keys_;  // the first one belongs to no key
+    detail::PerfectHash<Signature, std::bit_ceil(4 * kCount)> hash_;
 };
 
 template <class... Keys>

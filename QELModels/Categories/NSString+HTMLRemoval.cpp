@@ -9,6 +9,7 @@
 
 #include "QELModels/Platform/detail/ByteBlock.h"
 #include "QELModels/Platform/detail/KeyHash.h"
+#include "QELModels/Platform/detail/PerfectHash.h"
 #include "QELModels/Values/Text.h"
 
 // Cleaning is three passes over one buffer: tags, named references, numeric references. Each pass reads at or
@@ -91,12 +92,12 @@ constexpr std::array<std::string_view, 101> kNames = {
     "eth",    "ntilde", "ograve", "oacute", "ocirc",  "otilde", "ouml",   "divide", "oslash", "ugrave",
     "uacute", "ucirc",  "uuml",   "yacute", "thorn",  "yuml",   "amp",    "lt",     "gt",     "apos",
     "quot"};
-constexpr std::size_t kAmp = 96;       // the index of "amp"; what follows it may arise from decoding it
-constexpr char32_t kFirstLatin = 160;  // the code point of the name at index 0
-constexpr std::string_view kAscii = "&<>'\"";  // the characters of the names from kAmp on
-static_assert(kNames[kAmp] == "amp" && kAmp + kAscii.size() == kNames.size());
+constexpr std::size_t kIndexOfAmp = 96;        // what follows "amp" may arise from decoding it
+constexpr char32_t kFirstLatin = 160;          // the code point of the name at index 0
+constexpr std::string_view kAscii = "&<>'\"";  // the characters of the names from "amp" on
+static_assert(kNames[kIndexOfAmp] == "amp" && kIndexOfAmp + kAscii.size() == kNames.size());
 
-/// A name and its ';' as a word, NULs behind. The ';' keeps names apart from those that go on with a NUL.
+/// A name and its ';' as a word, NULs after it. The ';' keeps names apart from those that go on with a NUL.
 constexpr Word keyOf(std::string_view name) noexcept {
     Word key = static_cast<Word>(';') << (8 * name.size());
     for (std::size_t at = 0; at < name.size(); ++at) {
@@ -104,90 +105,75 @@ constexpr Word keyOf(std::string_view name) noexcept {
     }
     return key;
 }
-static_assert(std::all_of(kNames.begin(), kNames.end(),
-                          [](auto name) { return name.size() < sizeof(Word); }));
+static_assert(std::all_of(kNames.begin(), kNames.end(), [](auto name) {
+    return name.size() < sizeof(Word);
+}));
 
-/// Finds a name in one step. There are so many slots that a multiplier which sends every name to one of its
-/// own is soon found, and so few names in a text that hardly any of them are touched.
-class NameTable {
-public:
-    static constexpr std::size_t kNoName = kNames.size();
+// Names are numbered from 1.
+constexpr std::size_t kNoName = 0;
+constexpr std::size_t kAmp = kIndexOfAmp + 1;
 
-    consteval NameTable() noexcept {
-        for (std::size_t index = 0; index < kNames.size(); ++index)
-            keys_[index] = keyOf(kNames[index]);
-        while (!fillSlots())
-            multiplier_ += 2;
-    }
+constexpr auto kKeys = [] {
+    std::array<Word, kNames.size()> keys{};
+    std::transform(kNames.begin(), kNames.end(), keys.begin(), keyOf);
+    return keys;
+}();
+// Many slots, so that a multiplier is soon found; so few names occur in a text that hardly any are touched.
+constexpr detail::PerfectHash<Word, 2048> kNameHash(kKeys);
+static_assert(kNameHash.isFound());
+constexpr auto kKeyOfNumber = [] {
+    std::array<Word, kNames.size() + 1> keys{};  // 0, the first one, is the key of no name
+    std::copy(kKeys.begin(), kKeys.end(), keys.begin() + 1);
+    return keys;
+}();
 
-    constexpr std::size_t find(Word key) const noexcept {
-        const std::size_t index = slots_[slotOf(key)];
-        return keys_[index] == key ? index : kNoName;
-    }
-
-private:
-    static constexpr unsigned kSlotBits = 11;
-
-    constexpr std::size_t slotOf(Word key) const noexcept {
-        return static_cast<std::size_t>(key * multiplier_ >> (64 - kSlotBits));
-    }
-    constexpr bool fillSlots() noexcept {
-        slots_.fill(kNoName);
-        for (std::size_t index = 0; index < kNames.size(); ++index) {
-            std::uint8_t& slot = slots_[slotOf(keys_[index])];
-            if (slot != kNoName) return false;
-            slot = static_cast<std::uint8_t>(index);
-        }
-        return true;
-    }
-
-    Word multiplier_ = 0x9E3779B97F4A7C15;        // 2^64 divided by the golden ratio, or a little more
-    std::array<Word, kNames.size() + 1> keys_{};  // the last one is 0, the key of no name
-    std::array<std::uint8_t, 1 << kSlotBits> slots_{};
-};
-constexpr NameTable kNameTable;
+/// The number of the name that a key is of; `kNoName` if it is of none.
+constexpr std::size_t numberOf(Word key) noexcept {
+    const std::size_t number = kNameHash.find(key);
+    return kKeyOfNumber[number] == key ? number : kNoName;
+}
 
 constexpr bool isLetter(char byte) noexcept {
     return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
 }
 static_assert(std::all_of(kNames.begin(), kNames.end(), [](auto name) { return isLetter(name.front()); }));
 
-/// What a reference stands for.
+/// What is written for a reference.
 struct Character {
     char bytes[2];  // UTF-8
     std::uint8_t size;
 };
-/// Of each name, and behind them the '&' of what is no reference.
+/// The character of each number; of `kNoName`, the '&' that begins what is not a reference.
 constexpr auto kCharacters = [] {
     std::array<Character, kNames.size() + 1> characters{};
-    for (std::size_t index = 0; index < kAmp; ++index) {
-        char bytes[4] = {};
-        Text::encode(kFirstLatin + static_cast<char32_t>(index), bytes);
-        characters[index] = {{bytes[0], bytes[1]}, 2};
+    characters[kNoName] = {{'&'}, 1};
+    for (std::size_t number = 1; number < kAmp; ++number) {
+        char bytes[Text::kMaxCharacterBytes] = {};
+        Text::encode(kFirstLatin + static_cast<char32_t>(number - 1), bytes);
+        characters[number] = {{bytes[0], bytes[1]}, 2};
     }
-    for (std::size_t index = kAmp; index < kNames.size(); ++index)
-        characters[index] = {{kAscii[index - kAmp]}, 1};
-    characters[NameTable::kNoName] = {{'&'}, 1};
+    for (std::size_t number = kAmp; number < characters.size(); ++number)
+        characters[number] = {{kAscii[number - kAmp]}, 1};
     return characters;
 }();
 
-/// What stands behind an '&': which name, and how many bytes it takes with its ';'.
+/// What follows an '&': which name, and how many bytes it takes with its ';'.
 struct Reference {
-    std::size_t index = NameTable::kNoName;
+    std::size_t number = kNoName;
     std::size_t length = 0;
-    constexpr bool found() const noexcept { return index != NameTable::kNoName; }
-    constexpr bool isAmp() const noexcept { return index == kAmp; }
-    /// One of the last four: found, and not one of the others.
-    constexpr bool isBehindAmp() const noexcept { return found() && index > kAmp; }
-    constexpr const Character& character() const noexcept { return kCharacters[index]; }
+    constexpr bool found() const noexcept { return number != kNoName; }
+    constexpr bool isAmp() const noexcept { return number == kAmp; }
+    /// Whether it is one of the last four, which are decoded after "&amp;".
+    constexpr bool isAfterAmp() const noexcept { return number > kAmp; }
+    constexpr const Character& character() const noexcept { return kCharacters[number]; }
 };
 
 constexpr Reference referenceIn(Word word) noexcept {
     const Word semicolon = firstOf(';', word);
     if (semicolon == 0) return {};
     const Word upToSemicolon = ((semicolon & (0 - semicolon)) << 1) - 1;
-    const std::size_t index = kNameTable.find(word & upToSemicolon);
-    return {index, index == NameTable::kNoName ? 0 : placeOf(semicolon) + 1};
+    const std::size_t number = numberOf(word & upToSemicolon);
+    return {number, number == kNoName ? 0 : placeOf(semicolon) + 1};
 }
 
 /// The text that a pass has made so far, in a buffer of at least the size of what it reads.
@@ -270,9 +256,9 @@ public:
             const Reference reference = referenceIn(wordAt(++in_, end_));
             in_ += reference.length;
             if (reference.isAmp()) {
-                decodeBehindAmp();
+                decodeAfterAmp();
             } else if (reference.found()) {
-                if (reference.isBehindAmp()) asWritten_ |= bit(reference);
+                if (reference.isAfterAmp()) asWritten_ |= bit(reference);
                 out_.put(reference.character());
             } else {
                 putAmpersand();
@@ -289,7 +275,7 @@ public:
     char* firstNumeric() const noexcept { return firstNumeric_; }
 
 private:
-    static unsigned bit(const Reference& reference) noexcept { return 1u << (reference.index - kAmp); }
+    static unsigned bit(const Reference& reference) noexcept { return 1u << (reference.number - kAmp); }
 
     // Every '&' of the decoded text comes through here, and no '#' is ever inserted.
     void putAmpersand() noexcept {
@@ -297,9 +283,9 @@ private:
         out_.put('&');
     }
 
-    void decodeBehindAmp() noexcept {
+    void decodeAfterAmp() noexcept {
         const Reference arisen = referenceIn(wordAt(in_, end_));
-        if (!arisen.isBehindAmp() || !isWritten(arisen)) {
+        if (!arisen.isAfterAmp() || !isWritten(arisen)) {
             putAmpersand();
             return;
         }
@@ -314,7 +300,7 @@ private:
             lookedAhead_ = true;
             for (const char* at = find(in_, end_, '&'); at != end_; at = find(at + 1, end_, '&')) {
                 const Reference reference = referenceIn(wordAt(at + 1, end_));
-                if (reference.isBehindAmp()) asWritten_ |= bit(reference);
+                if (reference.isAfterAmp()) asWritten_ |= bit(reference);
             }
         }
         return (asWritten_ & bit(wanted)) != 0;
