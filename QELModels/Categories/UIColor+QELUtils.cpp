@@ -2,6 +2,7 @@
 
 #include <cstddef>
 
+#include "QELModels/Platform/detail/ASCII.h"
 #include "QELModels/Values/Text.h"
 
 namespace QELModels {
@@ -14,27 +15,16 @@ constexpr std::size_t kLength = 7;  // of "#RRGGBB", in UTF-16 code units
 constexpr std::size_t kDigitsOfPart = 2;
 constexpr double kMaxPart = 255.0;
 
-constexpr bool isWhiteSpace(char c) noexcept {
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
-constexpr std::optional<unsigned> hexDigitValue(char c) noexcept {
-    if (c >= '0' && c <= '9') return static_cast<unsigned>(c - '0');
-    if (c >= 'a' && c <= 'f') return static_cast<unsigned>(c - 'a' + 10);
-    if (c >= 'A' && c <= 'F') return static_cast<unsigned>(c - 'A' + 10);
-    return std::nullopt;
-}
-
 // Takes white space and up to two digits off the front of `text`; 0 if there is none. What is no digit stays
 // in front, so that the parts after it are 0 as well; neither a sign nor a "0x" is part of a number here.
 unsigned takePart(std::string_view& text) noexcept {
-    while (!text.empty() && isWhiteSpace(text.front()))
+    while (!text.empty() && detail::isWhiteSpace(text.front()))
         text.remove_prefix(1);
     unsigned part = 0;
     for (std::size_t i = 0; i < kDigitsOfPart && !text.empty(); ++i) {
-        const auto digit = hexDigitValue(text.front());
-        if (!digit) break;
-        part = part * 16 + *digit;
+        const unsigned digit = detail::hexDigitValue(text.front());
+        if (digit == detail::kNoHexDigit) break;
+        part = part * 16 + digit;
         text.remove_prefix(1);
     }
     return part;

@@ -35,10 +35,6 @@ constexpr Lead leadOf(unsigned char byte) noexcept {
     return {0, 0, 0};
 }
 
-constexpr bool isContinuation(char byte) noexcept {
-    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
-}
-
 /// The length of the well-formed character that begins a text; 0 if none does. Halves count as characters.
 std::size_t characterLength(std::string_view text) noexcept {
     const Lead lead = leadOf(static_cast<unsigned char>(text[0]));
@@ -47,7 +43,7 @@ std::size_t characterLength(std::string_view text) noexcept {
     const auto second = static_cast<unsigned char>(text[1]);
     if (second < lead.low || second > lead.high) return 0;
     for (std::size_t i = 2; i < lead.length; ++i) {
-        if (!isContinuation(text[i])) return 0;
+        if (!Text::isContinuation(text[i])) return 0;
     }
     return lead.length;
 }

@@ -42,6 +42,11 @@ struct QELMODELS_EXPORT Text {
     /// become one character, which plain concatenation would miss. `piece` may be a part of `text`.
     static void append(std::string& text, std::string_view piece);
 
+    /// Whether a byte goes on with a character that an earlier one begins.
+    static constexpr bool isContinuation(char byte) noexcept {
+        return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
+    }
+
     /// Whether a high half, not yet part of a pair, ends the text.
     static constexpr bool endsInHighHalf(std::string_view wtf8) noexcept {
         return wtf8.size() >= kHalfBytes && isHalf(wtf8.substr(wtf8.size() - kHalfBytes), kHighHalves);
