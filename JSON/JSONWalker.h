@@ -265,7 +265,11 @@ class Walker {
 public:
     // `end` is that of the text, where a blank stands; `builder` has room for its nodes at the depth of
     // `containers`.
-    Walker(char* text, char* end, WalkerPlace place, Containers& containers, std::size_t maxDepth,
+    Walker(char* text,
+           char* end,
+           WalkerPlace place,
+           Containers& containers,
+           std::size_t maxDepth,
            RepresentationBuilder& builder) noexcept
         : text_(text),
           structural_(place.structural),
@@ -424,7 +428,7 @@ private:
     [[gnu::always_inline]] bool key() {
         std::string_view key;
         if (!keyText(key)) return false;
-        const std::uint16_t hash = quotedKeyHash(key.data(), key.size());
+        const std::uint16_t hash = detail::quotedKeyHash(key.data(), key.size());
         append(key, hash);
         std::uint64_t& word = container_->keysSeen[hash >> 14];
         const std::uint64_t seen = word;
@@ -437,7 +441,8 @@ private:
 
     // Whether one of the members has a key of that hash; true also when they are too many to look at them all
     // for every key.
-    [[gnu::noinline]] static bool isAmong(const Node* member, std::uint32_t members,
+    [[gnu::noinline]] static bool isAmong(const Node* member,
+                                          std::uint32_t members,
                                           std::uint16_t hash) noexcept {
         if (members > RepresentationBuilder::kMostMembersScanned) return true;
         for (std::uint32_t left = members; left != 0; --left) {

@@ -5,7 +5,6 @@
 /// they use: each stands alone.
 
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/Hash.h"
 #include "QELModels/Platform/KeyPath.h"
 
 #include "QELModels/Values/Color.h"

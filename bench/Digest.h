@@ -8,7 +8,7 @@
 #include <string_view>
 #include <type_traits>
 
-#include "QELModels/Platform/Hash.h"
+#include "QELModels/Platform/detail/Hash.h"
 #include "QELModels/Values/Color.h"
 #include "QELModels/Values/Date.h"
 #include "QELModels/Values/Number.h"
@@ -27,7 +27,7 @@ public:
     void add(double number) noexcept { word(std::bit_cast<std::uint64_t>(number)); }
     void add(Number number) noexcept { add(number.doubleValue()); }
     void add(Date date) noexcept { add(secondsSince1970(date)); }
-    void add(std::string_view text) noexcept { word(hashOfText(text)); }
+    void add(std::string_view text) noexcept { word(detail::hashOfText(text)); }
     void add(const URL& url) noexcept { add(url.text()); }
     void add(URLView url) noexcept { add(url.text()); }
     void add(const Color& color) noexcept {
@@ -70,7 +70,7 @@ private:
         word(is ? 0x5EED : 0x0FF);
         return is;
     }
-    void word(std::uint64_t word) noexcept { value_ = hashOfWord(value_ * 31 + word); }
+    void word(std::uint64_t word) noexcept { value_ = detail::hashOfWord(value_ * 31 + word); }
 
     std::uint64_t value_ = 0;
 };

@@ -237,7 +237,7 @@ TEST(Number, hasTheShortestTextAtEveryMagnitude) {
 
 RC_GTEST_PROP(Number, hasTheShortestTextForAnyDouble, (std::uint64_t bits, std::int32_t integer)) {
     // Small generated integers are no random bits: spread them.
-    expectTextByDefinition(std::bit_cast<double>(QELModels::hashOfWord(bits)));
+    expectTextByDefinition(std::bit_cast<double>(QELModels::detail::hashOfWord(bits)));
     expectTextByDefinition(integer);
     expectTextByDefinition(integer / 1000.0);
 }

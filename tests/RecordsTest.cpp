@@ -15,7 +15,7 @@
 #include "QELModels/Mapping/FEMDeserializer.h"
 #include "QELModels/Models/QELEditorial.h"
 #include "QELModels/Models/QELSeason.h"
-#include "QELModels/Platform/Hash.h"
+#include "QELModels/Platform/detail/Hash.h"
 #include "QELModels/Records/MappingFault.h"
 #include "tests/TestSupport.h"
 
@@ -42,8 +42,12 @@ bool isEqualTo(const Object& a, const Object* b) {
 }
 
 template <class Model>
-Row row(std::vector<std::string_view> constants, std::string declared, std::string attributes,
-        std::string relationships, std::string compared, IsEqualTo compare = nullptr) {
+Row row(std::vector<std::string_view> constants,
+        std::string declared,
+        std::string attributes,
+        std::string relationships,
+        std::string compared,
+        IsEqualTo compare = nullptr) {
     return {Model::objectClass,
             &Model::defaultMapping,
             std::move(constants),
@@ -308,8 +312,9 @@ protected:
     FEMMapping mapping = fullMapping(row);
     int n = 1001;
 };
-INSTANTIATE_TEST_SUITE_P(All, Records, testing::Range(std::size_t{0}, std::size_t{18}),
-                         [](const auto& test) { return std::string(rows()[test.param].isa.name()); });
+INSTANTIATE_TEST_SUITE_P(All, Records, testing::Range(std::size_t{0}, std::size_t{18}), [](const auto& test) {
+    return std::string(rows()[test.param].isa.name());
+});
 
 TEST_P(Records, declareTheirPropertiesInOrder) {
     constexpr std::string_view kKinds[] = {"number",
@@ -480,8 +485,8 @@ TEST_P(Records, hashByTheFoldOfTheirFields) {
         if (value.isNull()) return 0;
         if (value.number())
             return value.number()->isBoolean() ? value.number()->boolValue() : value.number()->hash();
-        if (value.text()) return hashOfText(*value.text());
-        if (value.url()) return hashOfText(value.url()->text());
+        if (value.text()) return detail::hashOfText(*value.text());
+        if (value.url()) return detail::hashOfText(value.url()->text());
         if (value.color()) return value.color()->hash();
         if (value.representation()) return value.representation()->size();
         return value.record() != nullptr ? value.record()->hash() : value.list()->size();
@@ -492,7 +497,7 @@ TEST_P(Records, hashByTheFoldOfTheirFields) {
         for (const std::string& name : comparedBy(row)) {
             const bool isEnumeration = name == "assetType" || name == "streamType";
             const std::uint64_t x =
-                name == "identity" ? hashOfWord(reinterpret_cast<std::uintptr_t>(one.get()))
+                name == "identity" ? detail::hashOfWord(reinterpret_cast<std::uintptr_t>(one.get()))
                 : isEnumeration    ? static_cast<std::uint64_t>(at(*one, name).number()->int64Value())
                                    : hashOf(at(*one, name));
             h = h * 31 + x;

@@ -23,6 +23,8 @@
 namespace {
 
 using namespace QELModels;
+using detail::keyHash;
+using detail::quotedKeyHash;
 using namespace std::string_view_literals;
 using test::CountingZone;
 using Builder = RepresentationBuilder;

@@ -182,15 +182,15 @@ TEST(URL, hashesByText) {
     std::unordered_set<std::uint64_t> hashes;
     std::size_t count = 0;
     for (std::size_t length = 0; length <= 40; ++length, ++count) {
-        hashes.insert(QELModels::hashOfText(std::string(length, 'a')));
+        hashes.insert(QELModels::detail::hashOfText(std::string(length, 'a')));
         for (std::size_t position = 0; position < length; ++position, ++count) {
             std::string text(length, 'a');
             text[position] = 'b';
-            hashes.insert(QELModels::hashOfText(text));
+            hashes.insert(QELModels::detail::hashOfText(text));
         }
     }
     EXPECT_EQ(hashes.size(), count);
-    static_assert(QELModels::hashOfText("tv") != 0 && QELModels::hashCombine(2, 3) == 65);
+    static_assert(QELModels::detail::hashOfText("tv") != 0 && QELModels::detail::hashCombine(2, 3) == 65);
 }
 
 }  // namespace

@@ -7,9 +7,10 @@
 #include <cstring>
 #include <utility>
 
+#include "QELModels/Platform/detail/ASCII.h"
 #include "QELModels/Platform/detail/ByteBlock.h"
-#include "QELModels/Platform/detail/KeyHash.h"
 #include "QELModels/Platform/detail/PerfectHash.h"
+#include "QELModels/Platform/detail/Word.h"
 #include "QELModels/Values/Text.h"
 
 // Cleaning is three passes over one buffer: tags, named references, numeric references. Each pass reads at or
@@ -22,33 +23,26 @@ inline namespace QELMODELS_ABI {
 
 namespace {
 
+using detail::ByteBlock;
+using detail::Word;
+
 // --- Looking for bytes, several at a step -----------------------------------------------------------------
 
-using Word = std::uint64_t;
 constexpr Word kEachByte = 0x0101010101010101;
 constexpr Word kHighBits = 0x80 * kEachByte;
 
-/// Eight bytes of text, the first one lowest on every machine.
+/// Eight bytes of text.
 Word wordAt(const char* text) noexcept {
+    if constexpr (std::endian::native != std::endian::little) return detail::firstWord({text, sizeof(Word)});
     Word word = 0;
-    if constexpr (std::endian::native == std::endian::little) {
-        std::memcpy(&word, text, sizeof word);
-    } else {
-        for (std::size_t at = 0; at < sizeof word; ++at) {
-            word |= static_cast<Word>(static_cast<unsigned char>(text[at])) << (8 * at);
-        }
-    }
+    std::memcpy(&word, text, sizeof word);
     return word;
 }
 
-/// The same of text that may end within the word; NULs stand for what is missing.
+/// The same of text that may end within the word; NULs for what is missing.
 Word wordAt(const char* text, const char* end) noexcept {
-    if (end - text >= static_cast<std::ptrdiff_t>(sizeof(Word))) return wordAt(text);
-    Word word = 0;
-    for (unsigned shift = 0; text != end; ++text, shift += 8) {
-        word |= static_cast<Word>(static_cast<unsigned char>(*text)) << shift;
-    }
-    return word;
+    const auto size = static_cast<std::size_t>(end - text);
+    return size >= sizeof(Word) ? wordAt(text) : detail::firstWord({text, size});
 }
 
 /// Has the high bit of the first byte that is equal to an ASCII character. Subtracting 1 borrows through the
@@ -99,11 +93,7 @@ static_assert(kNames[kIndexOfAmp] == "amp" && kIndexOfAmp + kAscii.size() == kNa
 
 /// A name and its ';' as a word, NULs after it. The ';' keeps names apart from those that go on with a NUL.
 constexpr Word keyOf(std::string_view name) noexcept {
-    Word key = static_cast<Word>(';') << (8 * name.size());
-    for (std::size_t at = 0; at < name.size(); ++at) {
-        key |= static_cast<Word>(static_cast<unsigned char>(name[at])) << (8 * at);
-    }
-    return key;
+    return detail::firstWord(name) | Word{';'} << (8 * name.size());
 }
 static_assert(std::all_of(kNames.begin(), kNames.end(), [](auto name) {
     return name.size() < sizeof(Word);
@@ -133,10 +123,9 @@ constexpr std::size_t numberOf(Word key) noexcept {
     return kKeyOfNumber[number] == key ? number : kNoName;
 }
 
-constexpr bool isLetter(char byte) noexcept {
-    return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
-}
-static_assert(std::all_of(kNames.begin(), kNames.end(), [](auto name) { return isLetter(name.front()); }));
+static_assert(std::all_of(kNames.begin(), kNames.end(), [](auto name) {
+    return detail::isLetter(name.front());
+}));
 
 /// What is written for a reference.
 struct Character {
@@ -314,24 +303,11 @@ private:
     bool lookedAhead_ = false;
 };
 
-constexpr bool isSpace(char byte) noexcept {
-    return byte == ' ' || (byte >= '\t' && byte <= '\r');
-}
-
-constexpr unsigned kNoDigit = 16;
-
-constexpr unsigned digitOf(char byte) noexcept {
-    if (byte >= '0' && byte <= '9') return static_cast<unsigned>(byte - '0');
-    if (byte >= 'a' && byte <= 'f') return static_cast<unsigned>(byte - 'a') + 10;
-    if (byte >= 'A' && byte <= 'F') return static_cast<unsigned>(byte - 'A') + 10;
-    return kNoDigit;
-}
-
 /// The digits that begin the text as a number, `limit` if it is greater. A limit is far below 2^60.
 constexpr std::uint64_t readDigits(std::string_view text, unsigned base, std::uint64_t limit) noexcept {
     std::uint64_t value = 0;
     for (const char byte : text) {
-        const unsigned digit = digitOf(byte);
+        const unsigned digit = detail::hexDigitValue(byte);
         if (digit >= base) break;
         value = std::min(value * base + digit, limit);
     }
@@ -343,7 +319,7 @@ char32_t codeUnitOf(std::string_view body) noexcept {
     constexpr std::uint64_t kUnitMask = 0xFFFF;
     const bool isHexadecimal = body.starts_with('x');
     if (isHexadecimal) body.remove_prefix(1);
-    while (!body.empty() && isSpace(body.front()))
+    while (!body.empty() && detail::isWhiteSpace(body.front()))
         body.remove_prefix(1);
 
     if (isHexadecimal) {
@@ -432,7 +408,7 @@ private:
     /// The next eight bytes; NULs stand for what is missing.
     Word word() const noexcept {
         if constexpr (kSlack && std::endian::native == std::endian::little)
-            return wordAt(in_) & kFirstBytes[std::min(left(), sizeof(Word))];
+            return wordAt(in_) & detail::kFirstBytes[std::min(left(), sizeof(Word))];
         else
             return wordAt(in_, end_);
     }
@@ -483,7 +459,7 @@ private:
     static bool isInert(Word word) noexcept {
         const auto next = static_cast<char>(word & 0xFF);
         if (next == '#' || next == '<') return false;
-        return !isLetter(next) || (firstOf('<', word) == 0 && !referenceIn(word).found());
+        return !detail::isLetter(next) || (firstOf('<', word) == 0 && !referenceIn(word).found());
     }
 
     /// Numeric references with a short body that holds nothing which another pass would look at.

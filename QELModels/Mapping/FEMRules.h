@@ -117,16 +117,16 @@ struct FEMRule {
 struct FEMKey {
     constexpr FEMKey() = default;
     constexpr explicit FEMKey(std::string_view key) noexcept : size(static_cast<std::uint32_t>(key.size())) {
-        std::copy_n(key.begin(), std::min(key.size(), ByteBlock::kSize), first);
+        std::copy_n(key.begin(), std::min(key.size(), detail::ByteBlock::kSize), first);
     }
 
     /// Whether the key's value is put into a property as it is.
     constexpr bool isPut() const noexcept { return put != nullptr; }
 
-    char first[ByteBlock::kSize] = {};  ///< how it begins; NULs stand for what is missing
-    Property::PutRaw put = nullptr;     ///< of a key that one rule alone reads, and takes as it is, for ...
-    const void* place = nullptr;        ///< ... this property, which no other rule fills; else null
-    std::uint32_t size = UINT32_MAX;    ///< in bytes; that of no key where there is none
+    char first[detail::ByteBlock::kSize] = {};  ///< how it begins; NULs stand for what is missing
+    Property::PutRaw put = nullptr;   ///< of a key that one rule alone reads, and takes as it is, for ...
+    const void* place = nullptr;      ///< ... this property, which no other rule fills; else null
+    std::uint32_t size = UINT32_MAX;  ///< in bytes; that of no key where there is none
 };
 
 /// The rules of one mapping. `keys` are the first keys of all key paths, each once. Constant rules have more,
@@ -155,16 +155,16 @@ struct FEMRules {
         const std::size_t slot = slots[std::uint32_t{key.keyHash} * multiplier >> shift];
         const FEMKey& entry = entries[slot];
         if (entry.size != key.size) return nullptr;
-        if (key.size <= ByteBlock::kSize) [[likely]]
-            return ByteBlock(key.text).first(key.size).equals(entry.first) ? &entry : nullptr;
+        if (key.size <= detail::ByteBlock::kSize) [[likely]]
+            return detail::ByteBlock(key.text).first(key.size).equals(entry.first) ? &entry : nullptr;
         if (slot == 0) return nullptr;
         // Two blocks, which may overlap, are all of nearly every key.
         const std::string_view whole = keys[slot - 1];
-        const std::size_t last = key.size - ByteBlock::kSize;
-        const bool same = last > ByteBlock::kSize
+        const std::size_t last = key.size - detail::ByteBlock::kSize;
+        const bool same = last > detail::ByteBlock::kSize
                               ? whole == key.string()
-                              : ByteBlock(key.text).equals(entry.first) &&
-                                    ByteBlock(key.text + last).equals(whole.data() + last);
+                              : detail::ByteBlock(key.text).equals(entry.first) &&
+                                    detail::ByteBlock(key.text + last).equals(whole.data() + last);
         return same ? &entry : nullptr;
     }
     /// The position of an entry's key among `keys`.
@@ -314,7 +314,7 @@ private:
         if (keyCount > UINT8_MAX - 1) return;
         std::array<std::uint16_t, kRules> hashes{};
         for (std::size_t i = 0; i < keyCount; ++i) {
-            hashes[i] = keyHash(keys[i]);
+            hashes[i] = detail::keyHash(keys[i]);
             if (std::find(hashes.begin(), hashes.begin() + i, hashes[i]) != hashes.begin() + i) return;
         }
         for (std::uint32_t candidate = 1; candidate <= UINT16_MAX; candidate += 2) {

@@ -22,7 +22,7 @@ public:
     /// Behind each text in a block so many bytes more may be read, whatever they are, and while it is written
     /// so many may be written behind the last one. So texts are looked at and copied in pieces of a fixed
     /// size, without branches on their lengths, which no processor can foretell.
-    static constexpr std::size_t kSlack = 2 * ByteBlock::kSize;
+    static constexpr std::size_t kSlack = 2 * detail::ByteBlock::kSize;
 
     Block(const Block&) = delete;
     Block& operator=(const Block&) = delete;
@@ -135,10 +135,10 @@ public:
     std::string_view copyTextOfBlock(std::string_view text) {
         char* const to = reserve(text.size());
         for (std::size_t at = 0; at < text.size(); at += Block::kSlack) {
-            const ByteBlock first(text.data() + at);
-            const ByteBlock second(text.data() + at + ByteBlock::kSize);
+            const detail::ByteBlock first(text.data() + at);
+            const detail::ByteBlock second(text.data() + at + detail::ByteBlock::kSize);
             first.store(to + at);
-            second.store(to + at + ByteBlock::kSize);
+            second.store(to + at + detail::ByteBlock::kSize);
         }
         commit(text.size());
         return {to, text.size()};

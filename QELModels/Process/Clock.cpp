@@ -11,7 +11,7 @@ namespace Clock {
 
 namespace {
 
-constinit SharedSlot<std::function<Date()>> source;
+constinit detail::SharedSlot<std::function<Date()>> source;
 
 }  // namespace
 

@@ -14,7 +14,7 @@ namespace Log {
 
 namespace {
 
-constinit SharedSlot<Sink> sink;
+constinit detail::SharedSlot<Sink> sink;
 
 // The stream is unbuffered: one call is one piece of output, which other threads do not come between.
 void writeToStandardError(std::string_view line) noexcept {

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string>
 
-#include "QELModels/Platform/Hash.h"
+#include "QELModels/Platform/detail/Hash.h"
 #include "QELModels/Records/MappingFault.h"
 
 namespace QELModels {
@@ -255,7 +255,7 @@ std::uint64_t hashOfField(const Property& property, const Object& object) {
         case PropertyKind::text:
         case PropertyKind::url: {
             const auto& stored = property.slot<TextSlot>(object);
-            return stored.data == nullptr ? 0 : hashOfText(stored.text());
+            return stored.data == nullptr ? 0 : detail::hashOfText(stored.text());
         }
         case PropertyKind::date: {
             const auto& stored = property.slot<DateSlot>(object);
@@ -287,7 +287,7 @@ std::uint64_t hashOfField(const Property& property, const Object& object) {
 }
 
 std::uint64_t identityHash(const Object& object) noexcept {
-    return hashOfWord(reinterpret_cast<std::uintptr_t>(&object));
+    return detail::hashOfWord(reinterpret_cast<std::uintptr_t>(&object));
 }
 
 }  // namespace
@@ -319,7 +319,7 @@ std::uint64_t Object::hash() const {
     if (!order.declared) return identityHash(*this);
     std::uint64_t h = order.identityFirst ? identityHash(*this) : 0;
     for (const Property* property : order.properties)
-        h = hashCombine(h, hashOfField(*property, *this));
+        h = detail::hashCombine(h, hashOfField(*property, *this));
     return h;
 }
 

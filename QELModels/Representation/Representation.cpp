@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "QELModels/Platform/Hash.h"
+#include "QELModels/Platform/detail/Hash.h"
 #include "QELModels/Representation/RepresentationBuilder.h"
 #include "QELModels/Values/Text.h"
 
@@ -66,7 +66,9 @@ std::size_t indexNodes(std::size_t members) noexcept {
 }
 
 // The order of the keys in an index: any total order will do, so the cheapest comparisons come first.
-std::strong_ordering compareKeys(std::uint16_t hashA, std::string_view a, std::uint16_t hashB,
+std::strong_ordering compareKeys(std::uint16_t hashA,
+                                 std::string_view a,
+                                 std::uint16_t hashB,
                                  std::string_view b) noexcept {
     if (hashA != hashB) return hashA <=> hashB;
     if (a.size() != b.size()) return a.size() <=> b.size();
@@ -79,7 +81,7 @@ bool sameKey(const Node& a, const Node& b) noexcept {
 
 // The node of the value at a key, links not followed; null when it is missing.
 const Node* find(const Node* dictionary, std::string_view key) noexcept {
-    const std::uint16_t hash = keyHash(key);
+    const std::uint16_t hash = detail::keyHash(key);
     if (!dictionary->indexed) {
         const Node* member = dictionary + 1;
         for (std::uint32_t i = 0; i < dictionary->size; ++i) {
@@ -185,7 +187,7 @@ std::uint64_t RepresentationView::hash() const noexcept {
         case Kind::null:
             return 0;
         case Kind::string:
-            return hashOfText(node_->string());
+            return detail::hashOfText(node_->string());
         case Kind::number:
             return numberOf(*node_).hash();
         default:

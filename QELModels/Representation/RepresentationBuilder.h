@@ -55,7 +55,7 @@ public:
     /// are known to be well formed. Both have `Block::kSlack` bytes behind them, as texts elsewhere have not.
     void keyInPlace(std::string_view key) {
         RepresentationNode& node = memberKey();
-        node.keyHash = keyHash(key);
+        node.keyHash = detail::keyHash(key);
         setText(node, key);
     }
     void stringInPlace(std::string_view text) {

@@ -5,7 +5,7 @@
 #include <functional>
 
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/Hash.h"
+#include "QELModels/Platform/detail/Hash.h"
 #include "QELModels/Values/Number.h"
 
 namespace QELModels {
@@ -23,9 +23,9 @@ struct Color {
     /// Equal colours hash alike.
     constexpr std::uint64_t hash() const noexcept {
         std::uint64_t h = Number(red).hash();
-        h = hashCombine(h, Number(green).hash());
-        h = hashCombine(h, Number(blue).hash());
-        return hashCombine(h, Number(alpha).hash());
+        h = detail::hashCombine(h, Number(green).hash());
+        h = detail::hashCombine(h, Number(blue).hash());
+        return detail::hashCombine(h, Number(alpha).hash());
     }
 };
 

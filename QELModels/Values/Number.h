@@ -11,7 +11,7 @@
 #include <type_traits>
 
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/Hash.h"
+#include "QELModels/Platform/detail/Hash.h"
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
@@ -90,15 +90,16 @@ public:
     /// Equal numbers hash alike.
     constexpr std::uint64_t hash() const noexcept {
         // A double that is an integer hashes as that integer does, -0.0 among them.
-        if (origin_ != Origin::real) return hashOfWord(bits_);
-        if (real() >= kTwoTo63 && real() < kTwoTo64) return hashOfWord(static_cast<std::uint64_t>(real()));
+        if (origin_ != Origin::real) return detail::hashOfWord(bits_);
+        if (real() >= kTwoTo63 && real() < kTwoTo64)
+            return detail::hashOfWord(static_cast<std::uint64_t>(real()));
         if (real() >= -kTwoTo63 && real() < kTwoTo63) {
             const auto truncated = static_cast<std::int64_t>(real());
             if (static_cast<double>(truncated) == real()) {
-                return hashOfWord(static_cast<std::uint64_t>(truncated));
+                return detail::hashOfWord(static_cast<std::uint64_t>(truncated));
             }
         }
-        return hashOfWord(bits_);
+        return detail::hashOfWord(bits_);
     }
 
     friend constexpr bool operator==(Number a, Number b) noexcept { return (a <=> b) == 0; }

@@ -6,12 +6,15 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "QELModels/Platform/detail/ASCII.h"
 #include "QELModels/Platform/detail/ByteBlock.h"
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
 namespace {
+
+using detail::ByteBlock;
 
 // What a character may be part of, as it stands. "%" is in none of the sets: `skip` takes it together with
 // the two digits that it needs.
@@ -35,9 +38,12 @@ constexpr std::array<CharacterSet, 256> kSetsOf = [] {
     };
     constexpr unsigned kPathAndAfter = kPath | kQueryOrFragment;
     constexpr unsigned kFromUserinfoOn = kUserinfo | kRegName | kFirstSegment | kPathAndAfter;
-    add("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ", kLetter | kScheme | kFromUserinfoOn);
-    add("0123456789", kScheme | kFromUserinfoOn | kHexDigit);
-    add("abcdefABCDEF", kHexDigit);
+    for (std::size_t code = 0; code < sets.size(); ++code) {
+        const auto c = static_cast<char>(code);
+        if (detail::isLetter(c)) add({&c, 1}, kLetter | kScheme | kFromUserinfoOn);
+        if (detail::isDigit(c)) add({&c, 1}, kScheme | kFromUserinfoOn);
+        if (detail::isHexDigit(c)) add({&c, 1}, kHexDigit);
+    }
     add("+-.", kScheme);
     add("-._~", kFromUserinfoOn);         // the rest of unreserved
     add("!$&'()*+,;=", kFromUserinfoOn);  // sub-delims
@@ -52,16 +58,12 @@ constexpr bool isIn(char c, CharacterSet set) noexcept {
     return (kSetsOf[static_cast<unsigned char>(c)] & set) != 0;
 }
 
-constexpr bool isDigit(char c) noexcept {
-    return c >= '0' && c <= '9';
-}
-
 bool isAt(const char* p, const char* end, char c) noexcept {
     return p != end && *p == c;
 }
 
 const char* skipDigits(const char* p, const char* end) noexcept {
-    while (p != end && isDigit(*p))
+    while (p != end && detail::isDigit(*p))
         ++p;
     return p;
 }

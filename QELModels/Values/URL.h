@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Platform/Hash.h"
+#include "QELModels/Platform/detail/Hash.h"
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
@@ -34,7 +34,7 @@ public:
 
     /// The text as it was parsed.
     constexpr std::string_view text() const noexcept { return {data_, size_}; }
-    constexpr std::uint64_t hash() const noexcept { return hashOfText(text()); }
+    constexpr std::uint64_t hash() const noexcept { return detail::hashOfText(text()); }
 
     friend constexpr bool operator==(URLView a, URLView b) noexcept { return a.text() == b.text(); }
 
@@ -64,7 +64,7 @@ public:
 
     /// The text as it was parsed.
     std::string_view text() const noexcept QELMODELS_LENT { return text_; }
-    std::uint64_t hash() const noexcept { return hashOfText(text_); }
+    std::uint64_t hash() const noexcept { return detail::hashOfText(text_); }
 
     /// The same, lent.
     operator URLView() const noexcept QELMODELS_LENT { return URLView(text_); }

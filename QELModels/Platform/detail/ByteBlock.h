@@ -9,6 +9,7 @@
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
+namespace detail {
 
 /// Sixteen bytes of text that are looked at at once; of a comparison, those bytes that it holds for. For the
 /// library's own scans: a few instructions on every machine that has vectors of this size, and right on the
@@ -130,5 +131,6 @@ public:
     }
 };
 
+}  // namespace detail
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

@@ -13,6 +13,7 @@
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
+namespace detail {
 
 /// Folds the hash of one more field into the hash of a record: h * 31 + x, modulo 2^64.
 constexpr std::uint64_t hashCombine(std::uint64_t h, std::uint64_t x) noexcept {
@@ -65,5 +66,6 @@ constexpr std::uint64_t hashOfText(std::string_view text) noexcept {
     return hashOfWord(h ^ last);
 }
 
+}  // namespace detail
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

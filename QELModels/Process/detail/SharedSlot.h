@@ -9,6 +9,7 @@
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
+namespace detail {
 
 /// A place for one value that any thread may use and replace at any time, for variables of the process.
 ///
@@ -97,5 +98,6 @@ private:
     std::atomic_flag busy_;
 };
 
+}  // namespace detail
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels
