@@ -3,6 +3,8 @@
 #include <exception>
 #include <string>
 
+#include "QELModels/Mapping/FEMCollection.h"
+
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 namespace jsonDetail {

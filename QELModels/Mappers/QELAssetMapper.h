@@ -8,13 +8,9 @@ namespace QELModels {
 inline namespace QELMODELS_ABI {
 
 /// Maps the document of one asset.
-class QELMODELS_EXPORT QELAssetMapper {
-public:
-    /// The asset; an empty one when the representation is no dictionary. Never null; `error` is never
-    /// written. Throws `MappingFault`.
-    Ref<QELAsset> mappedResponseFromJSONObject(RepresentationView representation, Error* error = nullptr,
-                                               const FEMOptions& options = {}) const;
-};
+class QELAssetMapper : public ObjectMapper<QELAsset> {};
+
+static_assert(QELMapperProtocol<QELAssetMapper>);
 
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

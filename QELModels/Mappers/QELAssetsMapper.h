@@ -10,8 +10,8 @@
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
-/// Maps a page of assets. The one mapper with a setting: where in the page the list stands.
-class QELMODELS_EXPORT QELAssetsMapper {
+/// Maps a page of assets. The one mapper with a setting: where in the page the list is.
+class QELAssetsMapper : public PageMapper<QELAssetsMapper, QELAsset> {
 public:
     /// Where a page has its list unless an application says otherwise.
     static constexpr std::string_view kDefaultAssetsKeyPath = "_embedded.assets";
@@ -27,18 +27,12 @@ public:
 
     /// As `QELPageMapperProtocol` asks.
     std::string_view listKeyPath() const noexcept QELMODELS_LENT { return assetsKeyPath_; }
-    using Model = QELAsset;
-    using Self = QELAssetsMapper;
-
-    /// The page's assets; an empty list when the page has none. Never null; `error` is never written. Throws
-    /// `MappingFault`.
-    Ref<List<QELAsset>> mappedResponseFromJSONObject(RepresentationView representation,
-                                                     Error* error = nullptr,
-                                                     const FEMOptions& options = {}) const;
 
 private:
     std::string assetsKeyPath_;
 };
+
+static_assert(QELPageMapperProtocol<QELAssetsMapper>);
 
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

@@ -8,13 +8,9 @@ namespace QELModels {
 inline namespace QELMODELS_ABI {
 
 /// Maps the document of one category.
-class QELMODELS_EXPORT QELCategoryMapper {
-public:
-    /// The category; an empty one when the representation is no dictionary. Never null; `error` is never
-    /// written. Throws `MappingFault`.
-    Ref<QELCategory> mappedResponseFromJSONObject(RepresentationView representation, Error* error = nullptr,
-                                                  const FEMOptions& options = {}) const;
-};
+class QELCategoryMapper : public ObjectMapper<QELCategory> {};
+
+static_assert(QELMapperProtocol<QELCategoryMapper>);
 
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

@@ -8,13 +8,9 @@ namespace QELModels {
 inline namespace QELMODELS_ABI {
 
 /// Maps the document of one editorial.
-class QELMODELS_EXPORT QELEditorialMapper {
-public:
-    /// The editorial; an empty one when the representation is no dictionary. Never null; `error` is never
-    /// written. Throws `MappingFault`.
-    Ref<QELEditorial> mappedResponseFromJSONObject(RepresentationView representation, Error* error = nullptr,
-                                                   const FEMOptions& options = {}) const;
-};
+class QELEditorialMapper : public ObjectMapper<QELEditorial> {};
+
+static_assert(QELMapperProtocol<QELEditorialMapper>);
 
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <concepts>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,7 +17,8 @@ inline namespace QELMODELS_ABI {
 
 /// A mapper: the way from a parsed response body to models. Its result is one record or a list of records,
 /// never null. It never writes its error parameter: what a document lacks leaves properties empty. It throws
-/// `MappingFault`, and has made nothing, for a colour that is neither null nor a string.
+/// `MappingFault`, and has made nothing, for a colour that is neither null nor a string, unless the options
+/// say that faults leave their property empty.
 template <class M>
 concept QELMapperProtocol = requires(const M& mapper, const Representation& representation, Error* error) {
     {*mapper.mappedResponseFromJSONObject(representation, error)};
@@ -33,32 +35,69 @@ concept QELPageMapperProtocol = QELMapperProtocol<M> && requires(const M& mapper
     {std::string_view(mapper.listKeyPath())};
 };
 
-/// The rule of mappers of one record: the whole representation, by the class's default mapping.
+/// What mappers of one record do: they map the whole representation, by the class's default mapping.
 template <class Model>
-Ref<Model> mappedObject(RepresentationView representation, const FEMOptions& options = {}) {
-    const FEMMapping mapping = Model::defaultMapping();
-    Ref<Object> object = FEMDeserializer::objectFromRepresentation(representation, mapping, options);
-    return Ref<Model>::adopt(static_cast<const Model*>(object.release()));
+Ref<Model> mappedObject(std::optional<RepresentationView> representation, const FEMOptions& options = {}) {
+    return FEMDeserializer::objectFromRepresentation(representation, Model::defaultMapping(), options);
 }
 
-/// Where the list of a page stands in its document: the caller says where the page does.
+/// Where the list of a page is in its document: the caller says where the page is.
 inline std::string keyPathOfList(std::string_view keyPathOfPage, std::string_view keyPath) {
     std::string joined(keyPathOfPage);
     if (!joined.empty()) joined += '.';
     return joined += keyPath;
 }
 
-/// The rule of mappers of pages: what stands at a key path, absent included, by the class's default mapping.
+/// What mappers of pages do: they map what is at a key path, absent included, by the class's default mapping.
 template <class Model>
-Ref<List<Model>> mappedPage(RepresentationView representation, std::string_view keyPath,
+Ref<List<Model>> mappedPage(std::optional<RepresentationView> representation,
+                            std::string_view keyPath,
                             FEMOptions options = {}) {
     const std::string listKeyPath = keyPathOfList(options.keyPath, keyPath);
     options.keyPath = listKeyPath;
-    const auto found = representation.valueForKeyPath(keyPath);
-    const FEMMapping mapping = Model::defaultMapping();
-    Ref<ListBase> list = FEMDeserializer::collectionFromRepresentation(found, mapping, options);
-    return Ref<List<Model>>::adopt(static_cast<const List<Model>*>(list.release()));
+    const auto list = representation ? representation->valueForKeyPath(keyPath) : std::nullopt;
+    return FEMDeserializer::collectionFromRepresentation(list, Model::defaultMapping(), options);
 }
+
+/// A mapper of documents that are one record.
+template <class M>
+class ObjectMapper {
+public:
+    using Model = M;
+
+    /// The record; an empty one when the representation is not a dictionary, or not there. Never null;
+    /// `error` is never written. Throws `MappingFault`.
+    Ref<Model> mappedResponseFromJSONObject(std::optional<RepresentationView> representation,
+                                            [[maybe_unused]] Error* error = nullptr,
+                                            const FEMOptions& options = {}) const {
+        return mappedObject<Model>(representation, options);
+    }
+    Ref<Model> mappedResponseFromJSONObject(std::optional<RepresentationView> representation,
+                                            const FEMOptions& options) const {
+        return mappedObject<Model>(representation, options);
+    }
+};
+
+/// A mapper of pages: documents with a list of records. `Mapper` is the class that derives from it and says
+/// in `listKeyPath()` where the list is.
+template <class Mapper, class M>
+class PageMapper {
+public:
+    using Self = Mapper;
+    using Model = M;
+
+    /// The page's records; an empty list when the page has none. Never null; `error` is never written. Throws
+    /// `MappingFault`.
+    Ref<List<Model>> mappedResponseFromJSONObject(std::optional<RepresentationView> representation,
+                                                  [[maybe_unused]] Error* error = nullptr,
+                                                  const FEMOptions& options = {}) const {
+        return mappedPage<Model>(representation, static_cast<const Mapper&>(*this).listKeyPath(), options);
+    }
+    Ref<List<Model>> mappedResponseFromJSONObject(std::optional<RepresentationView> representation,
+                                                  const FEMOptions& options) const {
+        return mappedResponseFromJSONObject(representation, nullptr, options);
+    }
+};
 
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

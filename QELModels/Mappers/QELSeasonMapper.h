@@ -8,13 +8,9 @@ namespace QELModels {
 inline namespace QELMODELS_ABI {
 
 /// Maps the document of one season.
-class QELMODELS_EXPORT QELSeasonMapper {
-public:
-    /// The season; an empty one when the representation is no dictionary. Never null; `error` is never
-    /// written. Throws `MappingFault`.
-    Ref<QELSeason> mappedResponseFromJSONObject(RepresentationView representation, Error* error = nullptr,
-                                                const FEMOptions& options = {}) const;
-};
+class QELSeasonMapper : public ObjectMapper<QELSeason> {};
+
+static_assert(QELMapperProtocol<QELSeasonMapper>);
 
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <string_view>
 
@@ -20,7 +19,10 @@ inline namespace QELMODELS_ABI {
 struct FEMOptions {
     FEMObserver* observer = nullptr;  ///< is told the outcome of every rule; null costs nothing
     Zone* zone = nullptr;             ///< where the models' memory comes from; null: the usual place
-    std::string_view keyPath = {};    ///< where in its document the representation stands; begins all paths
+    std::string_view keyPath = {};    ///< where in its document the representation is; begins all paths
+    /// Whether a value that is a fault leaves its property empty, and is told to the observer alone, instead
+    /// of ending the mapping with a `MappingFault`: then no document makes the engine throw.
+    bool faultsLeaveEmpty = false;
 };
 
 /// Applies mappings to representations. Data never throws, save for values that a map rule calls a fault:
@@ -28,39 +30,55 @@ struct FEMOptions {
 /// half made. What map rules of an application throw passes through unchanged.
 class QELMODELS_EXPORT FEMDeserializer {
 public:
-    /// A new record, filled, in a block of its own. What is no dictionary (null, absent, a list) counts as an
-    /// empty one. Never null.
+    /// A new record, filled, in a block of its own. What is not a dictionary (null, absent, a list) counts as
+    /// an empty one. Never null.
     static Ref<Object> objectFromRepresentation(std::optional<RepresentationView> representation,
-                                                const FEMMapping& mapping, const FEMOptions& options = {});
+                                                const FEMMapping& mapping,
+                                                const FEMOptions& options = {});
+    /// The same as a record of its class. Throws `MappingFault`, before anything is made, for a mapping that
+    /// makes records of another class.
+    template <class T>
+    static Ref<T> objectFromRepresentation(std::optional<RepresentationView> representation,
+                                           const FEMMapping& mapping,
+                                           const FEMOptions& options = {}) {
+        checkClass(mapping, T::objectClass);
+        return cast<T>(objectFromRepresentation(representation, mapping, options));
+    }
+    template <class T>
+    static Ref<T> objectFromRepresentation(std::optional<RepresentationView> representation,
+                                           const FEMMappingOf<T>& mapping,
+                                           const FEMOptions& options = {}) {
+        return cast<T>(
+            objectFromRepresentation(representation, static_cast<const FEMMapping&>(mapping), options));
+    }
 
-    /// A new record for each element of an array, in order, each in a block of its own. What is no array
-    /// makes an empty list; an element that is no dictionary makes an empty record. Never null.
+    /// A new record for each element of an array, in order, each in a block of its own. What is not an array
+    /// makes an empty list; an element that is not a dictionary makes an empty record. Never null.
     static Ref<ListBase> collectionFromRepresentation(std::optional<RepresentationView> representation,
                                                       const FEMMapping& mapping,
                                                       const FEMOptions& options = {});
-};
-
-/// Makes the list that `FEMDeserializer::collectionFromRepresentation` makes of an array, from one element
-/// after the other: for documents that are not held as a whole. After an exception it goes on as if that
-/// element had not been given. The mapping and what the options refer to outlive it.
-class QELMODELS_EXPORT FEMCollection {
-public:
-    /// A list without elements.
-    explicit FEMCollection(const FEMMapping& mapping, const FEMOptions& options = {});
-    ~FEMCollection();
-    FEMCollection(const FEMCollection&) = delete;
-    FEMCollection& operator=(const FEMCollection&) = delete;
-
-    /// Maps the next element, which is not needed afterwards. Throws what `FEMDeserializer` does.
-    void add(RepresentationView element);
-    /// Forgets all elements.
-    void clear() noexcept;
-    /// The list of all elements; then there are none.
-    Ref<ListBase> finish();
+    /// The same as a list of records of their class, as above.
+    template <class T>
+    static Ref<List<T>> collectionFromRepresentation(std::optional<RepresentationView> representation,
+                                                     const FEMMapping& mapping,
+                                                     const FEMOptions& options = {}) {
+        checkClass(mapping, T::objectClass);
+        return cast<List<T>>(collectionFromRepresentation(representation, mapping, options));
+    }
+    template <class T>
+    static Ref<List<T>> collectionFromRepresentation(std::optional<RepresentationView> representation,
+                                                     const FEMMappingOf<T>& mapping,
+                                                     const FEMOptions& options = {}) {
+        return cast<List<T>>(
+            collectionFromRepresentation(representation, static_cast<const FEMMapping&>(mapping), options));
+    }
 
 private:
-    struct Elements;
-    std::unique_ptr<Elements> elements_;
+    static void checkClass(const FEMMapping& mapping, const ObjectClass& wanted);
+    template <class T, class Made>
+    static Ref<T> cast(Ref<Made> made) noexcept {
+        return Ref<T>::adopt(static_cast<const T*>(made.release()));
+    }
 };
 
 }  // namespace QELMODELS_ABI

@@ -1,13 +1,22 @@
 #include "QELModels/Mapping/FEMMapping.h"
 
-#include <algorithm>
+#include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "QELModels/Platform/KeyPath.h"
 #include "QELModels/Records/MappingFault.h"
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
+
+namespace {
+
+// Of a mapping that was moved from.
+constinit const FEMRules kNoRules{};
+
+}  // namespace
 
 struct FEMMapping::Added {
     FEMRules rules;
@@ -16,59 +25,80 @@ struct FEMMapping::Added {
     std::vector<std::string_view> keys;
     std::vector<std::shared_ptr<const void>> owned;  // what the rules point to
 
-    // Puts a rule behind the others of its sort. Whatever is thrown leaves the rules as they were.
-    void append(std::vector<FEMRule>& list, FEMRule rule, std::shared_ptr<const void> ownedByRule) {
-        auto keyPath = std::make_shared<const std::string>(rule.keyPath);
-        rule.keyPath = *keyPath;
-        const std::size_t dot = rule.keyPath.find('.');
-        if (dot != std::string_view::npos) rule.furtherKeys = rule.keyPath.substr(dot + 1);
-        const std::string_view first = rule.keyPath.substr(0, dot);
-        rule.key = static_cast<std::uint32_t>(std::find(keys.begin(), keys.end(), first) - keys.begin());
-        owned.push_back(std::move(keyPath));
-        owned.push_back(std::move(ownedByRule));
-        if (rule.key == keys.size()) keys.push_back(first);
+    // Puts a rule after the others of its sort. Its key path lives as long as the rules.
+    void append(FEMRule rule) {
+        const KeyPath path(rule.keyPath);
+        rule.furtherKeys = path.rest;
+        rule.key = static_cast<std::uint32_t>(rules.positionOf(path.first));
+        if (rule.key == keys.size()) keys.push_back(path.first);
         rules.keys = keys;
+        auto& list = rule.isRelationship() ? relationships : attributes;
         list.push_back(rule);
         rules.attributes = attributes;
         rules.relationships = relationships;
     }
+
+    // The same for a rule that owns what it points to. Whatever is thrown leaves the rules as they were.
+    void append(FEMRule rule, std::shared_ptr<const void> ownedByRule) {
+        auto keyPath = std::make_shared<const std::string>(rule.keyPath);
+        rule.keyPath = *keyPath;
+        owned.reserve(owned.size() + 2);
+        keys.reserve(keys.size() + 1);
+        rules.keys = keys;
+        attributes.reserve(attributes.size() + 1);
+        rules.attributes = attributes;
+        relationships.reserve(relationships.size() + 1);
+        rules.relationships = relationships;
+        owned.push_back(std::move(keyPath));
+        owned.push_back(std::move(ownedByRule));
+        append(rule);
+    }
+
+    // The rules that are given, those that they inherit before them.
+    void appendAll(const FEMRules& given) {
+        if (given.inherited != nullptr) appendAll(*given.inherited);
+        for (const FEMRule& rule : given.attributes)
+            append(rule);
+        for (const FEMRule& rule : given.relationships)
+            append(rule);
+    }
 };
 
-FEMMapping::FEMMapping(const ObjectClass& objectClass) : added_(std::make_shared<Added>()) {
-    added_->rules.objectClass = &objectClass;
-    rules_ = &added_->rules;
+FEMMapping::FEMMapping(const ObjectClass& objectClass) : objectClass_(&objectClass), rules_(&kNoRules) {}
+
+FEMMapping::FEMMapping(const FEMMapping& other)
+    : objectClass_(other.objectClass_), rules_(other.rules_), captured_(other.captured_) {
+    // Rules that an application added belong to one mapping, so that copies can be used and changed on
+    // different threads.
+    if (other.added_) copyRules(other);
 }
 
-// Rules that an application added belong to one mapping, so that copies can be used and changed on different
-// threads.
-FEMMapping::FEMMapping(const FEMMapping& other) : rules_(other.rules_), captured_(other.captured_) {
-    if (other.added_) copyRules(other.added_.get());
-}
+FEMMapping::FEMMapping(FEMMapping&& other) noexcept
+    : objectClass_(other.objectClass_),
+      rules_(std::exchange(other.rules_, &kNoRules)),
+      captured_(other.captured_),
+      added_(std::move(other.added_)) {}
 
 FEMMapping& FEMMapping::operator=(FEMMapping other) noexcept {
+    std::swap(objectClass_, other.objectClass_);
     std::swap(rules_, other.rules_);
-    std::swap(added_, other.added_);
     std::swap(captured_, other.captured_);
+    std::swap(added_, other.added_);
     return *this;
 }
 
-// Makes the rules there are, and what they point to, the beginning of rules of this mapping's own.
-void FEMMapping::copyRules(const Added* from) {
+// Makes the rules of a mapping, and what they point to, the beginning of rules of this mapping's own.
+void FEMMapping::copyRules(const FEMMapping& from) {
     auto own = std::make_shared<Added>();
-    own->attributes.assign(rules_->attributes.begin(), rules_->attributes.end());
-    own->relationships.assign(rules_->relationships.begin(), rules_->relationships.end());
-    own->keys.assign(rules_->keys.begin(), rules_->keys.end());
-    if (from != nullptr) own->owned = from->owned;
-    own->rules.objectClass = rules_->objectClass;
-    own->rules.attributes = own->attributes;
-    own->rules.relationships = own->relationships;
-    own->rules.keys = own->keys;
+    own->rules.objectClass = objectClass_;
+    own->appendAll(from.rules());
+    if (from.added_) own->owned = from.added_->owned;
     added_ = std::move(own);
     rules_ = &added_->rules;
 }
 
 FEMMapping::Added& FEMMapping::added() {
-    if (!added_) copyRules(nullptr);
+    if (!added_) copyRules(*this);
     return *added_;
 }
 
@@ -81,7 +111,8 @@ FEMRule FEMMapping::resolved(std::string_view property, std::string_view keyPath
     return rule;
 }
 
-void FEMMapping::throwFault(std::string_view before, std::string_view property,
+void FEMMapping::throwFault(std::string_view before,
+                            std::string_view property,
                             std::string_view after) const {
     std::string what(objectClass().name());
     what += ": ";
@@ -92,8 +123,10 @@ void FEMMapping::throwFault(std::string_view before, std::string_view property,
 }
 
 void FEMMapping::addAttributesFromArray(std::span<const std::string_view> properties) {
+    FEMMapping changed(*this);
     for (const std::string_view property : properties)
-        addAttributeWithProperty(property, property);
+        changed.addAttributeWithProperty(property, property);
+    *this = std::move(changed);
 }
 
 void FEMMapping::addAttributesFromArray(std::initializer_list<std::string_view> properties) {
@@ -102,8 +135,10 @@ void FEMMapping::addAttributesFromArray(std::initializer_list<std::string_view> 
 
 void FEMMapping::addAttributesFromDictionary(
     std::initializer_list<std::pair<std::string_view, std::string_view>> keyPathsOfProperties) {
+    FEMMapping changed(*this);
     for (const auto& [property, keyPath] : keyPathsOfProperties)
-        addAttributeWithProperty(property, keyPath);
+        changed.addAttributeWithProperty(property, keyPath);
+    *this = std::move(changed);
 }
 
 void FEMMapping::addAttributeWithProperty(std::string_view property, std::string_view keyPath) {
@@ -119,35 +154,37 @@ void FEMMapping::addAttribute(const FEMAttribute& attribute) {
         map = std::make_shared<const FEMAttribute::Map>(attribute.map());
         rule.map.data = map.get();
         rule.map.apply =
-            [](const FEMMapRule& mapRule, const void*, RepresentationView value, PropertyWriter& to) {
+            [](const FEMMapRule& mapRule, const FEMCaptured*, RepresentationView value, PropertyWriter& to) {
                 to.put((*static_cast<const FEMAttribute::Map*>(mapRule.data))(value));
             };
     }
-    Added& own = added();
-    own.append(own.attributes, rule, std::move(map));
+    added().append(rule, std::move(map));
 }
 
-void FEMMapping::addRelationshipMapping(FEMMapping mapping, std::string_view property,
+void FEMMapping::addRelationshipMapping(FEMMapping mapping,
+                                        std::string_view property,
                                         std::string_view keyPath) {
     addRelationship(std::move(mapping), property, keyPath, false);
 }
 
-void FEMMapping::addToManyRelationshipMapping(FEMMapping mapping, std::string_view property,
+void FEMMapping::addToManyRelationshipMapping(FEMMapping mapping,
+                                              std::string_view property,
                                               std::string_view keyPath) {
     addRelationship(std::move(mapping), property, keyPath, true);
 }
 
-void FEMMapping::addRelationship(FEMMapping mapping, std::string_view property, std::string_view keyPath,
+void FEMMapping::addRelationship(FEMMapping mapping,
+                                 std::string_view property,
+                                 std::string_view keyPath,
                                  bool toMany) {
     FEMRule rule = resolved(property, keyPath);
     const PropertyKind wanted = toMany ? PropertyKind::list : PropertyKind::record;
-    if (rule.property->kind != wanted || rule.property->target != &mapping.objectClass())
+    if (rule.property->kind != wanted || !mapping.objectClass().isSameOrDerivedFrom(*rule.property->target))
         throwFault("the property '", property, "' does not hold what the relationship's mapping makes");
     auto nested = std::make_shared<const FEMMapping>(std::move(mapping));
     rule.toMany = toMany;
     rule.mapping = nested.get();
-    Added& own = added();
-    own.append(own.relationships, rule, std::move(nested));
+    added().append(rule, std::move(nested));
 }
 
 }  // namespace QELMODELS_ABI

@@ -21,19 +21,21 @@ inline namespace QELMODELS_ABI {
 /// adds a rule, so making one is cheap.
 ///
 /// A rule that names an unknown property, a property that cannot be set, or a relationship whose mapping
-/// makes another class than the property holds, throws `MappingFault` when it is added.
+/// makes records that the property cannot hold, throws `MappingFault` when it is added; then no rule of that
+/// call is added. A mapping that was moved from has no rules and can be used.
 class QELMODELS_EXPORT FEMMapping {
 public:
     /// An empty mapping that makes records of a class (`initWithObjectClass`).
     explicit FEMMapping(const ObjectClass& objectClass);
     /// A mapping with constant rules. What their map rules hold on to is taken now.
-    explicit FEMMapping(const FEMRules& rules) noexcept : rules_(&rules) {}
+    explicit FEMMapping(const FEMRules& rules) noexcept : objectClass_(rules.objectClass), rules_(&rules) {}
     FEMMapping(const FEMMapping& other);
-    FEMMapping(FEMMapping&& other) noexcept = default;
+    FEMMapping(FEMMapping&& other) noexcept;
     FEMMapping& operator=(FEMMapping other) noexcept;
     ~FEMMapping() = default;
 
-    const ObjectClass& objectClass() const noexcept { return *rules().objectClass; }
+    /// The class of the records that the mapping makes.
+    const ObjectClass& objectClass() const noexcept { return *objectClass_; }
 
     /// For each name a rule whose key path is the name itself.
     void addAttributesFromArray(std::span<const std::string_view> properties);
@@ -46,30 +48,42 @@ public:
     /// A nested record, filled by a mapping of its own.
     void addRelationshipMapping(FEMMapping mapping, std::string_view property, std::string_view keyPath);
     /// A list of nested records, one for each element of an array.
-    void addToManyRelationshipMapping(FEMMapping mapping, std::string_view property,
+    void addToManyRelationshipMapping(FEMMapping mapping,
+                                      std::string_view property,
                                       std::string_view keyPath);
 
     /// The rules in the order in which they are applied, all attributes before all relationships. Valid until
     /// a rule is added.
     const FEMRules& rules() const noexcept QELMODELS_LENT { return *rules_; }
     /// What its map rules hold on to, as it was when the mapping was built.
-    const void* captured() const noexcept { return captured_; }
+    const FEMCaptured* captured() const noexcept { return captured_; }
 
 private:
     struct Added;
 
     FEMRule resolved(std::string_view property, std::string_view keyPath) const;
-    void addRelationship(FEMMapping mapping, std::string_view property, std::string_view keyPath,
+    void addRelationship(FEMMapping mapping,
+                         std::string_view property,
+                         std::string_view keyPath,
                          bool toMany);
-    [[noreturn]] void throwFault(std::string_view before, std::string_view property,
+    [[noreturn]] void throwFault(std::string_view before,
+                                 std::string_view property,
                                  std::string_view after) const;
-    void copyRules(const Added* from);
+    void copyRules(const FEMMapping& from);
     Added& added();
 
+    const ObjectClass* objectClass_;
     const FEMRules* rules_;  // constant, or those in `added_`
-    const void* captured_ = FEMCaptured::current.load(std::memory_order_acquire);
+    const FEMCaptured* captured_ = FEMCaptured::current.load(std::memory_order_acquire);
     // Rules that an application added, with a copy of the constant ones before them.
     std::shared_ptr<Added> added_;
+};
+
+/// A mapping that makes records of one C++ class, as the compiler knows.
+template <class C>
+class FEMMappingOf : public FEMMapping {
+public:
+    explicit FEMMappingOf(const FEMRulesOf<C>& rules) noexcept : FEMMapping(rules) {}
 };
 
 }  // namespace QELMODELS_ABI

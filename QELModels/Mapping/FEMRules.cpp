@@ -1,11 +1,13 @@
 #include "QELModels/Mapping/FEMRules.h"
 
+#include <algorithm>
+
 #include "QELModels/Mapping/FEMMapping.h"
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
-constinit std::atomic<const void*> FEMCaptured::current{nullptr};
+constinit std::atomic<const FEMCaptured*> FEMCaptured::current{nullptr};
 
 FEMAccepts FEMRule::accepts() const noexcept {
     if (isRelationship()) return toMany ? FEMAccepts::array : FEMAccepts::dictionary;
@@ -28,6 +30,10 @@ FEMAccepts FEMRule::accepts() const noexcept {
 
 const FEMRules& FEMRule::nestedRules() const noexcept {
     return mapping == nullptr ? *target : mapping->rules();
+}
+
+std::size_t FEMRules::positionOf(std::string_view key) const noexcept {
+    return static_cast<std::size_t>(std::find(keys.begin(), keys.end(), key) - keys.begin());
 }
 
 }  // namespace QELMODELS_ABI

@@ -1,9 +1,10 @@
 #include "QELModels/Mapping/FEMUnreadKeys.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
+
+#include "QELModels/Platform/KeyPath.h"
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
@@ -12,26 +13,11 @@ namespace {
 
 using Node = RepresentationNode;
 
-// The key of a dictionary's member that comes first in a key path, and what comes after it: no text at all,
-// not even an empty one, when the key path ends there.
-struct SplitKeyPath {
-    explicit SplitKeyPath(std::string_view keyPath) {
-        const std::size_t dot = keyPath.find('.');
-        first = keyPath.substr(0, dot);
-        if (dot != std::string_view::npos) rest = keyPath.substr(dot + 1);
-    }
-    std::string_view first;
-    std::string_view rest;
-};
-
-// Which of the mapping's first keys a key is; as many as there are when it is none of them.
+// Which of the mapping's first keys a key is; their number when it is none of them.
 std::size_t positionOf(const Node& key, const FEMRules& rules) {
-    const std::size_t count = rules.keys.size();
-    if (rules.slots.empty())
-        return static_cast<std::size_t>(std::find(rules.keys.begin(), rules.keys.end(), key.string()) -
-                                        rules.keys.begin());
-    const FEMKey* found = rules.find(key);
-    return found != nullptr ? rules.position(*found) : count;
+    if (rules.table.slots.empty()) return rules.positionOf(key.string());
+    const detail::RuleKey* found = rules.table.find(key);
+    return found != nullptr ? rules.table.position(*found) : rules.keys.size();
 }
 
 class Walk {
@@ -97,27 +83,28 @@ private:
         for (std::size_t i = first; i < last; ++i) {
             const Reader reader = readers_[i];  // a copy: the stack grows
             if (reader.hasArrived()) {
-                if (pushRules(key, *reader.rules) == Reading::whole) return Reading::whole;
-            } else if (const SplitKeyPath path(reader.furtherKeys); path.first == key.string()) {
+                if (!pushRules(key, *reader.rules)) return Reading::whole;
+            } else if (const KeyPath path(reader.furtherKeys); path.first == key.string()) {
                 readers_.push_back({path.rest, reader.rules, reader.toMany});
-                if (reader.rules == nullptr && path.rest.data() == nullptr) return Reading::whole;
+                if (reader.rules == nullptr && path.isLast()) return Reading::whole;
             }
         }
         return readers_.size() == last ? Reading::none : Reading::inPart;
     }
 
-    Reading pushRules(const Node& key, const FEMRules& rules) {
+    // The same for rules. False when one of them reads all of the value.
+    bool pushRules(const Node& key, const FEMRules& rules) {
+        if (rules.inherited != nullptr && !pushRules(key, *rules.inherited)) return false;
         const std::size_t position = positionOf(key, rules);
-        if (position == rules.keys.size()) return Reading::none;
         for (const FEMRule& rule : rules.attributes) {
             if (rule.key != position) continue;
-            if (rule.furtherKeys.data() == nullptr) return Reading::whole;
+            if (!rule.hasFurtherKeys()) return false;
             readers_.push_back({rule.furtherKeys, nullptr, false});
         }
         for (const FEMRule& rule : rules.relationships)
             if (rule.key == position)
                 readers_.push_back({rule.furtherKeys, &rule.nestedRules(), rule.toMany});
-        return Reading::inPart;
+        return true;
     }
 
     const FEMUnreadKeys::Visit& visit_;
@@ -126,12 +113,16 @@ private:
 
 }  // namespace
 
-void FEMUnreadKeys::inObject(RepresentationView document, std::string_view keyPath, const FEMRules& rules,
+void FEMUnreadKeys::inObject(RepresentationView document,
+                             std::string_view keyPath,
+                             const FEMRules& rules,
                              const Visit& visit) {
     Walk(visit).from(document, keyPath, rules, false);
 }
 
-void FEMUnreadKeys::inCollection(RepresentationView document, std::string_view keyPath, const FEMRules& rules,
+void FEMUnreadKeys::inCollection(RepresentationView document,
+                                 std::string_view keyPath,
+                                 const FEMRules& rules,
                                  const Visit& visit) {
     Walk(visit).from(document, keyPath, rules, true);
 }

@@ -1,6 +1,6 @@
 #include "QELModels/Models/QELAsset.h"
 
-#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Mapping/FEMRuleWords.h"
 #include "QELModels/Records/Declaration.h"
 #include "QELModels/Transformers/QELValueTransformerRegistry.h"
 
@@ -56,7 +56,7 @@ static constexpr auto rules = mapping<declared>(
     attribute<&QELAsset::createdAt>("created", fetched(kQELTimestampTransformer)),
     attribute<&QELAsset::updatedAt>("updated", fetched(kQELTimestampTransformer)),
     attribute<&QELAsset::publishedAt>("published", fetched(kQELTimestampTransformer)));
-constinit const FEMRules QELAsset::defaultRules = rules;
+constinit const FEMRulesOf<QELAsset> QELAsset::defaultRules = rules;
 
 // ... and what makes two of them equal.
 // Display count and timestamps are left out on purpose: two assets that differ in these alone are equal.
@@ -81,7 +81,7 @@ using Compared = FieldsOf<
     &QELAsset::streamUrls,
     &QELAsset::assetAdditional>;
 
-constinit const ObjectClass QELAsset::objectClass(
+constinit const ObjectClassOf<QELAsset> QELAsset::objectClass(
     describe<declared, Compared, Compared>("QELAsset", Lives::inItsOwnBlock));
 
 }  // namespace QELMODELS_ABI

@@ -46,10 +46,8 @@ inline constexpr std::string_view kQELAssetAdditional = "assetAdditional";
 /// Two assets are equal when their fields are, display count and timestamps left out. Flight times, series
 /// and images compare by identity, so of assets mapped apart only those without all three can be equal; an
 /// asset and its copies are.
-class QELMODELS_EXPORT QELAsset : public QELBaseModel {
+class QELMODELS_EXPORT QELAsset : public Record<QELAsset> {
 public:
-    using QELBaseModel::QELBaseModel;
-
     Field<Number> assetIdentifier;      ///< the content API's "id"
     Field<Text> title;                  ///< plain text, cleaned of HTML
     Field<Text> titleFront;             ///< title for front pages, cleaned of HTML
@@ -73,14 +71,11 @@ public:
     Field<QELAssetStreamUrls> streamUrls;
     Field<QELAssetAdditional> assetAdditional;  ///< "additional" in a document
 
-    /// How a document fills it, made anew at every call.
-    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
-
     /// Compares the fields with another record of this class; false for null.
     bool isEqualToAsset(const QELAsset* other) const { return isEqualByFields(other); }
 
-    static const ObjectClass objectClass;
-    static const FEMRules defaultRules;
+    static const ObjectClassOf<QELAsset> objectClass;
+    static const FEMRulesOf<QELAsset> defaultRules;
 };
 
 }  // namespace QELMODELS_ABI

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "QELModels/Records/ObjectClass.h"
+#include "QELModels/Records/detail/ObjectAccess.h"
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
@@ -35,7 +35,7 @@ Ref<List<QELAssetCuePoint>> sortedAdCuePoints(const QELAssetAdditional& addition
         std::stable_sort(sorted, sorted + count, comesBefore);
         writer.keep(cuePoints->block());
     }
-    const ListBase* list = ObjectAccess::list(QELAssetCuePoint::objectClass, sorted, count, writer);
+    const ListBase* list = detail::ObjectAccess::list(QELAssetCuePoint::objectClass, sorted, count, writer);
     writer.finish();
     return Ref<List<QELAssetCuePoint>>::adopt(static_cast<const List<QELAssetCuePoint>*>(list));
 }

@@ -1,6 +1,6 @@
 #include "QELModels/Models/QELAssetAdditional.h"
 
-#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Mapping/FEMRuleWords.h"
 #include "QELModels/Records/Declaration.h"
 
 namespace QELModels {
@@ -39,7 +39,7 @@ static constexpr auto rules = mapping<declared>(
     relationship<&QELAssetAdditional::featuredChapters>(),
     relationship<&QELAssetAdditional::subtitles>(),
     relationship<&QELAssetAdditional::nextAsset>());
-constinit const FEMRules QELAssetAdditional::defaultRules = rules;
+constinit const FEMRulesOf<QELAssetAdditional> QELAssetAdditional::defaultRules = rules;
 
 // ... and what makes two of them equal.
 // Chapters, cue points and the next asset compare by identity, so records mapped apart that hold any are
@@ -60,7 +60,7 @@ using Compared = FieldsOf<
     &QELAssetAdditional::imageCaption,
     &QELAssetAdditional::url>;
 
-constinit const ObjectClass QELAssetAdditional::objectClass(
+constinit const ObjectClassOf<QELAssetAdditional> QELAssetAdditional::objectClass(
     describe<declared, Compared, Compared>("QELAssetAdditional"));
 
 }  // namespace QELMODELS_ABI

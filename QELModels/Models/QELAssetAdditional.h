@@ -33,10 +33,8 @@ inline constexpr std::string_view kQELAssetAdditionalUrl = "url";
 
 /// What editors and the publishing system add to an asset. Chapters, cue points and the next asset compare by
 /// identity, so records mapped apart that hold any of these are never equal.
-class QELMODELS_EXPORT QELAssetAdditional : public QELBaseModel {
+class QELMODELS_EXPORT QELAssetAdditional : public Record<QELAssetAdditional> {
 public:
-    using QELBaseModel::QELBaseModel;
-
     Field<QELAssetAdditionalSettings> settings;     ///< what editors decided
     Field<Array> barrels;                           ///< as the content API gives it
     Field<List<QELAssetChapter>> featuredChapters;  ///< chapters picked for featuring
@@ -52,14 +50,11 @@ public:
     Field<Dictionary> imageCaption;  ///< of the main picture
     Field<Text> url;                 ///< kept as plain text, which need not be a URL
 
-    /// How a document fills it, made anew at every call.
-    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
-
     /// Compares the fields with another record of this class; false for null.
     bool isEqualToAdditional(const QELAssetAdditional* other) const { return isEqualByFields(other); }
 
-    static const ObjectClass objectClass;
-    static const FEMRules defaultRules;
+    static const ObjectClassOf<QELAssetAdditional> objectClass;
+    static const FEMRulesOf<QELAssetAdditional> defaultRules;
 };
 
 }  // namespace QELMODELS_ABI

@@ -1,6 +1,6 @@
 #include "QELModels/Models/QELAssetAdditionalSettings.h"
 
-#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Mapping/FEMRuleWords.h"
 #include "QELModels/Records/Declaration.h"
 
 namespace QELModels {
@@ -40,7 +40,7 @@ static constexpr auto rules = mapping<declared>(
     attribute<&QELAssetAdditionalSettings::playhead>(),
     attribute<&QELAssetAdditionalSettings::tonoRegistered>(),
     attribute<&QELAssetAdditionalSettings::ageLimit>());
-constinit const FEMRules QELAssetAdditionalSettings::defaultRules = rules;
+constinit const FEMRulesOf<QELAssetAdditionalSettings> QELAssetAdditionalSettings::defaultRules = rules;
 
 // ... and what makes two of them equal.
 using Compared = FieldsOf<
@@ -59,7 +59,7 @@ using Compared = FieldsOf<
     &QELAssetAdditionalSettings::startIndexPoint,
     &QELAssetAdditionalSettings::ageLimit>;
 
-constinit const ObjectClass QELAssetAdditionalSettings::objectClass(
+constinit const ObjectClassOf<QELAssetAdditionalSettings> QELAssetAdditionalSettings::objectClass(
     describe<declared, Compared, Compared>("QELAssetAdditionalSettings"));
 
 }  // namespace QELMODELS_ABI

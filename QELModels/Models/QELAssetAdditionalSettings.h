@@ -27,10 +27,8 @@ inline constexpr std::string_view kQELAssetAdditionalSettingsStartIndexPoint = "
 inline constexpr std::string_view kQELAssetAdditionalSettingsAgeLimit = "ageLimit";
 
 /// What editors decided about an asset.
-class QELMODELS_EXPORT QELAssetAdditionalSettings : public QELBaseModel {
+class QELMODELS_EXPORT QELAssetAdditionalSettings : public Record<QELAssetAdditionalSettings> {
 public:
-    using QELBaseModel::QELBaseModel;
-
     Field<bool> showAds;         ///< advertisements may be shown
     Field<bool> showEmbed;       ///< embedding may be offered
     Field<bool> showComments;    ///< comments may be shown
@@ -46,14 +44,11 @@ public:
     Field<Number> startIndexPoint;     ///< as the content API gives it
     Field<Number> ageLimit;
 
-    /// How a document fills it, made anew at every call.
-    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
-
     /// Compares the fields with another record of this class; false for null.
     bool isEqualToSettings(const QELAssetAdditionalSettings* other) const { return isEqualByFields(other); }
 
-    static const ObjectClass objectClass;
-    static const FEMRules defaultRules;
+    static const ObjectClassOf<QELAssetAdditionalSettings> objectClass;
+    static const FEMRulesOf<QELAssetAdditionalSettings> defaultRules;
 };
 
 }  // namespace QELMODELS_ABI

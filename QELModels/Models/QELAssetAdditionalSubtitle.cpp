@@ -1,6 +1,6 @@
 #include "QELModels/Models/QELAssetAdditionalSubtitle.h"
 
-#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Mapping/FEMRuleWords.h"
 #include "QELModels/Records/Declaration.h"
 #include "QELModels/Transformers/QELValueTransformerRegistry.h"
 
@@ -18,7 +18,7 @@ static constexpr auto rules = mapping<declared>(
     attribute<&QELAssetAdditionalSubtitle::language>(),
     attribute<&QELAssetAdditionalSubtitle::url>("url", captured(kQELNSURLTransformer)),
     attribute<&QELAssetAdditionalSubtitle::isDefault>("default"));
-constinit const FEMRules QELAssetAdditionalSubtitle::defaultRules = rules;
+constinit const FEMRulesOf<QELAssetAdditionalSubtitle> QELAssetAdditionalSubtitle::defaultRules = rules;
 
 // ... and what makes two of them equal.
 using Compared = FieldsOf<
@@ -26,7 +26,7 @@ using Compared = FieldsOf<
     &QELAssetAdditionalSubtitle::url,
     &QELAssetAdditionalSubtitle::isDefault>;
 
-constinit const ObjectClass QELAssetAdditionalSubtitle::objectClass(
+constinit const ObjectClassOf<QELAssetAdditionalSubtitle> QELAssetAdditionalSubtitle::objectClass(
     describe<declared, Compared, Compared>("QELAssetAdditionalSubtitle"));
 
 }  // namespace QELMODELS_ABI

@@ -16,22 +16,17 @@ inline constexpr std::string_view kQELAssetAdditionalSubtitleURL = "url";
 inline constexpr std::string_view kQELAssetAdditionalSubtitleIsDefault = "isDefault";
 
 /// A subtitle track of an asset.
-class QELMODELS_EXPORT QELAssetAdditionalSubtitle : public QELBaseModel {
+class QELMODELS_EXPORT QELAssetAdditionalSubtitle : public Record<QELAssetAdditionalSubtitle> {
 public:
-    using QELBaseModel::QELBaseModel;
-
     Field<Text> language;   ///< as the content API gives it
     Field<URL> url;         ///< where the subtitle file is
     Field<bool> isDefault;  ///< "default" in a document
 
-    /// How a document fills it, made anew at every call.
-    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
-
     /// Compares the fields with another record of this class; false for null.
     bool isEqualToSubtitle(const QELAssetAdditionalSubtitle* other) const { return isEqualByFields(other); }
 
-    static const ObjectClass objectClass;
-    static const FEMRules defaultRules;
+    static const ObjectClassOf<QELAssetAdditionalSubtitle> objectClass;
+    static const FEMRulesOf<QELAssetAdditionalSubtitle> defaultRules;
 };
 
 }  // namespace QELMODELS_ABI

@@ -1,6 +1,6 @@
 #include "QELModels/Models/QELAssetChapter.h"
 
-#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Mapping/FEMRuleWords.h"
 #include "QELModels/Records/Declaration.h"
 #include "QELModels/Transformers/QELValueTransformerRegistry.h"
 
@@ -20,7 +20,7 @@ static constexpr auto rules = mapping<declared>(
     attribute<&QELAssetChapter::featured>(),
     attribute<&QELAssetChapter::title>("title", captured(kQELHTMLTransformer)),
     attribute<&QELAssetChapter::chapterDescription>("description", captured(kQELHTMLTransformer)));
-constinit const FEMRules QELAssetChapter::defaultRules = rules;
+constinit const FEMRulesOf<QELAssetChapter> QELAssetChapter::defaultRules = rules;
 
 // ... and what makes two of them equal.
 // Identity comes first, so a chapter equals itself alone and lists of chapters are equal only when they share
@@ -31,7 +31,7 @@ using Compared = IdentityThenFieldsOf<
     &QELAssetChapter::timeline,
     &QELAssetChapter::featured>;
 
-constinit const ObjectClass QELAssetChapter::objectClass(
+constinit const ObjectClassOf<QELAssetChapter> QELAssetChapter::objectClass(
     describe<declared, Compared, Compared>("QELAssetChapter"));
 
 }  // namespace QELMODELS_ABI

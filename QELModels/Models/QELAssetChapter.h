@@ -17,23 +17,18 @@ inline constexpr std::string_view kQELChaptersFeatured = "featured";
 
 /// A named point in the timeline of an asset. In effect equal to itself alone, since identity is asked
 /// first.
-class QELMODELS_EXPORT QELAssetChapter : public QELBaseModel {
+class QELMODELS_EXPORT QELAssetChapter : public Record<QELAssetChapter> {
 public:
-    using QELBaseModel::QELBaseModel;
-
     Field<Text> title;               ///< cleaned of HTML
     Field<Text> chapterDescription;  ///< cleaned of HTML
     Field<Number> timeline;          ///< its position, in the unit of the content API
     Field<bool> featured;            ///< picked for featuring
 
-    /// How a document fills it, made anew at every call.
-    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
-
     /// True for this very chapter alone: identity is asked before the fields.
     bool isEqualToChapter(const QELAssetChapter* other) const { return isEqualByFields(other); }
 
-    static const ObjectClass objectClass;
-    static const FEMRules defaultRules;
+    static const ObjectClassOf<QELAssetChapter> objectClass;
+    static const FEMRulesOf<QELAssetChapter> defaultRules;
 };
 
 }  // namespace QELMODELS_ABI

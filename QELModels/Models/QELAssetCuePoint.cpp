@@ -1,6 +1,6 @@
 #include "QELModels/Models/QELAssetCuePoint.h"
 
-#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Mapping/FEMRuleWords.h"
 #include "QELModels/Records/Declaration.h"
 
 namespace QELModels {
@@ -12,9 +12,10 @@ static constexpr auto declared =
 
 // ... where a document keeps it ...
 static constexpr auto rules = mapping<declared>(attribute<&QELAssetCuePoint::timeline>());
-constinit const FEMRules QELAssetCuePoint::defaultRules = rules;
+constinit const FEMRulesOf<QELAssetCuePoint> QELAssetCuePoint::defaultRules = rules;
 
-constinit const ObjectClass QELAssetCuePoint::objectClass(describe<declared>("QELAssetCuePoint"));
+constinit const ObjectClassOf<QELAssetCuePoint> QELAssetCuePoint::objectClass(
+    describe<declared>("QELAssetCuePoint"));
 
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

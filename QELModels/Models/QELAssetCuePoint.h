@@ -13,17 +13,12 @@ inline namespace QELMODELS_ABI {
 inline constexpr std::string_view kQELCuePointsTimeline = "timeline";
 
 /// A point in the timeline of an asset where an advertisement may be put in. Equal to itself alone.
-class QELMODELS_EXPORT QELAssetCuePoint : public QELBaseModel {
+class QELMODELS_EXPORT QELAssetCuePoint : public Record<QELAssetCuePoint> {
 public:
-    using QELBaseModel::QELBaseModel;
-
     Field<Number> timeline;  ///< in the unit of the chapters
 
-    /// How a document fills it, made anew at every call.
-    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
-
-    static const ObjectClass objectClass;
-    static const FEMRules defaultRules;
+    static const ObjectClassOf<QELAssetCuePoint> objectClass;
+    static const FEMRulesOf<QELAssetCuePoint> defaultRules;
 };
 
 }  // namespace QELMODELS_ABI

@@ -1,6 +1,6 @@
 #include "QELModels/Models/QELAssetImages.h"
 
-#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Mapping/FEMRuleWords.h"
 #include "QELModels/Records/Declaration.h"
 #include "QELModels/Transformers/QELValueTransformerRegistry.h"
 
@@ -20,9 +20,10 @@ static constexpr auto rules = mapping<declared>(
     attribute<&QELAssetImages::front>("front", captured(kQELNSURLTransformer)),
     attribute<&QELAssetImages::main>("main", captured(kQELNSURLTransformer)),
     attribute<&QELAssetImages::snapshots>("snapshots", captured(kQELNSURLTransformer)));
-constinit const FEMRules QELAssetImages::defaultRules = rules;
+constinit const FEMRulesOf<QELAssetImages> QELAssetImages::defaultRules = rules;
 
-constinit const ObjectClass QELAssetImages::objectClass(describe<declared>("QELAssetImages"));
+constinit const ObjectClassOf<QELAssetImages> QELAssetImages::objectClass(
+    describe<declared>("QELAssetImages"));
 
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

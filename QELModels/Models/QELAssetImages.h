@@ -16,20 +16,15 @@ inline constexpr std::string_view kQELAssetImagesFeatured = "featured";
 inline constexpr std::string_view kQELAssetImagesSnapshots = "snapshots";
 
 /// Where the pictures of an asset are, without a size: `QELKavoHelper` asks for one. Equal to itself alone.
-class QELMODELS_EXPORT QELAssetImages : public QELBaseModel {
+class QELMODELS_EXPORT QELAssetImages : public Record<QELAssetImages> {
 public:
-    using QELBaseModel::QELBaseModel;
-
     Field<URL> main;       ///< the picture of the asset itself
     Field<URL> front;      ///< for front pages
     Field<URL> featured;   ///< for featured placements
     Field<URL> snapshots;  ///< one address for all snapshots
 
-    /// How a document fills it, made anew at every call.
-    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
-
-    static const ObjectClass objectClass;
-    static const FEMRules defaultRules;
+    static const ObjectClassOf<QELAssetImages> objectClass;
+    static const FEMRulesOf<QELAssetImages> defaultRules;
 };
 
 }  // namespace QELMODELS_ABI

@@ -1,6 +1,6 @@
 #include "QELModels/Models/QELAssetLead.h"
 
-#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Mapping/FEMRuleWords.h"
 #include "QELModels/Records/Declaration.h"
 
 namespace QELModels {
@@ -12,9 +12,9 @@ static constexpr auto declared =
 
 // ... where a document keeps it ...
 static constexpr auto rules = mapping<declared>(attribute<&QELAssetLead::assetLeadIdentifier>("id"));
-constinit const FEMRules QELAssetLead::defaultRules = rules;
+constinit const FEMRulesOf<QELAssetLead> QELAssetLead::defaultRules = rules;
 
-constinit const ObjectClass QELAssetLead::objectClass(describe<declared>("QELAssetLead"));
+constinit const ObjectClassOf<QELAssetLead> QELAssetLead::objectClass(describe<declared>("QELAssetLead"));
 
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

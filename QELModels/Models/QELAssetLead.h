@@ -13,17 +13,12 @@ inline namespace QELMODELS_ABI {
 inline constexpr std::string_view kQELAssetLeadIdentifier = "assetLeadIdentifier";
 
 /// A reference to another asset. Equal to itself alone.
-class QELMODELS_EXPORT QELAssetLead : public QELBaseModel {
+class QELMODELS_EXPORT QELAssetLead : public Record<QELAssetLead> {
 public:
-    using QELBaseModel::QELBaseModel;
-
     Field<Number> assetLeadIdentifier;  ///< identifier of the asset that is referred to
 
-    /// How a document fills it, made anew at every call.
-    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
-
-    static const ObjectClass objectClass;
-    static const FEMRules defaultRules;
+    static const ObjectClassOf<QELAssetLead> objectClass;
+    static const FEMRulesOf<QELAssetLead> defaultRules;
 };
 
 }  // namespace QELMODELS_ABI

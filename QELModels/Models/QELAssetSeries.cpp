@@ -1,6 +1,6 @@
 #include "QELModels/Models/QELAssetSeries.h"
 
-#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Mapping/FEMRuleWords.h"
 #include "QELModels/Records/Declaration.h"
 
 namespace QELModels {
@@ -14,9 +14,10 @@ static constexpr auto declared = declare<QELAssetSeries>(
 // ... where a document keeps it ...
 static constexpr auto rules = mapping<declared>(
     attribute<&QELAssetSeries::episodeNumber>(), attribute<&QELAssetSeries::seasonNumber>());
-constinit const FEMRules QELAssetSeries::defaultRules = rules;
+constinit const FEMRulesOf<QELAssetSeries> QELAssetSeries::defaultRules = rules;
 
-constinit const ObjectClass QELAssetSeries::objectClass(describe<declared>("QELAssetSeries"));
+constinit const ObjectClassOf<QELAssetSeries> QELAssetSeries::objectClass(
+    describe<declared>("QELAssetSeries"));
 
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

@@ -14,18 +14,13 @@ inline constexpr std::string_view kQELAssetSeriesSeasonNumber = "seasonNumber";
 inline constexpr std::string_view kQELAssetSeriesEpisodeNumber = "episodeNumber";
 
 /// The place of an asset in a series. Equal to itself alone.
-class QELMODELS_EXPORT QELAssetSeries : public QELBaseModel {
+class QELMODELS_EXPORT QELAssetSeries : public Record<QELAssetSeries> {
 public:
-    using QELBaseModel::QELBaseModel;
-
     Field<Number> seasonNumber;   ///< as the content API counts seasons
     Field<Number> episodeNumber;  ///< within the season
 
-    /// How a document fills it, made anew at every call.
-    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
-
-    static const ObjectClass objectClass;
-    static const FEMRules defaultRules;
+    static const ObjectClassOf<QELAssetSeries> objectClass;
+    static const FEMRulesOf<QELAssetSeries> defaultRules;
 };
 
 }  // namespace QELMODELS_ABI

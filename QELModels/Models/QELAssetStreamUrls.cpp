@@ -1,6 +1,6 @@
 #include "QELModels/Models/QELAssetStreamUrls.h"
 
-#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Mapping/FEMRuleWords.h"
 #include "QELModels/Records/Declaration.h"
 #include "QELModels/Transformers/QELValueTransformerRegistry.h"
 
@@ -18,12 +18,12 @@ static constexpr auto rules = mapping<declared>(
     attribute<&QELAssetStreamUrls::hds>("hds", captured(kQELNSURLTransformer)),
     attribute<&QELAssetStreamUrls::hls>("hls", captured(kQELNSURLTransformer)),
     attribute<&QELAssetStreamUrls::mp4>("mp4", captured(kQELNSURLTransformer)));
-constinit const FEMRules QELAssetStreamUrls::defaultRules = rules;
+constinit const FEMRulesOf<QELAssetStreamUrls> QELAssetStreamUrls::defaultRules = rules;
 
 // ... and what makes two of them equal.
 using Compared = FieldsOf<&QELAssetStreamUrls::hls, &QELAssetStreamUrls::hds, &QELAssetStreamUrls::mp4>;
 
-constinit const ObjectClass QELAssetStreamUrls::objectClass(
+constinit const ObjectClassOf<QELAssetStreamUrls> QELAssetStreamUrls::objectClass(
     describe<declared, Compared, Compared>("QELAssetStreamUrls"));
 
 }  // namespace QELMODELS_ABI

@@ -15,22 +15,17 @@ inline constexpr std::string_view kQELAssetStreamUrlsHds = "hds";
 inline constexpr std::string_view kQELAssetStreamUrlsMp4 = "mp4";
 
 /// Where the streams of an asset are.
-class QELMODELS_EXPORT QELAssetStreamUrls : public QELBaseModel {
+class QELMODELS_EXPORT QELAssetStreamUrls : public Record<QELAssetStreamUrls> {
 public:
-    using QELBaseModel::QELBaseModel;
-
     Field<URL> hls;  ///< HTTP Live Streaming
     Field<URL> hds;  ///< HTTP Dynamic Streaming
     Field<URL> mp4;  ///< progressive file
 
-    /// How a document fills it, made anew at every call.
-    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
-
     /// Compares the fields with another record of this class; false for null.
     bool isEqualToUrls(const QELAssetStreamUrls* other) const { return isEqualByFields(other); }
 
-    static const ObjectClass objectClass;
-    static const FEMRules defaultRules;
+    static const ObjectClassOf<QELAssetStreamUrls> objectClass;
+    static const FEMRulesOf<QELAssetStreamUrls> defaultRules;
 };
 
 }  // namespace QELMODELS_ABI

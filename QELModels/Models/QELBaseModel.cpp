@@ -3,14 +3,14 @@
 #include <algorithm>
 
 #include "QELModels/Records/Declaration.h"
+#include "QELModels/Records/detail/PropertySlot.h"
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
 namespace {
 
-// What the root object protocol declares. The two descriptions are names alone here: they are made of the
-// values of all properties, so no property can be made of them.
+// The properties that every record has, whatever its class.
 Value hashOf(const Object& object) {
     return Number(object.hash());
 }
@@ -18,31 +18,27 @@ Value superclassOf(const Object& object) {
     const ObjectClass* superclass = object.isa().superclass();
     return superclass == nullptr ? Value() : Value::text(superclass->name());
 }
-Value nothing(const Object&) {
-    return {};
+Value descriptionOf(const Object& object) {
+    return static_cast<const QELBaseModel&>(object).description();
 }
 constexpr std::array<Property, 4> rootProperties{{
     {.name = "hash", .kind = PropertyKind::integer, .compute = &hashOf},
     {.name = "superclass", .kind = PropertyKind::text, .compute = &superclassOf},
-    {.name = "description", .kind = PropertyKind::text, .compute = &nothing},
-    {.name = "debugDescription", .kind = PropertyKind::text, .compute = &nothing},
+    {.name = "description", .kind = PropertyKind::text, .compute = &descriptionOf},
+    {.name = "debugDescription", .kind = PropertyKind::text, .compute = &descriptionOf},
 }};
 constexpr std::array<std::string_view, 4> rootKeys{
     rootProperties[0].name, rootProperties[1].name, rootProperties[2].name, rootProperties[3].name};
 
-// Calls `visit(property)` for each property that has a key. Keys stand in the order of the properties, so
-// each is found in a step or two.
+// Calls `visit(property)` for each property of a record that is not out of sight.
 template <class Visitor>
-void forEachKeyedProperty(const ObjectClass& isa, Visitor&& visit) {
-    const Property* property = isa.properties().data();
-    for (const std::string_view key : isa.propertyKeys()) {
-        while (property->name != key)
-            ++property;
-        visit(*property++);
-    }
+void forEachVisibleProperty(const ObjectClass& isa, const Visitor& visit) {
+    isa.forEachProperty([&](const Property& property) {
+        if (!property.name.starts_with("s_")) visit(property);
+    });
 }
 
-void append(std::string& text, Number number) {
+void appendNumber(std::string& text, Number number) {
     text += number.toString();
 }
 
@@ -52,7 +48,7 @@ void append(std::string& text, const Value& value) {
             text += "(null)";
             return;
         case Value::Kind::number:
-            append(text, *value.number());
+            appendNumber(text, *value.number());
             return;
         case Value::Kind::text:
             (text += '"').append(*value.text()) += '"';
@@ -61,14 +57,14 @@ void append(std::string& text, const Value& value) {
             text += value.url()->text();
             return;
         case Value::Kind::date:
-            append(text, secondsSince1970(*value.date()));
+            appendNumber(text, secondsSince1970(*value.date()));
             return;
         case Value::Kind::color: {
             const Color color = *value.color();
             char separator = '(';
             for (const double component : {color.red, color.green, color.blue, color.alpha}) {
                 text += separator;
-                append(text, component);
+                appendNumber(text, component);
                 separator = ' ';
             }
             text += ')';
@@ -77,7 +73,7 @@ void append(std::string& text, const Value& value) {
         case Value::Kind::representation: {
             const auto raw = *value.representation();
             text += raw.isArray() ? '[' : '{';
-            append(text, raw.size());
+            appendNumber(text, raw.size());
             text += raw.isArray() ? " elements]" : " members}";
             return;
         }
@@ -86,7 +82,7 @@ void append(std::string& text, const Value& value) {
             return;
         case Value::Kind::list:
             text += '[';
-            append(text, value.list()->size());
+            appendNumber(text, value.list()->size());
             text += " records]";
             return;
     }
@@ -94,18 +90,18 @@ void append(std::string& text, const Value& value) {
 
 }  // namespace
 
-constinit const ObjectClass QELBaseModel::objectClass(
+constinit const ObjectClassOf<QELBaseModel> QELBaseModel::objectClass(DescriptionOf<QELBaseModel>{
     {"QELBaseModel",
      nullptr,
      rootProperties,
      rootKeys,
      sizeof(QELBaseModel),
      alignof(QELBaseModel),
-     &ObjectAccess::constructObject<QELBaseModel>,
-     &ObjectAccess::constructList<QELBaseModel>,
+     &detail::ObjectAccess::constructObject<QELBaseModel>,
+     &detail::ObjectAccess::constructList<QELBaseModel>,
      false,
      {},
-     {}});
+     {}}});
 
 const Value* PropertyDictionary::find(std::string_view name) const noexcept {
     const auto found = std::find_if(
@@ -116,16 +112,18 @@ const Value* PropertyDictionary::find(std::string_view name) const noexcept {
 PropertyDictionary QELBaseModel::dictionaryValue() const {
     std::vector<PropertyDictionary::Entry> entries;
     entries.reserve(isa().propertyKeys().size());
-    forEachKeyedProperty(
+    forEachVisibleProperty(
         isa(), [&](const Property& property) { entries.emplace_back(property.name, property.value(*this)); });
     return PropertyDictionary(std::move(entries));
 }
 
 Ref<QELBaseModel> QELBaseModel::copyWithZone(Zone* zone) const {
-    BlockWriter writer(ObjectAccess::size(isa()) + BlockWriter::kRoomToKeep, zone, BlockWriter::Origin::copy);
-    Object* copy = ObjectAccess::construct(isa(), writer);
-    forEachKeyedProperty(
-        isa(), [&](const Property& property) { property.setValue(*copy, property.value(*this), writer); });
+    BlockWriter writer(
+        detail::ObjectAccess::size(isa()) + BlockWriter::kRoomToKeep, zone, BlockWriter::Origin::copy);
+    Object* copy = detail::ObjectAccess::construct(isa(), writer);
+    forEachVisibleProperty(isa(), [&](const Property& property) {
+        detail::setValue(property, *copy, property.value(*this), writer);
+    });
     writer.finish();
     return Ref<QELBaseModel>::adopt(static_cast<const QELBaseModel*>(copy));
 }
@@ -134,13 +132,14 @@ std::string QELBaseModel::description() const {
     std::string text = "<";
     text += isa().name();
     std::string_view separator = " ";
-    for (const auto& [key, value] : dictionaryValue()) {
+    forEachVisibleProperty(isa(), [&](const Property& property) {
+        if (property.compute == &descriptionOf) return;  // it is this text
         text += separator;
-        text += key;
+        text += property.name;
         text += ": ";
-        append(text, value);
+        append(text, property.value(*this));
         separator = ", ";
-    }
+    });
     return text += '>';
 }
 

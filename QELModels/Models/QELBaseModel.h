@@ -1,6 +1,7 @@
 #pragma once
 
 #include <concepts>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -8,6 +9,7 @@
 #include <vector>
 
 #include "QELModels/Mapping/FEMMapping.h"
+#include "QELModels/Mapping/detail/RuleChecks.h"
 #include "QELModels/Memory/Zone.h"
 #include "QELModels/Platform/Export.h"
 #include "QELModels/Records/Object.h"
@@ -42,21 +44,15 @@ private:
 /// The root of all model classes. A record is filled by a mapping, never changed afterwards, and may be read
 /// from any thread. What it lends (texts, nested records, lists) lives as long as the record; a `Ref` to any
 /// record keeps it.
-///
-/// A model class declares a `Field` for each property and says in its source, in four short lists, what it is
-/// made of, where a document keeps it, and what makes two of them equal.
 class QELMODELS_EXPORT QELBaseModel : public Object {
 public:
-    /// What `describe` takes for the superclass of a record that does not name another one.
-    using Super = QELBaseModel;
-
     /// For the engine, which alone makes records.
     constexpr explicit QELBaseModel(const Construction& construction) noexcept : Object(construction) {}
 
     /// Null here; each model class has a mapping of its own, which is made anew at every call.
     static std::optional<FEMMapping> defaultMapping() { return std::nullopt; }
 
-    /// The record's values by property name.
+    /// The record's values by property name, those of inherited properties first.
     PropertyDictionary dictionaryValue() const;
 
     /// A record of the same class that shares everything nested with this one, and keeps what it shares.
@@ -68,7 +64,41 @@ public:
     std::string description() const;
     std::string debugDescription() const { return description(); }
 
-    static const ObjectClass objectClass;
+    static const ObjectClassOf<QELBaseModel> objectClass;
+};
+
+/// What a model class derives from: `class C : public Record<C>`, or `class C : public Record<C, Base>` for a
+/// record that extends another one, `Base`, by fields and rules of its own. The class declares a `Field` for
+/// each property, `objectClass` and `defaultRules`. It has no constructor: records are made by mapping alone.
+///
+/// Its source says in three lists what it is made of, where a document keeps it, and what makes two of its
+/// records equal (`Declaration.h`, `FEMRuleWords.h`).
+template <class C, class Base = QELBaseModel>
+class Record : public Base {
+public:
+    /// The class itself, and the one that it extends.
+    using Self = C;
+    using Super = Base;
+
+    /// For the engine, which alone makes records.
+    constexpr Record(const Construction& construction) noexcept
+        : Record(construction, std::make_index_sequence<detail::fieldCount<Base>()>{}) {}
+
+    /// How a document fills a record of the class, made anew at every call.
+    static FEMMappingOf<C> defaultMapping() {
+        detail::checkRules<C>();
+        return FEMMappingOf<C>(C::defaultRules);
+    }
+
+protected:
+    /// Whether two records agree in what the class `C` compares, whatever more specific classes they are of.
+    /// False for null.
+    bool isEqualByFields(const C* other) const { return this->isEqualAs(C::objectClass, other); }
+
+private:
+    template <std::size_t... I>
+    constexpr Record(const Construction& construction, std::index_sequence<I...>) noexcept
+        : Base{{construction}, detail::kNoProbe<I>...} {}
 };
 
 /// A copy as `copyWithZone` makes it, of the class that the caller knows.
@@ -80,8 +110,8 @@ Ref<T> copy(const T& record, Zone* zone = nullptr) {
 /// A model class: records with equality, hash, description and copies, and a default mapping of their own.
 template <class T>
 concept QELModel = std::derived_from<T, QELBaseModel> && requires(const T& record, Zone* zone) {
-    { T::defaultMapping() } -> std::same_as<FEMMapping>;
-    { T::objectClass } -> std::same_as<const ObjectClass&>;
+    { T::defaultMapping() } -> std::same_as<FEMMappingOf<T>>;
+    { T::objectClass } -> std::same_as<const ObjectClassOf<T>&>;
     { record.isEqual(&record) } -> std::same_as<bool>;
     { record.copyWithZone(zone) } -> std::same_as<Ref<QELBaseModel>>;
 };

@@ -1,6 +1,6 @@
 #include "QELModels/Models/QELCategory.h"
 
-#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Mapping/FEMRuleWords.h"
 #include "QELModels/Records/Declaration.h"
 #include "QELModels/Transformers/QELValueTransformerRegistry.h"
 
@@ -32,7 +32,7 @@ static constexpr auto rules = mapping<declared>(
     relationship<&QELCategory::lastAsset>(),
     relationship<&QELCategory::additional>(),
     attribute<&QELCategory::title>("title", fetched(kQELHTMLTransformer)));
-constinit const FEMRules QELCategory::defaultRules = rules;
+constinit const FEMRulesOf<QELCategory> QELCategory::defaultRules = rules;
 
 // ... and what makes two of them equal.
 using Compared = FieldsOf<
@@ -47,7 +47,8 @@ using Compared = FieldsOf<
     &QELCategory::lastAsset,
     &QELCategory::additional>;
 
-constinit const ObjectClass QELCategory::objectClass(describe<declared, Compared, Compared>("QELCategory"));
+constinit const ObjectClassOf<QELCategory> QELCategory::objectClass(
+    describe<declared, Compared, Compared>("QELCategory"));
 
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

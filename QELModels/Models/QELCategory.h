@@ -24,10 +24,8 @@ inline constexpr std::string_view kQELCategoryLastAsset = "lastAsset";
 inline constexpr std::string_view kQELCategoryAdditional = "additional";
 
 /// A node of the programme tree: a show, a series, a section of the site.
-class QELMODELS_EXPORT QELCategory : public QELBaseModel {
+class QELMODELS_EXPORT QELCategory : public Record<QELCategory> {
 public:
-    using QELBaseModel::QELBaseModel;
-
     Field<Number> categoryIdentifier;  ///< the content API's "id"
     Field<Text> title;                 ///< cleaned of HTML
     Field<Number> parentIdentifier;    ///< null for a top-level category
@@ -39,14 +37,11 @@ public:
     Field<QELCategoryLastAsset> lastAsset;    ///< its newest asset
     Field<QELCategoryAdditional> additional;  ///< presentation and playback
 
-    /// How a document fills it, made anew at every call.
-    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
-
     /// Compares the fields with another record of this class; false for null.
     bool isEqualToCategory(const QELCategory* other) const { return isEqualByFields(other); }
 
-    static const ObjectClass objectClass;
-    static const FEMRules defaultRules;
+    static const ObjectClassOf<QELCategory> objectClass;
+    static const FEMRulesOf<QELCategory> defaultRules;
 };
 
 }  // namespace QELMODELS_ABI

@@ -1,6 +1,6 @@
 #include "QELModels/Models/QELCategoryAdditional.h"
 
-#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Mapping/FEMRuleWords.h"
 #include "QELModels/Records/Declaration.h"
 #include "QELModels/Transformers/QELValueTransformerRegistry.h"
 
@@ -43,7 +43,7 @@ static constexpr auto rules = mapping<declared>(
     attribute<&QELCategoryAdditional::allowAllDevices>(),
     attribute<&QELCategoryAdditional::autoPlayNextAsset>(),
     attribute<&QELCategoryAdditional::notificationMailEnabled>());
-constinit const FEMRules QELCategoryAdditional::defaultRules = rules;
+constinit const FEMRulesOf<QELCategoryAdditional> QELCategoryAdditional::defaultRules = rules;
 
 // ... and what makes two of them equal.
 using Compared = FieldsOf<
@@ -64,7 +64,7 @@ using Compared = FieldsOf<
     &QELCategoryAdditional::autoPlayNextAsset,
     &QELCategoryAdditional::notificationMailEnabled>;
 
-constinit const ObjectClass QELCategoryAdditional::objectClass(
+constinit const ObjectClassOf<QELCategoryAdditional> QELCategoryAdditional::objectClass(
     describe<declared, Compared, Compared>("QELCategoryAdditional"));
 
 }  // namespace QELMODELS_ABI

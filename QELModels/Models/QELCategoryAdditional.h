@@ -29,10 +29,8 @@ inline constexpr std::string_view kQELCategoryAdditionalAutoPlayNextAsset = "aut
 inline constexpr std::string_view kQELCategoryAdditionalNotificationMailEnabled = "notificationMailEnabled";
 
 /// How a category is presented and played.
-class QELMODELS_EXPORT QELCategoryAdditional : public QELBaseModel {
+class QELMODELS_EXPORT QELCategoryAdditional : public Record<QELCategoryAdditional> {
 public:
-    using QELBaseModel::QELBaseModel;
-
     Field<Text> categoryDescription;  ///< cleaned of HTML
     Field<URL> image;
     Field<bool> isImageUploaded;
@@ -50,14 +48,11 @@ public:
     Field<bool> autoPlayNextAsset;  ///< the player goes on by itself
     Field<bool> notificationMailEnabled;
 
-    /// How a document fills it, made anew at every call.
-    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
-
     /// Compares the fields with another record of this class; false for null.
     bool isEqualToAdditional(const QELCategoryAdditional* other) const { return isEqualByFields(other); }
 
-    static const ObjectClass objectClass;
-    static const FEMRules defaultRules;
+    static const ObjectClassOf<QELCategoryAdditional> objectClass;
+    static const FEMRulesOf<QELCategoryAdditional> defaultRules;
 };
 
 }  // namespace QELMODELS_ABI

@@ -1,6 +1,6 @@
 #include "QELModels/Models/QELCategoryAdditionalPlayerBranding.h"
 
-#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Mapping/FEMRuleWords.h"
 #include "QELModels/Records/Declaration.h"
 #include "QELModels/Transformers/QELValueTransformerRegistry.h"
 
@@ -21,7 +21,8 @@ static constexpr auto rules = mapping<declared>(
     attribute<&QELCategoryAdditionalPlayerBranding::playerBackground>(
         "playerBackground", captured(kQELNSURLTransformer)),
     attribute<&QELCategoryAdditionalPlayerBranding::link>("link", captured(kQELNSURLTransformer)));
-constinit const FEMRules QELCategoryAdditionalPlayerBranding::defaultRules = rules;
+constinit const FEMRulesOf<QELCategoryAdditionalPlayerBranding>
+    QELCategoryAdditionalPlayerBranding::defaultRules = rules;
 
 // ... and what makes two of them equal.
 using Compared = FieldsOf<
@@ -29,8 +30,9 @@ using Compared = FieldsOf<
     &QELCategoryAdditionalPlayerBranding::playerBackground,
     &QELCategoryAdditionalPlayerBranding::link>;
 
-constinit const ObjectClass QELCategoryAdditionalPlayerBranding::objectClass(
-    describe<declared, Compared, Compared>("QELCategoryAdditionalPlayerBranding"));
+constinit const ObjectClassOf<QELCategoryAdditionalPlayerBranding>
+    QELCategoryAdditionalPlayerBranding::objectClass(
+        describe<declared, Compared, Compared>("QELCategoryAdditionalPlayerBranding"));
 
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

@@ -16,24 +16,20 @@ inline constexpr std::string_view kQELCategoryAdditionalPlayerBrandingPlayerBack
 inline constexpr std::string_view kQELCategoryAdditionalPlayerBrandingLink = "link";
 
 /// The branded background and link that the player shows for a category.
-class QELMODELS_EXPORT QELCategoryAdditionalPlayerBranding : public QELBaseModel {
+class QELMODELS_EXPORT QELCategoryAdditionalPlayerBranding
+    : public Record<QELCategoryAdditionalPlayerBranding> {
 public:
-    using QELBaseModel::QELBaseModel;
-
     Field<Number> playerBrandingIdentifier;  ///< the content API's "id"
     Field<URL> playerBackground;
     Field<URL> link;  ///< where a tap on it leads
-
-    /// How a document fills it, made anew at every call.
-    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
 
     /// Compares the fields with another record of this class; false for null.
     bool isEqualToBranding(const QELCategoryAdditionalPlayerBranding* other) const {
         return isEqualByFields(other);
     }
 
-    static const ObjectClass objectClass;
-    static const FEMRules defaultRules;
+    static const ObjectClassOf<QELCategoryAdditionalPlayerBranding> objectClass;
+    static const FEMRulesOf<QELCategoryAdditionalPlayerBranding> defaultRules;
 };
 
 }  // namespace QELMODELS_ABI

@@ -1,6 +1,6 @@
 #include "QELModels/Models/QELCategoryLastAsset.h"
 
-#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Mapping/FEMRuleWords.h"
 #include "QELModels/Records/Declaration.h"
 
 namespace QELModels {
@@ -12,12 +12,12 @@ static constexpr auto declared = declare<QELCategoryLastAsset>(
 
 // ... where a document keeps it ...
 static constexpr auto rules = mapping<declared>(attribute<&QELCategoryLastAsset::lastAssetIdentifier>("id"));
-constinit const FEMRules QELCategoryLastAsset::defaultRules = rules;
+constinit const FEMRulesOf<QELCategoryLastAsset> QELCategoryLastAsset::defaultRules = rules;
 
 // ... and what makes two of them equal.
 using Compared = FieldsOf<&QELCategoryLastAsset::lastAssetIdentifier>;
 
-constinit const ObjectClass QELCategoryLastAsset::objectClass(
+constinit const ObjectClassOf<QELCategoryLastAsset> QELCategoryLastAsset::objectClass(
     describe<declared, Compared, Compared>("QELCategoryLastAsset"));
 
 }  // namespace QELMODELS_ABI

@@ -13,20 +13,15 @@ inline namespace QELMODELS_ABI {
 inline constexpr std::string_view kQELCategoryLastAssetIdentifier = "lastAssetIdentifier";
 
 /// A reference to the newest asset of a category.
-class QELMODELS_EXPORT QELCategoryLastAsset : public QELBaseModel {
+class QELMODELS_EXPORT QELCategoryLastAsset : public Record<QELCategoryLastAsset> {
 public:
-    using QELBaseModel::QELBaseModel;
-
     Field<Number> lastAssetIdentifier;  ///< "id" in a document
-
-    /// How a document fills it, made anew at every call.
-    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
 
     /// Compares the fields with another record of this class; false for null.
     bool isEqualToAsset(const QELCategoryLastAsset* other) const { return isEqualByFields(other); }
 
-    static const ObjectClass objectClass;
-    static const FEMRules defaultRules;
+    static const ObjectClassOf<QELCategoryLastAsset> objectClass;
+    static const FEMRulesOf<QELCategoryLastAsset> defaultRules;
 };
 
 }  // namespace QELMODELS_ABI

@@ -1,6 +1,6 @@
 #include "QELModels/Models/QELEditorial.h"
 
-#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Mapping/FEMRuleWords.h"
 #include "QELModels/Records/Declaration.h"
 
 namespace QELModels {
@@ -17,12 +17,12 @@ static constexpr auto rules = mapping<declared>(
     attribute<&QELEditorial::key>(),
     attribute<&QELEditorial::assetsIdentifiers>("assetsIds"),
     relationship<&QELEditorial::assets>("_embedded.assets"));
-constinit const FEMRules QELEditorial::defaultRules = rules;
+constinit const FEMRulesOf<QELEditorial> QELEditorial::defaultRules = rules;
 
 // ... and what makes two of them equal.
 using Compared = FieldsOf<&QELEditorial::key, &QELEditorial::assetsIdentifiers, &QELEditorial::assets>;
 
-constinit const ObjectClass QELEditorial::objectClass(
+constinit const ObjectClassOf<QELEditorial> QELEditorial::objectClass(
     describe<declared, Compared, Compared>("QELEditorial", Lives::inItsOwnBlock));
 
 }  // namespace QELMODELS_ABI

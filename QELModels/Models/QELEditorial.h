@@ -16,22 +16,17 @@ inline constexpr std::string_view kQELEditorialAssetsIds = "assetsIdentifiers";
 inline constexpr std::string_view kQELEditorialAssets = "assets";
 
 /// A curated list of assets, filed under a text key.
-class QELMODELS_EXPORT QELEditorial : public QELBaseModel {
+class QELMODELS_EXPORT QELEditorial : public Record<QELEditorial> {
 public:
-    using QELBaseModel::QELBaseModel;
-
     Field<Text> key;                 ///< such as "category-42"
     Field<Array> assetsIdentifiers;  ///< of the listed assets, in order, as the content API gives them
     Field<List<QELAsset>> assets;    ///< the listed assets that the document embeds
 
-    /// How a document fills it, made anew at every call.
-    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
-
     /// Compares the fields with another record of this class; false for null.
     bool isEqualToEditorial(const QELEditorial* other) const { return isEqualByFields(other); }
 
-    static const ObjectClass objectClass;
-    static const FEMRules defaultRules;
+    static const ObjectClassOf<QELEditorial> objectClass;
+    static const FEMRulesOf<QELEditorial> defaultRules;
 };
 
 }  // namespace QELMODELS_ABI

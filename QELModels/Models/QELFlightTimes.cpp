@@ -1,6 +1,6 @@
 #include "QELModels/Models/QELFlightTimes.h"
 
-#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Mapping/FEMRuleWords.h"
 #include "QELModels/Records/Declaration.h"
 #include "QELModels/Transformers/QELValueTransformerRegistry.h"
 
@@ -16,9 +16,10 @@ static constexpr auto declared = declare<QELFlightTimes>(
 static constexpr auto rules = mapping<declared>(
     attribute<&QELFlightTimes::flightEnd>("end", captured(kQELTimestampTransformer)),
     attribute<&QELFlightTimes::flightStart>("start", captured(kQELTimestampTransformer)));
-constinit const FEMRules QELFlightTimes::defaultRules = rules;
+constinit const FEMRulesOf<QELFlightTimes> QELFlightTimes::defaultRules = rules;
 
-constinit const ObjectClass QELFlightTimes::objectClass(describe<declared>("QELFlightTimes"));
+constinit const ObjectClassOf<QELFlightTimes> QELFlightTimes::objectClass(
+    describe<declared>("QELFlightTimes"));
 
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

@@ -14,18 +14,13 @@ inline constexpr std::string_view kQELFlightTimesStart = "flightStart";
 inline constexpr std::string_view kQELFlightTimesEnd = "flightEnd";
 
 /// The period in which an asset is on air. Equal to itself alone.
-class QELMODELS_EXPORT QELFlightTimes : public QELBaseModel {
+class QELMODELS_EXPORT QELFlightTimes : public Record<QELFlightTimes> {
 public:
-    using QELBaseModel::QELBaseModel;
-
     Field<Date> flightStart;  ///< when it goes on air; null: not known
     Field<Date> flightEnd;    ///< when it goes off air; null: not known
 
-    /// How a document fills it, made anew at every call.
-    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
-
-    static const ObjectClass objectClass;
-    static const FEMRules defaultRules;
+    static const ObjectClassOf<QELFlightTimes> objectClass;
+    static const FEMRulesOf<QELFlightTimes> defaultRules;
 };
 
 }  // namespace QELMODELS_ABI

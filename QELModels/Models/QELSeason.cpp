@@ -1,6 +1,6 @@
 #include "QELModels/Models/QELSeason.h"
 
-#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Mapping/FEMRuleWords.h"
 #include "QELModels/Records/Declaration.h"
 #include "QELModels/Transformers/QELValueTransformerRegistry.h"
 
@@ -18,12 +18,12 @@ static constexpr auto rules = mapping<declared>(
     attribute<&QELSeason::seasonNumber>(),
     attribute<&QELSeason::title>("title", captured(kQELHTMLTransformer)),
     relationship<&QELSeason::assets>());
-constinit const FEMRules QELSeason::defaultRules = rules;
+constinit const FEMRulesOf<QELSeason> QELSeason::defaultRules = rules;
 
 // ... and what makes two of them equal.
 using Compared = FieldsOf<&QELSeason::title, &QELSeason::seasonNumber, &QELSeason::assets>;
 
-constinit const ObjectClass QELSeason::objectClass(
+constinit const ObjectClassOf<QELSeason> QELSeason::objectClass(
     describe<declared, Compared, Compared>("QELSeason", Lives::inItsOwnBlock));
 
 }  // namespace QELMODELS_ABI

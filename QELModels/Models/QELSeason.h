@@ -16,22 +16,17 @@ inline constexpr std::string_view kQELSeasonSeasonNumber = "seasonNumber";
 inline constexpr std::string_view kQELSeasonAssets = "assets";
 
 /// A season of a series and its episodes.
-class QELMODELS_EXPORT QELSeason : public QELBaseModel {
+class QELMODELS_EXPORT QELSeason : public Record<QELSeason> {
 public:
-    using QELBaseModel::QELBaseModel;
-
     Field<Text> title;  ///< cleaned of HTML
     Field<Number> seasonNumber;
     Field<List<QELAsset>> assets;  ///< its episodes, in the order of the document
 
-    /// How a document fills it, made anew at every call.
-    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
-
     /// Compares the fields with another record of this class; false for null.
     bool isEqualToSeason(const QELSeason* other) const { return isEqualByFields(other); }
 
-    static const ObjectClass objectClass;
-    static const FEMRules defaultRules;
+    static const ObjectClassOf<QELSeason> objectClass;
+    static const FEMRulesOf<QELSeason> defaultRules;
 };
 
 }  // namespace QELMODELS_ABI

@@ -1,6 +1,6 @@
 #include "QELModels/Models/QELStreamConfiguration.h"
 
-#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Mapping/FEMRuleWords.h"
 #include "QELModels/Records/Declaration.h"
 
 namespace QELModels {
@@ -13,12 +13,12 @@ static constexpr auto declared = declare<QELStreamConfiguration>(
 
 // ... where a document keeps it ...
 static constexpr auto rules = mapping<declared>(attribute<&QELStreamConfiguration::properties>());
-constinit const FEMRules QELStreamConfiguration::defaultRules = rules;
+constinit const FEMRulesOf<QELStreamConfiguration> QELStreamConfiguration::defaultRules = rules;
 
 // ... and what makes two of them equal.
 using Compared = FieldsOf<&QELStreamConfiguration::properties>;
 
-constinit const ObjectClass QELStreamConfiguration::objectClass(
+constinit const ObjectClassOf<QELStreamConfiguration> QELStreamConfiguration::objectClass(
     describe<declared, Compared, Compared>("QELStreamConfiguration"));
 
 QELStreamConfigurationFlags QELStreamConfiguration::configuration() const {

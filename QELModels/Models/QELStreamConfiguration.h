@@ -24,24 +24,19 @@ enum QELStreamConfigurationFlags : std::int64_t {
 };
 
 /// How the stream of an asset is protected.
-class QELMODELS_EXPORT QELStreamConfiguration : public QELBaseModel {
+class QELMODELS_EXPORT QELStreamConfiguration : public Record<QELStreamConfiguration> {
 public:
-    using QELBaseModel::QELBaseModel;
-
     Field<Array> properties;  ///< the names of the protections, as the content API lists them
 
     /// The protections as flags, computed from `properties` at every call. A declared property like the
     /// others, but one that cannot be set: `copyWithZone` of this record throws `MappingFault`.
     QELStreamConfigurationFlags configuration() const;
 
-    /// How a document fills it, made anew at every call.
-    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
-
     /// Compares the fields with another record of this class; false for null.
     bool isEqualToConfiguration(const QELStreamConfiguration* other) const { return isEqualByFields(other); }
 
-    static const ObjectClass objectClass;
-    static const FEMRules defaultRules;
+    static const ObjectClassOf<QELStreamConfiguration> objectClass;
+    static const FEMRulesOf<QELStreamConfiguration> defaultRules;
 };
 
 }  // namespace QELMODELS_ABI

@@ -25,7 +25,7 @@ public:
     std::uint64_t hash() const noexcept { return size_; }
 
 protected:
-    friend struct ObjectAccess;
+    friend struct detail::ObjectAccess;
     ListBase(const Block* block, const Object* const* elements, std::size_t size) noexcept
         : Counted(block), elements_(elements), size_(size) {}
     ~ListBase() = default;
@@ -87,7 +87,7 @@ public:
     friend bool operator==(const List& a, const List& b) { return a.isEqual(&b); }
 
 private:
-    friend struct ObjectAccess;
+    friend struct detail::ObjectAccess;
     using ListBase::ListBase;
 };
 

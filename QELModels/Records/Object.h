@@ -10,7 +10,10 @@ namespace QELModels {
 inline namespace QELMODELS_ABI {
 
 class ObjectClass;
+
+namespace detail {
 struct ObjectAccess;
+}
 
 /// What lives in a block and is counted through it: a record or a list.
 class Counted {
@@ -29,10 +32,10 @@ private:
     const Block* block_;
 };
 
-/// The right to make an object, which the mapping engine has and nobody else: records are made by mapping.
+/// The right to make an object: the mapping engine, copies and constant data have it, an application has not.
 class Construction {
     friend class Object;
-    friend struct ObjectAccess;
+    friend struct detail::ObjectAccess;
     constexpr Construction(const ObjectClass& isa, const Block* block) noexcept : isa_(&isa), block_(block) {}
     const ObjectClass* isa_;
     const Block* block_;
@@ -40,13 +43,22 @@ class Construction {
 
 /// The root of all records: it knows its class and its block, and is equal to itself unless its class
 /// compares by value. Objects never change once they can be seen, and may be read from any thread.
+///
+///     | block 8 | class 8 | the slots of the class's fields, in the order of declaration ... |
 class QELMODELS_EXPORT Object : public Counted {
 public:
     /// The object's exact class, read from the object: no RTTI is needed to compare it.
     const ObjectClass& isa() const noexcept { return *isa_; }
+    /// Whether the object's class is this one or derives from it.
+    bool isKindOf(const ObjectClass& isa) const noexcept;
+    /// The object as a record of a class that its own is, or derives from; null when it is of another one.
+    template <class T>
+    const T* as() const noexcept QELMODELS_LENT {
+        return isKindOf(T::objectClass) ? static_cast<const T*>(this) : nullptr;
+    }
 
     /// True for the same object; false for null and for an object of another class (a subclass is another
-    /// class); else what the class declares: identity, or the fields that it lists.
+    /// class); else what the class declares: identity, or the fields that it and its superclasses list.
     bool isEqual(const Object* other) const;
     /// Consistent with `isEqual`.
     std::uint64_t hash() const;
@@ -58,8 +70,9 @@ protected:
         : Counted(construction.block_), isa_(construction.isa_) {}
     ~Object() = default;
 
-    /// As `isEqual`, for an object that is known to be of this class.
-    bool isEqualByFields(const Object* other) const;
+    /// Whether two objects are the same or agree in what a class compares. False for null.
+    /// Requires: both are of this class or of classes that derive from it.
+    bool isEqualAs(const ObjectClass& isa, const Object* other) const;
 
 private:
     const ObjectClass* isa_;

@@ -7,17 +7,14 @@ void PropertyWriter::put(const Value& value) {
     if (value.isNull())
         result_ = Result::nothing;
     else
-        result_ = property_.setValue(object_, value, writer_) ? Result::filled : Result::wrongKind;
+        result_ = detail::setValue(property_, object_, value, writer_) ? Result::filled : Result::wrongKind;
 }
 
 void PropertyWriter::put(Number number) {
+    // Tables of words make integers; that is what most numbers are here.
     if (property_.kind != PropertyKind::integer) return put(Value(number));
-    property_.slot<std::int64_t>(object_) = number.int64Value();
+    detail::slotOf<detail::IntegerSlot>(property_, object_).integer = number.int64Value();
     result_ = Result::filled;
-}
-
-void PropertyWriter::put(Date date) {
-    if (accepts(PropertyKind::date)) property_.slot<DateSlot>(object_) = {secondsSince1970(date), true};
 }
 
 }  // namespace QELMODELS_ABI

@@ -3,25 +3,31 @@
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
-Value::Value(const Representation& representation) noexcept
-    : Value(ValueAccess::keptRepresentation(representation)) {}
-
-Value::Value(Kind kind, const Object* record) noexcept : is_(kind) {
-    is_.record = record;
-    is_.block = record->block();
-    is_.block->retain();
+Value::Value(RepresentationView raw) noexcept {
+    if (const auto number = raw.number())
+        *this = *number;
+    else if (raw.isString())
+        *this = detail::ValueAccess::keptText(raw.block(), raw.node()->string());
+    else if (!raw.isNull())
+        *this = detail::ValueAccess::keptRepresentation(raw);
 }
 
-Value::Value(Kind kind, const ListBase* list) noexcept : is_(kind) {
-    is_.list = list;
-    is_.block = list->block();
-    is_.block->retain();
+Value::Value(Kind kind, const Object* record) noexcept : content_(kind) {
+    content_.record = record;
+    content_.block = record->block();
+    content_.block->retain();
 }
 
-Value::Value(Kind kind, std::string_view text, const Block* block) noexcept : is_(kind) {
-    is_.text = {text.data(), text.size()};
-    is_.block = block;
-    is_.block->retain();
+Value::Value(Kind kind, const ListBase* list) noexcept : content_(kind) {
+    content_.list = list;
+    content_.block = list->block();
+    content_.block->retain();
+}
+
+Value::Value(Kind kind, std::string_view text, const Block* block) noexcept : content_(kind) {
+    content_.text = {text.data(), text.size()};
+    content_.block = block;
+    content_.block->retain();
 }
 
 Value Value::copied(Kind kind, std::string_view text) {
@@ -39,64 +45,66 @@ Value Value::url(URLView url) {
 }
 
 std::optional<Number> Value::number() const noexcept {
-    return is_.kind == Kind::number ? std::optional(is_.number) : std::nullopt;
+    return content_.kind == Kind::number ? std::optional(content_.number) : std::nullopt;
 }
 
 std::optional<std::string_view> Value::text() const noexcept {
-    if (is_.kind != Kind::text) return std::nullopt;
-    return std::string_view(is_.text.data, is_.text.size);
+    if (content_.kind != Kind::text) return std::nullopt;
+    return std::string_view(content_.text.data, content_.text.size);
 }
 
 std::optional<URLView> Value::url() const noexcept {
-    if (is_.kind != Kind::url) return std::nullopt;
-    return URLAccess::fromValidated({is_.text.data, is_.text.size});
+    if (content_.kind != Kind::url) return std::nullopt;
+    return URLAccess::fromValidated({content_.text.data, content_.text.size});
 }
 
 std::optional<Date> Value::date() const noexcept {
-    return is_.kind == Kind::date ? std::optional(is_.date) : std::nullopt;
+    return content_.kind == Kind::date ? std::optional(content_.date) : std::nullopt;
 }
 
 std::optional<Color> Value::color() const noexcept {
-    return is_.kind == Kind::color ? std::optional(is_.color) : std::nullopt;
+    return content_.kind == Kind::color ? std::optional(content_.color) : std::nullopt;
 }
 
 std::optional<RepresentationView> Value::representation() const noexcept {
-    if (is_.kind != Kind::representation) return std::nullopt;
-    return RepresentationView::at(is_.node, is_.block);
+    if (content_.kind != Kind::representation) return std::nullopt;
+    return RepresentationView::at(content_.node, content_.block);
 }
 
 const Object* Value::record() const noexcept {
-    return is_.kind == Kind::record ? is_.record : nullptr;
+    return content_.kind == Kind::record ? content_.record : nullptr;
 }
 
 const ListBase* Value::list() const noexcept {
-    return is_.kind == Kind::list ? is_.list : nullptr;
+    return content_.kind == Kind::list ? content_.list : nullptr;
 }
 
 bool operator==(const Value& a, const Value& b) {
-    if (a.is_.kind != b.is_.kind) return false;
-    switch (a.is_.kind) {
+    if (a.content_.kind != b.content_.kind) return false;
+    switch (a.content_.kind) {
         case Value::Kind::null:
             return true;
         case Value::Kind::number:
-            return a.is_.number == b.is_.number;
+            return NumberBits::areSame(a.content_.number, b.content_.number);
         case Value::Kind::text:
         case Value::Kind::url:
-            return std::string_view(a.is_.text.data, a.is_.text.size) ==
-                   std::string_view(b.is_.text.data, b.is_.text.size);
+            return std::string_view(a.content_.text.data, a.content_.text.size) ==
+                   std::string_view(b.content_.text.data, b.content_.text.size);
         case Value::Kind::date:
-            return a.is_.date == b.is_.date;
+            return a.content_.date == b.content_.date;
         case Value::Kind::color:
-            return a.is_.color == b.is_.color;
+            return a.content_.color == b.content_.color;
         case Value::Kind::representation:
             return *a.representation() == *b.representation();
         case Value::Kind::record:
-            return a.is_.record->isEqual(b.is_.record);
+            return a.content_.record->isEqual(b.content_.record);
         case Value::Kind::list:
-            return a.is_.list->isEqual(b.is_.list);
+            return a.content_.list->isEqual(b.content_.list);
     }
     return false;
 }
+
+namespace detail {
 
 Value ValueAccess::keptText(const Block* block, std::string_view text) noexcept {
     return Value(Value::Kind::text, text, block);
@@ -108,12 +116,13 @@ Value ValueAccess::keptURL(const Block* block, URLView url) noexcept {
 
 Value ValueAccess::keptRepresentation(RepresentationView view) noexcept {
     Value value;
-    value.is_.kind = Value::Kind::representation;
-    value.is_.node = view.node();
-    value.is_.block = view.block();
-    if (value.is_.block != nullptr) value.is_.block->retain();
+    value.content_.kind = Value::Kind::representation;
+    value.content_.node = view.node();
+    value.content_.block = view.block();
+    if (value.content_.block != nullptr) value.content_.block->retain();
     return value;
 }
 
+}  // namespace detail
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

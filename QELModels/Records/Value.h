@@ -1,6 +1,7 @@
 #pragma once
 
 #include <concepts>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -20,9 +21,12 @@
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
-/// The value of any property, or what a transformer makes of a representation: one of the kinds below, or
-/// null. A value keeps what it holds: a text, a record or a raw sub-tree stays valid as long as the value
-/// lives.
+namespace detail {
+struct ValueAccess;
+}
+
+/// The value of any property, or what a map rule makes of a representation: one of the kinds below, or null.
+/// A value keeps what it holds: a text, a record or a raw sub-tree stays valid as long as the value lives.
 class QELMODELS_EXPORT Value {
 public:
     /// The kinds of values. A boolean is a number, an enumeration too.
@@ -30,10 +34,29 @@ public:
 
     /// Null: a transformer that answers it has refused.
     Value() noexcept = default;
-    Value(Number number) noexcept : is_{Kind::number} { is_.number = number; }
-    Value(Date date) noexcept : is_{Kind::date} { is_.date = date; }
-    Value(Color color) noexcept : is_{Kind::color} { is_.color = color; }
-    Value(const Representation& representation) noexcept;
+    Value(std::nullptr_t) noexcept {}
+    Value(Number number) noexcept : content_{Kind::number} { content_.number = number; }
+    Value(Date date) noexcept : content_{Kind::date} { content_.date = date; }
+    Value(Color color) noexcept : content_{Kind::color} { content_.color = color; }
+    /// A copy of a text, which is WTF-8.
+    template <class T>
+    requires std::convertible_to<const T&, std::string_view> Value(const T& text)
+        : Value(Value::text(text)) {}
+    /// A boolean, an integer of any width, or a double.
+    template <class T>
+    requires(std::is_arithmetic_v<T>&& std::constructible_from<Number, T>) Value(T number)
+    noexcept : Value(Number(number)) {}
+    /// An enumeration, as its number.
+    template <class T>
+    requires std::is_enum_v<T> Value(T value)
+    noexcept : Value(Number(static_cast<std::int64_t>(value))) {}
+    /// A copy of a URL.
+    Value(URLView url) : Value(Value::url(url)) {}
+    /// A raw value, kept together with its document. A string, a number, a boolean and null count as that
+    /// text, number or null; only an array and a dictionary are of the kind `representation`.
+    Value(RepresentationView raw) noexcept;
+    Value(const Representation& raw) noexcept : Value(raw.view()) {}
+    /// A record or a list of records; null is null.
     template <class T>
     Value(const Ref<T>& ref) noexcept : Value(ref.get()) {}
     template <std::derived_from<Object> T>
@@ -47,21 +70,21 @@ public:
     /// A copy of a URL.
     static Value url(URLView url);
 
-    Value(const Value& other) noexcept : is_(other.is_) {
-        if (is_.block != nullptr) is_.block->retain();
+    Value(const Value& other) noexcept : content_(other.content_) {
+        if (content_.block != nullptr) content_.block->retain();
     }
-    Value(Value&& other) noexcept : is_(std::exchange(other.is_, {})) {}
+    Value(Value&& other) noexcept : content_(std::exchange(other.content_, {})) {}
     Value& operator=(Value other) noexcept {
-        std::swap(is_, other.is_);
+        std::swap(content_, other.content_);
         return *this;
     }
     ~Value() {
-        if (is_.block != nullptr) is_.block->release();
+        if (content_.block != nullptr) content_.block->release();
     }
 
     /// Which kind it is.
-    Kind kind() const noexcept { return is_.kind; }
-    bool isNull() const noexcept { return is_.kind == Kind::null; }
+    Kind kind() const noexcept { return content_.kind; }
+    bool isNull() const noexcept { return content_.kind == Kind::null; }
 
     /// What the value holds, if it is of that kind; nothing (or null) otherwise.
     std::optional<Number> number() const noexcept;
@@ -73,11 +96,12 @@ public:
     const Object* record() const noexcept QELMODELS_LENT;
     const ListBase* list() const noexcept QELMODELS_LENT;
 
-    /// Equality by value: records by `isEqual`, lists element by element.
+    /// Equality by value: records by `isEqual`, lists element by element. A number of the same bits is the
+    /// same, as a NaN is with itself.
     QELMODELS_EXPORT friend bool operator==(const Value& a, const Value& b);
 
 private:
-    friend struct ValueAccess;
+    friend struct detail::ValueAccess;
     struct TextPlace {
         const char* data;
         std::size_t size;
@@ -104,17 +128,21 @@ private:
     Value(Kind kind, std::string_view text, const Block* block) noexcept;
     static Value copied(Kind kind, std::string_view text);
 
-    Content is_;
+    Content content_;
 };
 
-/// For the tables of properties: values of what lies in a block, which they keep.
+namespace detail {
+
+/// Values of what lies in a block, which they keep.
 struct QELMODELS_EXPORT ValueAccess {
     static Value keptText(const Block* block, std::string_view text) noexcept;
     static Value keptURL(const Block* block, URLView url) noexcept;
     static Value keptRepresentation(RepresentationView view) noexcept;
     /// Null for a number, a date, a colour and constant data.
-    static const Block* block(const Value& value) noexcept { return value.is_.block; }
+    static const Block* block(const Value& value) noexcept { return value.content_.block; }
 };
+
+}  // namespace detail
 
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

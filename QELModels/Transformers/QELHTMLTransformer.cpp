@@ -1,6 +1,7 @@
 #include "QELModels/Transformers/QELHTMLTransformer.h"
 
 #include "QELModels/Categories/NSString+HTMLRemoval.h"
+#include "QELModels/Records/detail/TextPlacer.h"
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
@@ -13,8 +14,9 @@ Value QELHTMLTransformer::transformedValue(std::optional<RepresentationView> val
 void QELHTMLTransformer::transformInto(PropertyWriter& to, RepresentationView value) const {
     if (!value.isString()) return;
     const std::string_view text = value.node()->string();
-    if (to.mayStay(text) && HTMLRemoval::isPlainText(text)) return to.putText(text);
-    to.putReserved(HTMLRemoval::withoutHTMLTagsOfBlock(text, to.reserveText(text.size())));
+    detail::TextPlacer placer(to);
+    if (placer.mayStay(text) && HTMLRemoval::isPlainText(text)) return to.putText(text);
+    placer.putReserved(HTMLRemoval::withoutHTMLTagsOfBlock(text, placer.reserve(text.size())));
 }
 
 }  // namespace QELMODELS_ABI

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "QELModels/Process/Log.h"
+#include "QELModels/Records/detail/TextPlacer.h"
 #include "QELModels/Values/URL.h"
 
 namespace QELModels {
@@ -28,7 +29,7 @@ void QELNSURLTransformer::transformInto(PropertyWriter& to, RepresentationView v
     if (!value.isString()) return;
     const std::string_view text = value.node()->string();
     if (const auto url = URLView::parse(text))
-        to.putURLOfBlock(*url);
+        detail::TextPlacer(to).putURL(*url);
     else
         writeRefusal(text);
 }

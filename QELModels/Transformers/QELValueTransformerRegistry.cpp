@@ -24,7 +24,7 @@ constinit const QELUIColorTransformer colorTransformer;
 
 // A change of the table, and the library's own transformers as they were after it. None is taken out, so that
 // readers need no lock and a replaced transformer lives on for those who hold it.
-struct Registration {
+struct Registration : FEMCaptured {
     const ValueTransformer* transformer;
     std::string_view name;
     std::array<const ValueTransformer*, QELNamedTransformers::kNames.size()> library;
@@ -32,15 +32,15 @@ struct Registration {
 };
 struct OwnedRegistration : Registration {
     OwnedRegistration(const ValueTransformer* registered, std::string_view under)
-        : Registration{registered, {}, {}, nullptr}, ownedName(under) {
+        : Registration{{}, registered, {}, {}, nullptr}, ownedName(under) {
         name = ownedName;
     }
     std::string ownedName;
 };
 constinit const Registration first{
-    nullptr, {}, {&htmlTransformer, &urlTransformer, &timestampTransformer, &colorTransformer}, nullptr};
+    {}, nullptr, {}, {&htmlTransformer, &urlTransformer, &timestampTransformer, &colorTransformer}, nullptr};
 
-const Registration& registrationAt(const void* captured) noexcept {
+const Registration& registrationAt(const FEMCaptured* captured) noexcept {
     return captured == nullptr ? first : *static_cast<const Registration*>(captured);
 }
 
@@ -48,7 +48,9 @@ const Registration& newest() noexcept {
     return registrationAt(FEMCaptured::current.load(std::memory_order_acquire));
 }
 
-void apply(const Registration& registration, const FEMMapRule& rule, RepresentationView value,
+void apply(const Registration& registration,
+           const FEMMapRule& rule,
+           RepresentationView value,
            PropertyWriter& to) {
     const ValueTransformer* transformer = registration.library[rule.size];
     if (transformer != nullptr) transformer->transformInto(to, value);
@@ -56,13 +58,17 @@ void apply(const Registration& registration, const FEMMapRule& rule, Representat
 
 }  // namespace
 
-void QELNamedTransformers::applyFetched(const FEMMapRule& rule, const void*, RepresentationView value,
+void QELNamedTransformers::applyFetched(const FEMMapRule& rule,
+                                        const FEMCaptured*,
+                                        RepresentationView value,
                                         PropertyWriter& to) {
     apply(newest(), rule, value, to);
 }
 
-void QELNamedTransformers::applyCaptured(const FEMMapRule& rule, const void* captured,
-                                         RepresentationView value, PropertyWriter& to) {
+void QELNamedTransformers::applyCaptured(const FEMMapRule& rule,
+                                         const FEMCaptured* captured,
+                                         RepresentationView value,
+                                         PropertyWriter& to) {
     apply(registrationAt(captured), rule, value, to);
 }
 
@@ -78,7 +84,7 @@ const ValueTransformer* valueTransformerForName(std::string_view name) noexcept 
 void registerValueTransformer(const ValueTransformer* transformer, std::string_view name) {
     const std::size_t position = QELNamedTransformers::position(name);
     auto registration = std::make_unique<OwnedRegistration>(transformer, name);
-    const void* before = FEMCaptured::current.load(std::memory_order_acquire);
+    const FEMCaptured* before = FEMCaptured::current.load(std::memory_order_acquire);
     do {
         registration->older = &registrationAt(before);
         registration->library = registration->older->library;

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string_view>
 
-#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Mapping/FEMMapRule.h"
 #include "QELModels/Platform/Export.h"
 #include "QELModels/Records/ValueTransformer.h"
 
@@ -67,8 +67,14 @@ struct QELMODELS_EXPORT QELNamedTransformers {
         if (at == kNames.size()) noTransformerOfTheLibraryHasThatName();
         return {apply, nullptr, at, nullptr, kAccepts[at]};
     }
-    static void applyFetched(const FEMMapRule&, const void* captured, RepresentationView, PropertyWriter&);
-    static void applyCaptured(const FEMMapRule&, const void* captured, RepresentationView, PropertyWriter&);
+    static void applyFetched(const FEMMapRule&,
+                             const FEMCaptured* captured,
+                             RepresentationView,
+                             PropertyWriter&);
+    static void applyCaptured(const FEMMapRule&,
+                              const FEMCaptured* captured,
+                              RepresentationView,
+                              PropertyWriter&);
 };
 
 /// The map rule through one of the library's transformers, asked of the registry at each value.

@@ -154,6 +154,10 @@ struct NumberBits {
         number.origin_ = origin;
         return number;
     }
+    /// Whether two numbers are equal or of the same bits, as a NaN is with itself.
+    static constexpr bool areSame(Number a, Number b) noexcept {
+        return (a.bits_ == b.bits_ && a.origin_ == b.origin_) || a == b;
+    }
 };
 
 }  // namespace QELMODELS_ABI

@@ -1,0 +1,60 @@
+#include "QELModels/Mapping/FEMCollection.h"
+
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+#include "QELModels/Mapping/detail/Engine.h"
+#include "QELModels/Records/detail/ObjectAccess.h"
+
+namespace QELModels {
+inline namespace QELMODELS_ABI {
+
+struct FEMCollection::Elements {
+    const FEMMapping mapping;
+    const FEMOptions options;
+    detail::RootRoom room{};
+    std::vector<Ref<Object>> list{};
+
+    template <bool kObserved>
+    void add(RepresentationView element) {
+        const FEMPath path(options.keyPath);
+        list.push_back(detail::Engine<kObserved>(options).rootOfList(
+            element, detail::BoundRules::of(mapping), FEMPath(path, list.size()), room));
+    }
+};
+
+FEMCollection::FEMCollection(FEMMapping mapping, const FEMOptions& options)
+    : elements_(new Elements{std::move(mapping), options}) {}
+
+FEMCollection::~FEMCollection() = default;
+
+void FEMCollection::add(RepresentationView element) {
+    if (elements_->options.observer == nullptr)
+        elements_->add<false>(element);
+    else
+        elements_->add<true>(element);
+}
+
+void FEMCollection::clear() noexcept {
+    elements_->list.clear();
+}
+
+Ref<ListBase> FEMCollection::finish() {
+    std::vector<Ref<Object>>& list = elements_->list;
+    BlockWriter writer(detail::roomForListOfRoots(list.size()), elements_->options.zone);
+    const auto** objects = writer.allocate<const Object*>(list.size());
+    writer.expectKept(list.size());
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        objects[i] = list[i].get();
+        writer.keep(list[i]->block());
+    }
+    const ListBase* made =
+        detail::ObjectAccess::list(elements_->mapping.objectClass(), objects, list.size(), writer);
+    list.clear();
+    writer.finish();
+    return Ref<ListBase>::adopt(made);
+}
+
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

@@ -1,0 +1,95 @@
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string_view>
+#include <type_traits>
+
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Records/PropertyKind.h"
+#include "QELModels/Records/PropertyWriter.h"
+#include "QELModels/Representation/Representation.h"
+#include "QELModels/Values/Number.h"
+
+namespace QELModels {
+inline namespace QELMODELS_ABI {
+
+/// What map rules hold on to from the moment in which their mapping is built: whatever the registry of
+/// transformers publishes as `current`, which never changes and is never freed. So a mapping takes hold of
+/// all of it by one load. Null until a transformer was registered.
+struct QELMODELS_EXPORT FEMCaptured {
+    static std::atomic<const FEMCaptured*> current;
+};
+
+/// The JSON values that a rule has a use for, besides null.
+enum class FEMAccepts : std::uint8_t {
+    anything,    ///< not known: a map rule of an application decides
+    nothing,     ///< the property holds what no raw value is
+    text,        ///< a string
+    reference,   ///< a string that is a URL
+    color,       ///< a string that is a colour; all else but null is a fault
+    word,        ///< a string that is in a table
+    number,      ///< a number or a boolean, which are one kind here
+    array,       ///< an array
+    dictionary,  ///< a dictionary
+};
+
+/// A map rule as constant data: what is called, and what it is called with. The value given to it is never
+/// absent, possibly null. `captured` is what its mapping found in `FEMCaptured`.
+struct FEMMapRule {
+    using Apply = void (*)(const FEMMapRule&,
+                           const FEMCaptured* captured,
+                           RepresentationView,
+                           PropertyWriter&);
+    using Word = std::string_view (*)(const FEMMapRule&, std::size_t);
+
+    Apply apply = nullptr;       ///< null: the value is taken as it is
+    const void* data = nullptr;  ///< for `apply`, like `size`; of a table, its entries and their number
+    std::size_t size = 0;
+    Word word = nullptr;  ///< of a table: the word of an entry by its position
+    FEMAccepts accepts = FEMAccepts::anything;
+    std::optional<PropertyKind> makes = {};  ///< what its results are, where that is known
+    const void* enumeration = nullptr;       ///< of a table: stands for the type of its numbers
+};
+
+namespace detail {
+
+/// An address that stands for a type.
+template <class T>
+inline constexpr char kTypeMark = 0;
+
+}  // namespace detail
+
+/// One entry of a lookup table from a document's word to a number.
+template <class T>
+concept FEMLookupEntry = requires(const T& entry) {
+    std::string_view(entry.name);
+    static_cast<std::int64_t>(entry.value);
+};
+
+/// The map rule that looks a word up in a table: an exact match of the whole string; anything else has no
+/// entry.
+template <FEMLookupEntry Entry, std::size_t N>
+constexpr FEMMapRule lookedUpIn(const std::array<Entry, N>& table) {
+    return {[](const FEMMapRule& rule, const FEMCaptured*, RepresentationView value, PropertyWriter& to) {
+                const auto word = value.text();
+                if (!word) return;
+                for (const Entry& entry : std::span(static_cast<const Entry*>(rule.data), rule.size))
+                    if (entry.name == *word) return to.put(Number(static_cast<std::int64_t>(entry.value)));
+            },
+            table.data(),
+            N,
+            [](const FEMMapRule& rule, std::size_t i) -> std::string_view {
+                return static_cast<const Entry*>(rule.data)[i].name;
+            },
+            FEMAccepts::word,
+            PropertyKind::integer,
+            &detail::kTypeMark<std::remove_cv_t<decltype(Entry::value)>>};
+}
+
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels

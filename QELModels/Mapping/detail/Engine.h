@@ -1,0 +1,148 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+
+#include "QELModels/Mapping/FEMDeserializer.h"
+#include "QELModels/Mapping/FEMMapping.h"
+#include "QELModels/Mapping/FEMObserver.h"
+#include "QELModels/Mapping/FEMPath.h"
+#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Mapping/detail/FoundValues.h"
+#include "QELModels/Memory/Block.h"
+#include "QELModels/Platform/Export.h"
+#include "QELModels/Records/List.h"
+#include "QELModels/Records/Object.h"
+#include "QELModels/Records/Ref.h"
+
+namespace QELModels {
+inline namespace QELMODELS_ABI {
+namespace detail {
+
+/// The rules of one class of records, and what their map rules hold on to.
+struct BoundRules {
+    const ObjectClass& isa;
+    const FEMRules& rules;
+    const FEMCaptured* captured;
+
+    static BoundRules of(const FEMMapping& mapping) noexcept {
+        return {mapping.objectClass(), mapping.rules(), mapping.captured()};
+    }
+    /// Those of the records that a relationship makes.
+    BoundRules nested(const FEMRule& relationship) const noexcept {
+        if (relationship.mapping != nullptr) return of(*relationship.mapping);
+        return {*relationship.target->objectClass, *relationship.target, captured};
+    }
+};
+
+/// Where the engine is: the block that it writes, and the place in the document.
+struct Place {
+    BlockWriter& writer;
+    const FEMPath& path;
+};
+
+/// How much of the room that is estimated for the roots of one list is given to them: as much as any of them
+/// has taken so far, and a little more. The roots of a list are alike, so blocks are hardly larger than what
+/// is in them.
+class RootRoom {
+public:
+    std::size_t of(std::size_t estimate) const noexcept { return (estimate * share_ + kWhole - 1) / kWhole; }
+    void learn(std::size_t estimate, const BlockWriter& writer) noexcept;
+
+private:
+    static constexpr std::size_t kWhole = 1024;
+    static constexpr std::size_t kMore = 8;
+    std::size_t mostTaken_ = 0;
+    std::size_t share_ = kWhole;
+};
+
+/// Applies rules to dictionaries. Whether somebody observes it is known when it is compiled, so that those
+/// who do not ask pay nothing.
+template <bool kObserved>
+class Engine {
+public:
+    explicit Engine(const FEMOptions& options)
+        : observer_(options.observer), zone_(options.zone), faultsLeaveEmpty_(options.faultsLeaveEmpty) {}
+
+    /// The record of a whole document, in a block of its own. It may keep the document's texts.
+    Ref<Object> object(std::optional<RepresentationView> value,
+                       const BoundRules& bound,
+                       const FEMPath& path) const;
+    /// The list of a whole document, in a block of its own.
+    Ref<ListBase> collection(std::optional<RepresentationView> value,
+                             const BoundRules& bound,
+                             const FEMPath& path) const;
+    /// An element of a list of roots. It shares the list's room.
+    Ref<Object> rootOfList(RepresentationView element,
+                           const BoundRules& bound,
+                           const FEMPath& path,
+                           RootRoom& room) const;
+
+private:
+    Ref<Object> root(RepresentationView dictionary,
+                     const BoundRules& bound,
+                     const FEMPath& path,
+                     RootRoom* room) const;
+    Ref<Object> emptyRoot(const BoundRules& bound) const;
+    const Object* record(RepresentationView value, const BoundRules& bound, const Place& at) const;
+    const ListBase* list(RepresentationView array,
+                         const BoundRules& bound,
+                         const ObjectClass& listed,
+                         const Place& at,
+                         bool ofRoots) const;
+
+    FoundValues valuesIn(RepresentationView dictionary,
+                         Object& object,
+                         const BoundRules& bound,
+                         const Place& at) const;
+    void fill(Object& object, RepresentationView dictionary, const BoundRules& bound, const Place& at) const;
+    struct Level;
+    void fillInherited(Object& object,
+                       RepresentationView dictionary,
+                       const BoundRules& bound,
+                       const Place& at,
+                       const Level* derived) const;
+    void applyAttributes(Object& object,
+                         FoundValues::Lookup found,
+                         const BoundRules& bound,
+                         const Place& at) const;
+    void applyRelationships(Object& object,
+                            FoundValues::Lookup found,
+                            const BoundRules& bound,
+                            const Place& at) const;
+    void applyAttribute(const FEMRule& rule,
+                        RepresentationView value,
+                        const BoundRules& bound,
+                        Object& object,
+                        const Place& at) const;
+    FEMOutcome applyMapRule(const FEMRule& rule,
+                            RepresentationView value,
+                            const BoundRules& bound,
+                            Object& object,
+                            const Place& at) const;
+    void applyRelationship(const FEMRule& rule,
+                           RepresentationView value,
+                           const BoundRules& bound,
+                           Object& object,
+                           const Place& at) const;
+
+    void report(const FEMRule& rule,
+                FEMOutcome outcome,
+                std::optional<RepresentationView> value,
+                const FEMPath& path) const;
+    void reportMisfit(std::optional<RepresentationView> value, const FEMPath& path) const;
+
+    FEMObserver* observer_;
+    Zone* zone_;
+    bool faultsLeaveEmpty_;
+};
+
+/// Room for a list of this many roots, and for the blocks that it keeps.
+std::size_t roomForListOfRoots(std::size_t elements) noexcept;
+
+extern template class Engine<false>;
+extern template class Engine<true>;
+
+}  // namespace detail
+}  // namespace QELMODELS_ABI
+}  // namespace QELModels
