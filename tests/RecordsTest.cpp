@@ -355,10 +355,10 @@ TEST_P(Records, areMappedByTheirRulesInOrder) {
     const auto written = [](const FEMRule& rule) {
         std::string text(rule.property->name);
         if (rule.keyPath != rule.property->name) text += '=' + std::string(rule.keyPath);
-        if (rule.map.apply == &QELNamedTransformers::applyCaptured)
-            text += '?' + std::string(QELNamedTransformers::kNames.at(rule.map.size));
-        else if (rule.map.apply == &QELNamedTransformers::applyFetched)
-            text += '!' + std::string(QELNamedTransformers::kNames.at(rule.map.size));
+        if (rule.map.apply == &detail::TransformerRules::capturedOfLibrary)
+            text += '?' + std::string(detail::kLibraryTransformers.at(rule.map.size).name);
+        else if (rule.map.apply == &detail::TransformerRules::fetchedOfLibrary)
+            text += '!' + std::string(detail::kLibraryTransformers.at(rule.map.size).name);
         else if (rule.map.apply != nullptr)
             text += '%';
         return text += rule.toMany ? "* " : " ";

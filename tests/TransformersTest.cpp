@@ -3,14 +3,21 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <memory>
+#include <new>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 #include "QELModels/Mapping/FEMDeserializer.h"
+#include "QELModels/Mapping/FEMObserver.h"
+#include "QELModels/Mapping/FEMRuleWords.h"
+#include "QELModels/Memory/Zone.h"
 #include "QELModels/Models/QELSeason.h"
+#include "QELModels/Records/Declaration.h"
 #include "QELModels/Records/MappingFault.h"
 #include "QELModels/Transformers/QELHTMLTransformer.h"
 #include "QELModels/Transformers/QELNSURLTransformer.h"
@@ -18,8 +25,37 @@
 #include "QELModels/Transformers/QELUIColorTransformer.h"
 #include "tests/TestSupport.h"
 
+namespace {
+
+thread_local std::size_t allocations = 0;
+
+}  // namespace
+
+// Sanitizers have functions of their own here. Inlined, the pairs would look unequal to the compiler.
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+[[gnu::noinline]] void* operator new(std::size_t bytes) {
+    ++allocations;
+    if (void* const memory = std::malloc(bytes)) return memory;
+    throw std::bad_alloc();
+}
+[[gnu::noinline]] void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+#endif
+
 namespace QELModels::test {
 namespace {
+
+// Deriving from what the library calls back is no reason for the compiler to warn.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic error "-Wnon-virtual-dtor"
+class OpenTransformer : public ValueTransformer {};
+class OpenZone : public Zone {};
+class OpenObserver : public FEMObserver {};
+#pragma GCC diagnostic pop
 
 std::string transformed(std::string_view name, std::string_view text) {
     return show(valueTransformerForName(name)->transformedValue(json(text)));
@@ -149,6 +185,80 @@ TEST(Registry, isAskedAtEachValueByAssetsAndByCategoryTitlesOnly) {
         }
         EXPECT_EQ(made(), old) << row.text;
     }
+}
+
+// A record of an application, whose constant rules name transformers of the application.
+class Parcel : public Record<Parcel> {
+public:
+    Field<Text> sender, receiver;
+    static const ObjectClassOf<Parcel> objectClass;
+    static const FEMRulesOf<Parcel> defaultRules;
+};
+constexpr auto declaredOfParcel =
+    declare<Parcel>(property<&Parcel::sender>("sender"), property<&Parcel::receiver>("receiver"));
+constexpr auto rulesOfParcel = mapping<declaredOfParcel>(attribute<&Parcel::sender>("s", fetched("mine")),
+                                                         attribute<&Parcel::receiver>("r", captured("mine")));
+constinit const FEMRulesOf<Parcel> Parcel::defaultRules = rulesOfParcel;
+constinit const ObjectClassOf<Parcel> Parcel::objectClass(describe<declaredOfParcel>("Parcel"));
+
+TEST(Registry, ServesConstantRulesThatNameAnyTransformer) {
+    static const Stamp one("one"), two("two");
+    const auto made = [](const FEMMapping& mapping) {
+        const auto parcel = FEMDeserializer::objectFromRepresentation(json(R"({"s": 1, "r": 2})"), mapping);
+        return showAt(*parcel, "sender") + ' ' + showAt(*parcel, "receiver");
+    };
+    EXPECT_EQ(made(Parcel::defaultMapping()), "null null");
+    const FEMMapping withNone = Parcel::defaultMapping();
+    registerValueTransformer(&one, "mine");
+    const FEMMapping withOne = Parcel::defaultMapping();
+    EXPECT_EQ(made(withNone), R"("one" null)");
+    EXPECT_EQ(made(withOne), R"("one" "one")");
+    registerValueTransformer(&one, "added after the mapping was built");
+    registerValueTransformer(&two, "mine");
+    EXPECT_EQ(made(withNone), R"("two" null)");
+    EXPECT_EQ(made(FEMMapping(withOne)), R"("two" "one")");
+    EXPECT_EQ(made(Parcel::defaultMapping()), R"("two" "two")");
+    registerValueTransformer(nullptr, "mine");
+    EXPECT_EQ(made(withOne), R"(null "one")");
+    EXPECT_EQ(made(Parcel::defaultMapping()), "null null");
+}
+
+// A registry that kept one thing more for each replacement would also take hours here to find an unknown
+// name.
+TEST(Registry, NeitherGrowsNorGetsSlowerByReplacements) {
+    static const Stamp stamp("stamped");
+    registerValueTransformer(&stamp, "replaced");
+    const ValueTransformer* const html = valueTransformerForName(kQELHTMLTransformer);
+    const std::size_t before = allocations;
+    for (int i = 0; i < 200'000; ++i) {
+        registerValueTransformer(i % 2 == 0 ? nullptr : &stamp, "replaced");
+        registerValueTransformer(i % 2 == 0 ? &stamp : html, kQELHTMLTransformer);
+        registerValueTransformer(nullptr, "never there");
+        ASSERT_EQ(valueTransformerForName("nobody"), nullptr);
+    }
+    EXPECT_EQ(allocations, before);
+}
+
+TEST(Registry, KeepsApartTheNamesThatManyThreadsRegister) {
+    static const Stamp stamps[] = {Stamp("0"), Stamp("1"), Stamp("2")};
+    constexpr std::size_t kNames = 300;
+    const auto forEachName = [](auto use) {
+        for (std::size_t i = 0; i < kNames; ++i)
+            use("name " + std::to_string(i), &stamps[i % std::size(stamps)]);
+    };
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i)
+        threads.emplace_back([&] {
+            forEachName([](const std::string& name, const Stamp* stamp) {
+                registerValueTransformer(stamp, name);
+                static_cast<void>(Parcel::defaultMapping());
+            });
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    forEachName([](const std::string& name, const Stamp* stamp) {
+        EXPECT_EQ(valueTransformerForName(name), stamp) << name;
+    });
 }
 
 TEST(Registry, letsARecordKeepWhatARuleTookFromAnother) {

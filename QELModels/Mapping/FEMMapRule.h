@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -18,12 +17,9 @@
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
-/// What map rules hold on to from the moment in which their mapping is built: whatever the registry of
-/// transformers publishes as `current`, which never changes and is never freed. So a mapping takes hold of
-/// all of it by one load. Null until a transformer was registered.
-struct QELMODELS_EXPORT FEMCaptured {
-    static std::atomic<const FEMCaptured*> current;
-};
+namespace detail {
+class FEMCaptured;
+}
 
 /// The JSON values that a rule has a use for, besides null.
 enum class FEMAccepts : std::uint8_t {
@@ -39,10 +35,10 @@ enum class FEMAccepts : std::uint8_t {
 };
 
 /// A map rule as constant data: what is called, and what it is called with. The value given to it is never
-/// absent, possibly null. `captured` is what its mapping found in `FEMCaptured`.
+/// absent, possibly null. `captured` is what its mapping captured when it was built.
 struct FEMMapRule {
     using Apply = void (*)(const FEMMapRule&,
-                           const FEMCaptured* captured,
+                           const detail::FEMCaptured* captured,
                            RepresentationView,
                            PropertyWriter&);
     using Word = std::string_view (*)(const FEMMapRule&, std::size_t);
@@ -75,20 +71,21 @@ concept FEMLookupEntry = requires(const T& entry) {
 /// entry.
 template <FEMLookupEntry Entry, std::size_t N>
 constexpr FEMMapRule lookedUpIn(const std::array<Entry, N>& table) {
-    return {[](const FEMMapRule& rule, const FEMCaptured*, RepresentationView value, PropertyWriter& to) {
-                const auto word = value.text();
-                if (!word) return;
-                for (const Entry& entry : std::span(static_cast<const Entry*>(rule.data), rule.size))
-                    if (entry.name == *word) return to.put(Number(static_cast<std::int64_t>(entry.value)));
-            },
-            table.data(),
-            N,
-            [](const FEMMapRule& rule, std::size_t i) -> std::string_view {
-                return static_cast<const Entry*>(rule.data)[i].name;
-            },
-            FEMAccepts::word,
-            PropertyKind::integer,
-            &detail::kTypeMark<std::remove_cv_t<decltype(Entry::value)>>};
+    return {
+        [](const FEMMapRule& rule, const detail::FEMCaptured*, RepresentationView value, PropertyWriter& to) {
+            const auto word = value.text();
+            if (!word) return;
+            for (const Entry& entry : std::span(static_cast<const Entry*>(rule.data), rule.size))
+                if (entry.name == *word) return to.put(Number(static_cast<std::int64_t>(entry.value)));
+        },
+        table.data(),
+        N,
+        [](const FEMMapRule& rule, std::size_t i) -> std::string_view {
+            return static_cast<const Entry*>(rule.data)[i].name;
+        },
+        FEMAccepts::word,
+        PropertyKind::integer,
+        &detail::kTypeMark<std::remove_cv_t<decltype(Entry::value)>>};
 }
 
 }  // namespace QELMODELS_ABI

@@ -76,7 +76,7 @@ FEMMapping::FEMMapping(const FEMMapping& other)
 FEMMapping::FEMMapping(FEMMapping&& other) noexcept
     : objectClass_(other.objectClass_),
       rules_(std::exchange(other.rules_, &kNoRules)),
-      captured_(other.captured_),
+      captured_(std::move(other.captured_)),
       added_(std::move(other.added_)) {}
 
 FEMMapping& FEMMapping::operator=(FEMMapping other) noexcept {
@@ -153,10 +153,12 @@ void FEMMapping::addAttribute(const FEMAttribute& attribute) {
     if (attribute.map()) {
         map = std::make_shared<const FEMAttribute::Map>(attribute.map());
         rule.map.data = map.get();
-        rule.map.apply =
-            [](const FEMMapRule& mapRule, const FEMCaptured*, RepresentationView value, PropertyWriter& to) {
-                to.put((*static_cast<const FEMAttribute::Map*>(mapRule.data))(value));
-            };
+        rule.map.apply = [](const FEMMapRule& mapRule,
+                            const detail::FEMCaptured*,
+                            RepresentationView value,
+                            PropertyWriter& to) {
+            to.put((*static_cast<const FEMAttribute::Map*>(mapRule.data))(value));
+        };
     }
     added().append(rule, std::move(map));
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <atomic>
 #include <cstddef>
 #include <initializer_list>
 #include <memory>
@@ -10,6 +9,7 @@
 
 #include "QELModels/Mapping/FEMAttribute.h"
 #include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Mapping/detail/FEMTransformers.h"
 #include "QELModels/Platform/Export.h"
 #include "QELModels/Records/ObjectClass.h"
 
@@ -28,7 +28,7 @@ public:
     /// An empty mapping that makes records of a class (`initWithObjectClass`).
     explicit FEMMapping(const ObjectClass& objectClass);
     /// A mapping with constant rules. What their map rules hold on to is taken now.
-    explicit FEMMapping(const FEMRules& rules) noexcept : objectClass_(rules.objectClass), rules_(&rules) {}
+    explicit FEMMapping(const FEMRules& rules) : objectClass_(rules.objectClass), rules_(&rules) {}
     FEMMapping(const FEMMapping& other);
     FEMMapping(FEMMapping&& other) noexcept;
     FEMMapping& operator=(FEMMapping other) noexcept;
@@ -56,7 +56,7 @@ public:
     /// a rule is added.
     const FEMRules& rules() const noexcept QELMODELS_LENT { return *rules_; }
     /// What its map rules hold on to, as it was when the mapping was built.
-    const FEMCaptured* captured() const noexcept { return captured_; }
+    const detail::FEMCaptured* captured() const noexcept { return &captured_; }
 
 private:
     struct Added;
@@ -74,7 +74,7 @@ private:
 
     const ObjectClass* objectClass_;
     const FEMRules* rules_;  // constant, or those in `added_`
-    const FEMCaptured* captured_ = FEMCaptured::current.load(std::memory_order_acquire);
+    detail::FEMCaptured captured_;
     // Rules that an application added, with a copy of the constant ones before them.
     std::shared_ptr<Added> added_;
 };
@@ -83,7 +83,7 @@ private:
 template <class C>
 class FEMMappingOf : public FEMMapping {
 public:
-    explicit FEMMappingOf(const FEMRulesOf<C>& rules) noexcept : FEMMapping(rules) {}
+    explicit FEMMappingOf(const FEMRulesOf<C>& rules) : FEMMapping(rules) {}
 };
 
 }  // namespace QELMODELS_ABI

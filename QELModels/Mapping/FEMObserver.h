@@ -37,9 +37,12 @@ public:
     /// and reaches whoever asked for it.
     virtual void ruleApplied(const FEMEvent& event) = 0;
 
+    // Virtual, although the library never deletes an observer: without it, every class of an application that
+    // is not final would be warned of.
+    constexpr virtual ~FEMObserver() = default;
+
 protected:
-    FEMObserver() = default;
-    ~FEMObserver() = default;
+    constexpr FEMObserver() noexcept = default;
 };
 
 }  // namespace QELMODELS_ABI

@@ -7,8 +7,6 @@
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
-constinit std::atomic<const FEMCaptured*> FEMCaptured::current{nullptr};
-
 FEMAccepts FEMRule::accepts() const noexcept {
     if (isRelationship()) return toMany ? FEMAccepts::array : FEMAccepts::dictionary;
     if (map.apply != nullptr) return map.accepts;

@@ -18,8 +18,9 @@ public:
     /// Takes back what `allocate(bytes)` of this zone returned.
     virtual void deallocate(void* memory, std::size_t bytes) noexcept = 0;
 
-protected:
-    ~Zone() = default;
+    // Virtual, although the library never deletes a zone: without it, every class of an application that is
+    // not final would be warned of.
+    constexpr virtual ~Zone() = default;
 };
 
 }  // namespace QELMODELS_ABI

@@ -28,11 +28,12 @@ public:
     /// speed alone.
     virtual void transformInto(PropertyWriter& to, RepresentationView value) const;
 
+    // Virtual, although the library never deletes a transformer: without it, every class of an application
+    // that is not final would be warned of. The library's own transformers are `detail::NeverDestroyed`.
+    constexpr virtual ~ValueTransformer() = default;
+
 protected:
     constexpr ValueTransformer() noexcept = default;
-    // Nobody deletes a transformer through this interface, and a trivial destructor lets the library's own
-    // ones be there from the first to the last moment of the process.
-    ~ValueTransformer() = default;
 };
 
 }  // namespace QELMODELS_ABI

@@ -10,7 +10,6 @@ inline namespace QELMODELS_ABI {
 class QELMODELS_EXPORT QELValueTransformer : public ValueTransformer {
 protected:
     constexpr QELValueTransformer() noexcept = default;
-    ~QELValueTransformer() = default;
 };
 
 }  // namespace QELMODELS_ABI

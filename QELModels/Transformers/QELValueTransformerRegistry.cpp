@@ -1,97 +1,87 @@
 #include "QELModels/Transformers/QELValueTransformerRegistry.h"
 
-#include <array>
-#include <atomic>
-#include <memory>
-#include <string>
-
-#include "QELModels/Transformers/QELHTMLTransformer.h"
-#include "QELModels/Transformers/QELNSURLTransformer.h"
-#include "QELModels/Transformers/QELTimestampTransformer.h"
-#include "QELModels/Transformers/QELUIColorTransformer.h"
+#include "QELModels/Mapping/detail/FEMTransformers.h"
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
+namespace detail {
+
+// Constants whose destruction is constant, too: nothing has to run before their first use or after their
+// last.
+constexpr NeverDestroyed<QELHTMLTransformer> htmlTransformer;
+constexpr NeverDestroyed<QELNSURLTransformer> urlTransformer;
+constexpr NeverDestroyed<QELTimestampTransformer> timestampTransformer;
+constexpr NeverDestroyed<QELUIColorTransformer> colorTransformer;
+
 namespace {
 
-// Constant data with trivial destructors: there before the first static initialiser, and after the last
-// destructor.
-constinit const QELHTMLTransformer htmlTransformer;
-constinit const QELNSURLTransformer urlTransformer;
-constinit const QELTimestampTransformer timestampTransformer;
-constinit const QELUIColorTransformer colorTransformer;
+static_assert(kLibraryTransformers.size() == FEMTransformers::kFixedPlaces);
 
-// A change of the table, and the library's own transformers as they were after it. None is taken out, so that
-// readers need no lock and a replaced transformer lives on for those who hold it.
-struct Registration : FEMCaptured {
-    const ValueTransformer* transformer;
-    std::string_view name;
-    std::array<const ValueTransformer*, QELNamedTransformers::kNames.size()> library;
-    const Registration* older;
-};
-struct OwnedRegistration : Registration {
-    OwnedRegistration(const ValueTransformer* registered, std::string_view under)
-        : Registration{{}, registered, {}, {}, nullptr}, ownedName(under) {
-        name = ownedName;
-    }
-    std::string ownedName;
-};
-constinit const Registration first{
-    {}, nullptr, {}, {&htmlTransformer, &urlTransformer, &timestampTransformer, &colorTransformer}, nullptr};
-
-const Registration& registrationAt(const FEMCaptured* captured) noexcept {
-    return captured == nullptr ? first : *static_cast<const Registration*>(captured);
+void applyOfLibrary(const ValueTransformer* replacement,
+                    const FEMMapRule& rule,
+                    RepresentationView value,
+                    PropertyWriter& to) {
+    const void* const own = rule.data;
+    (replacement != nullptr ? replacement : static_cast<const ValueTransformer*>(own))
+        ->transformInto(to, value);
 }
 
-const Registration& newest() noexcept {
-    return registrationAt(FEMCaptured::current.load(std::memory_order_acquire));
-}
-
-void apply(const Registration& registration,
-           const FEMMapRule& rule,
-           RepresentationView value,
-           PropertyWriter& to) {
-    const ValueTransformer* transformer = registration.library[rule.size];
+void applyNamed(const ValueTransformer* transformer, RepresentationView value, PropertyWriter& to) {
     if (transformer != nullptr) transformer->transformInto(to, value);
+}
+
+std::string_view nameOf(const FEMMapRule& rule) noexcept {
+    return {static_cast<const char*>(rule.data), rule.size};
 }
 
 }  // namespace
 
-void QELNamedTransformers::applyFetched(const FEMMapRule& rule,
+void TransformerRules::fetchedOfLibrary(const FEMMapRule& rule,
                                         const FEMCaptured*,
                                         RepresentationView value,
                                         PropertyWriter& to) {
-    apply(newest(), rule, value, to);
+    applyOfLibrary(FEMTransformers::replacementAt(rule.size), rule, value, to);
 }
 
-void QELNamedTransformers::applyCaptured(const FEMMapRule& rule,
+void TransformerRules::capturedOfLibrary(const FEMMapRule& rule,
                                          const FEMCaptured* captured,
                                          RepresentationView value,
                                          PropertyWriter& to) {
-    apply(registrationAt(captured), rule, value, to);
+    applyOfLibrary(captured->replacementAt(rule.size), rule, value, to);
 }
 
+void TransformerRules::fetchedByName(const FEMMapRule& rule,
+                                     const FEMCaptured*,
+                                     RepresentationView value,
+                                     PropertyWriter& to) {
+    applyNamed(FEMTransformers::named(nameOf(rule)), value, to);
+}
+
+void TransformerRules::capturedByName(const FEMMapRule& rule,
+                                      const FEMCaptured* captured,
+                                      RepresentationView value,
+                                      PropertyWriter& to) {
+    applyNamed(captured->named(nameOf(rule)), value, to);
+}
+
+}  // namespace detail
+
 const ValueTransformer* valueTransformerForName(std::string_view name) noexcept {
-    const std::size_t position = QELNamedTransformers::position(name);
-    const Registration* registration = &newest();
-    if (position != QELNamedTransformers::kNames.size()) return registration->library[position];
-    while (registration != nullptr && registration->name != name)
-        registration = registration->older;
-    return registration == nullptr ? nullptr : registration->transformer;
+    using detail::FEMTransformers;
+    const std::size_t place = detail::placeInLibrary(name);
+    if (place == detail::kLibraryTransformers.size()) return FEMTransformers::named(name);
+    const ValueTransformer* const replacement = FEMTransformers::replacementAt(place);
+    if (replacement == nullptr) return detail::kLibraryTransformers[place].transformer;
+    return replacement == FEMTransformers::none() ? nullptr : replacement;
 }
 
 void registerValueTransformer(const ValueTransformer* transformer, std::string_view name) {
-    const std::size_t position = QELNamedTransformers::position(name);
-    auto registration = std::make_unique<OwnedRegistration>(transformer, name);
-    const FEMCaptured* before = FEMCaptured::current.load(std::memory_order_acquire);
-    do {
-        registration->older = &registrationAt(before);
-        registration->library = registration->older->library;
-        if (position != registration->library.size()) registration->library[position] = transformer;
-    } while (!FEMCaptured::current.compare_exchange_weak(
-        before, static_cast<const Registration*>(registration.get()), std::memory_order_acq_rel));
-    registration.release();
+    const std::size_t place = detail::placeInLibrary(name);
+    if (place == detail::kLibraryTransformers.size())
+        detail::FEMTransformers::setNamed(transformer, name);
+    else
+        detail::FEMTransformers::replaceAt(place, transformer);
 }
 
 }  // namespace QELMODELS_ABI

@@ -8,7 +8,13 @@
 
 #include "QELModels/Mapping/FEMMapRule.h"
 #include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/detail/NeverDestroyed.h"
+#include "QELModels/Records/PropertyKind.h"
 #include "QELModels/Records/ValueTransformer.h"
+#include "QELModels/Transformers/QELHTMLTransformer.h"
+#include "QELModels/Transformers/QELNSURLTransformer.h"
+#include "QELModels/Transformers/QELTimestampTransformer.h"
+#include "QELModels/Transformers/QELUIColorTransformer.h"
 
 /// @file
 /// The process-wide table of named transformers. The library's own four are in it before any static
@@ -24,14 +30,14 @@ inline constexpr std::string_view kQELTimestampTransformer = "QELTimestampTransf
 inline constexpr std::string_view kQELUIColorTransformer = "QELUIColorTransformer";
 
 /// The transformer that is registered under a name; null when none is. It lives as long as the process, also
-/// after another one took its name.
+/// after another one took its name. No lock is taken, and unknown names cost no more than known ones.
 QELMODELS_EXPORT const ValueTransformer* valueTransformerForName(std::string_view name) noexcept;
 
 /// For `setValueTransformer`: the registry owns the transformer and never frees it. Null takes the name away.
 QELMODELS_EXPORT void registerValueTransformer(const ValueTransformer* transformer, std::string_view name);
 
 /// Registers a transformer under a name, in the place of what was registered under it. Mappings that are
-/// already built keep the one they fetched.
+/// already built keep the one that they captured.
 template <std::derived_from<ValueTransformer> T>
 void setValueTransformer(std::unique_ptr<T> transformer, std::string_view name) {
     registerValueTransformer(transformer.get(), name);
@@ -43,49 +49,68 @@ inline void setValueTransformer(std::nullptr_t, std::string_view name) {
     registerValueTransformer(nullptr, name);
 }
 
-// Not constexpr, so that reaching it in a rule is an error of the compiler that says this sentence.
-inline void noTransformerOfTheLibraryHasThatName() {}
+namespace detail {
 
-/// The library's own transformers as map rules use them: by their places in a table that is replaced as a
-/// whole whenever a name is registered anew.
-struct QELMODELS_EXPORT QELNamedTransformers {
-    static constexpr std::array kNames{
-        kQELHTMLTransformer, kQELNSURLTransformer, kQELTimestampTransformer, kQELUIColorTransformer};
-    /// What the library's own transformer of each name has a result for.
-    static constexpr std::array kAccepts{
-        FEMAccepts::text, FEMAccepts::reference, FEMAccepts::number, FEMAccepts::color};
-
-    /// The place of a name among them; their number for a name that is not the library's.
-    static constexpr std::size_t position(std::string_view name) noexcept {
-        std::size_t at = 0;
-        while (at != kNames.size() && kNames[at] != name)
-            ++at;
-        return at;
-    }
-    static consteval FEMMapRule rule(FEMMapRule::Apply apply, std::string_view name) {
-        const std::size_t at = position(name);
-        if (at == kNames.size()) noTransformerOfTheLibraryHasThatName();
-        return {apply, nullptr, at, nullptr, kAccepts[at]};
-    }
-    static void applyFetched(const FEMMapRule&,
-                             const FEMCaptured* captured,
-                             RepresentationView,
-                             PropertyWriter&);
-    static void applyCaptured(const FEMMapRule&,
-                              const FEMCaptured* captured,
-                              RepresentationView,
-                              PropertyWriter&);
+/// One of the library's own transformers.
+struct LibraryTransformer {
+    std::string_view name;
+    FEMAccepts accepts;  ///< what it has a result for
+    PropertyKind makes;  ///< what its results are
+    const ValueTransformer* transformer;
 };
 
-/// The map rule through one of the library's transformers, asked of the registry at each value.
-consteval FEMMapRule fetched(std::string_view name) {
-    return QELNamedTransformers::rule(&QELNamedTransformers::applyFetched, name);
+extern QELMODELS_EXPORT const NeverDestroyed<QELHTMLTransformer> htmlTransformer;
+extern QELMODELS_EXPORT const NeverDestroyed<QELNSURLTransformer> urlTransformer;
+extern QELMODELS_EXPORT const NeverDestroyed<QELTimestampTransformer> timestampTransformer;
+extern QELMODELS_EXPORT const NeverDestroyed<QELUIColorTransformer> colorTransformer;
+
+/// How map rules go through a named transformer. Those of the library are addressed by their places in the
+/// list, so that fetching one is one load; all others by their names.
+struct QELMODELS_EXPORT TransformerRules {
+    using Applied = void(const FEMMapRule&, const FEMCaptured* captured, RepresentationView, PropertyWriter&);
+    static Applied fetchedOfLibrary, fetchedByName, capturedOfLibrary, capturedByName;
+};
+
+/// The library's own transformers, which are registered under their names from the start.
+inline constexpr std::array kLibraryTransformers{
+    LibraryTransformer{kQELHTMLTransformer, FEMAccepts::text, PropertyKind::text, &htmlTransformer.value},
+    LibraryTransformer{kQELNSURLTransformer, FEMAccepts::reference, PropertyKind::url, &urlTransformer.value},
+    LibraryTransformer{
+        kQELTimestampTransformer, FEMAccepts::number, PropertyKind::date, &timestampTransformer.value},
+    LibraryTransformer{
+        kQELUIColorTransformer, FEMAccepts::color, PropertyKind::color, &colorTransformer.value}};
+
+/// The place of a name in the list; the list's size for a name that is not the library's.
+constexpr std::size_t placeInLibrary(std::string_view name) noexcept {
+    std::size_t place = 0;
+    while (place != kLibraryTransformers.size() && kLibraryTransformers[place].name != name)
+        ++place;
+    return place;
 }
 
-/// The map rule through one of the library's transformers, asked of the registry once, when the mapping is
-/// built.
+consteval FEMMapRule transformerRule(std::string_view name,
+                                     FEMMapRule::Apply ofLibrary,
+                                     FEMMapRule::Apply byName) {
+    const std::size_t place = placeInLibrary(name);
+    if (place == kLibraryTransformers.size()) return {byName, name.data(), name.size()};
+    const LibraryTransformer& row = kLibraryTransformers[place];
+    return {ofLibrary, row.transformer, place, nullptr, row.accepts, row.makes};
+}
+
+}  // namespace detail
+
+/// The map rule through the transformer that is registered under a name at each value. Where none is, there
+/// is no value.
+consteval FEMMapRule fetched(std::string_view name) {
+    using Rules = detail::TransformerRules;
+    return detail::transformerRule(name, &Rules::fetchedOfLibrary, &Rules::fetchedByName);
+}
+
+/// The map rule through the transformer that was registered under a name when the mapping was built. Where
+/// none was, there is no value.
 consteval FEMMapRule captured(std::string_view name) {
-    return QELNamedTransformers::rule(&QELNamedTransformers::applyCaptured, name);
+    using Rules = detail::TransformerRules;
+    return detail::transformerRule(name, &Rules::capturedOfLibrary, &Rules::capturedByName);
 }
 
 }  // namespace QELMODELS_ABI
