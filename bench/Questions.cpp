@@ -197,7 +197,7 @@ std::vector<Question> makeQuestions() {
         [=](std::size_t i) {
             const Size cell = kCells[i % kCells.size()];
             const auto url = QELKavoHelper::getURLWithSize(*page.asset(i).images()->main(), cell);
-            return url && url->text() == byHand::imageURL(page.assetByHand(i), cell, kPixelsPerPoint);
+            return url.text() == byHand::imageURL(page.assetByHand(i), cell, kPixelsPerPoint);
         }));
     questions.push_back(question(
         "countdown",

@@ -22,6 +22,6 @@ int main() {
 
     if (const QELAssetImages* images = asset->images(); images && images->main()) {
         const auto image = QELKavoHelper::getURLWithSize(*images->main(), {300, 169});  // the cell, in points
-        if (image) std::printf("%s\n", std::string(image->text()).c_str());
+        std::printf("%s\n", std::string(image.text()).c_str());
     }
 }

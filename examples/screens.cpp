@@ -42,8 +42,7 @@ void showCell(const QELAsset& asset) {
     print("length", NSStringFromMovieDuration(durationInSeconds(asset)));
     const QELAssetImages* images = asset.images();
     if (images == nullptr || !images->main()) return;
-    if (const auto url = QELKavoHelper::getURLWithSize(*images->main(), {320, 180}))
-        print("picture", url->text());
+    print("picture", QELKavoHelper::getURLWithSize(*images->main(), {320, 180}).text());
 }
 
 // What the player asks before it starts.

@@ -1,5 +1,5 @@
 // Any bytes are a URL exactly when the grammar says so, in every way of making one; and the URL of an image
-// in a given size is the image's own with the size behind it.
+// in a given size is the image's own with the size after it.
 
 #include <algorithm>
 #include <array>
@@ -36,12 +36,9 @@ std::string digits(std::optional<Number> number) {
     return number->toString();
 }
 
-void checkComposed(const std::optional<URL>& composed, std::string_view image, const std::string& query) {
-    // Brackets may stand in a query and in a fragment, and one of the two is where the size ends up.
-    require(composed.has_value(), "an image has a URL in every size");
-    require(composed->text() == std::string(image) + "?t[]=" + query,
-            "the size stands behind the image's URL");
-    require(isURLByGrammar(composed->text()), "an image's URL in a size is a URL");
+void checkComposed(const URL& composed, std::string_view image, const std::string& query) {
+    require(composed.text() == std::string(image) + "?t[]=" + query, "the size follows the image's URL");
+    require(isURLByGrammar(composed.text()), "an image's URL in a size is a URL");
 }
 
 void checkImage(URLView image) {
@@ -67,7 +64,7 @@ void checkTransformer(std::string_view text, bool isURL) {
     logLines = 0;
     const Value url = transformer.transformedValue(string.view());
     require(url.url().has_value() == isURL, "a document's text becomes a URL if it is one");
-    require(logLines == (isURL ? 0 : 1), "a text that is no URL costs one log line");
+    require(logLines == (isURL ? 0 : 1), "a text that is not a URL costs one log line");
     if (isURL) require(transformer.reverseTransformedValue(url).text() == text, "a URL's text comes back");
 }
 

@@ -31,7 +31,7 @@ void declare(CLI::App& command, Options& options) {
         command, "--auto", "width|height", options.automatic, "The dimension that the server chooses");
 }
 
-using Choose = std::optional<URL> (*)(URLView url, Size size, double scale);
+using Choose = URL (*)(URLView url, Size size, double scale);
 
 Choose chooserNamed(const std::optional<std::string>& automatic) {
     if (!automatic) return &QELKavoHelper::getURLWithSize;
@@ -66,11 +66,10 @@ ExitStatus run(const Options& options, Output& output) {
     const auto [text, sizes] = wantedBy(options);
 
     const auto url = URLView::parse(*text);
+    if (!url) throw BadInput(fmt::format("no valid URL: {}", *text));
     std::string lines;
     for (const Size size : sizes)
-        if (const auto sized = url ? choose(*url, size, scale) : std::nullopt)
-            lines += fmt::format("{}\n", sized->text());
-    if (lines.empty()) throw BadInput(fmt::format("no valid URL: {}", *text));
+        lines += fmt::format("{}\n", choose(*url, size, scale).text());
     output.write(lines);
     return ExitStatus::success;
 }

@@ -141,8 +141,7 @@ std::string marksOf(const QELAsset& asset) {
 
 std::string imageOf(const QELAsset& asset, Size size) {
     const auto main = asset.images() == nullptr ? std::nullopt : asset.images()->main();
-    const auto sized = main ? QELKavoHelper::getURLWithSize(*main, size) : std::nullopt;
-    return sized ? std::string(sized->text()) : "no image";
+    return main ? std::string(QELKavoHelper::getURLWithSize(*main, size).text()) : "no image";
 }
 
 // The title, cut where need be, and the duration at the right edge.

@@ -27,7 +27,7 @@ constexpr std::array<QELKavoConfiguration, 7> kAutoWidthTable{{
     {0, 50, 80}, {0, 52, 80}, {0, 75, 80}, {0, 100, 80}, {0, 104, 50}, {0, 150, 80}, {0, 360, 80},
 }};
 
-// Five sizes stand twice, the lower quality first, which is the one that is chosen.
+// Five sizes are listed twice, the lower quality first, which is the one that is chosen.
 constexpr std::array<QELKavoConfiguration, 121> kFixedTable{{
     {  80,   45, 80}, { 102,   57, 80}, { 124,   70, 80}, { 142,   80, 80}, { 160,   90, 50},  // 1-5
     { 160,  160, 80}, { 161,   91, 80}, { 174,   98, 80}, { 182,  103, 80}, { 193,  109, 80},  // 6-10
@@ -77,7 +77,7 @@ static_assert(std::is_sorted(kAutoHeightWidths.begin(), kAutoHeightWidths.end())
 static_assert(std::is_sorted(kAutoWidthHeights.begin(), kAutoWidthHeights.end()));
 static_assert(std::is_sorted(kFixedWidths.begin(), kFixedWidths.end()));
 
-// Every choice asks this question, and with it decides that nothing covers NaN.
+// Every choice compares in this way, so that nothing covers NaN.
 constexpr bool covers(std::uint16_t pixels, double requested) {
     return pixels >= requested;
 }
@@ -91,8 +91,10 @@ constexpr std::size_t firstCovering(const std::array<std::uint16_t, count>& asce
 }
 
 // The heights of the fixed table are in no order. A binary tree of maxima over them finds the first entry
-// from any place on that is high enough without looking at each: node 1 is the root, the children of node n
-// are 2n and 2n + 1, and the leaves are the table's entries, padded with 0.
+// from any place on that is high enough, without looking at each:
+//
+//     node    1      2 3      4 5 6 7     ...    the table's entries, then zeros
+//             root   children of node n: 2n and 2n + 1
 class TreeOfHeights {
 public:
     constexpr TreeOfHeights() {
@@ -102,11 +104,12 @@ public:
             tallest_[node] = std::max(tallest_[2 * node], tallest_[2 * node + 1]);
     }
 
-    // The first entry at or after `from` that covers the height, or a place behind the table.
+    // The first entry at or after `from` that covers the height, or a place after the table.
     constexpr std::size_t firstCovering(std::size_t from, double height) const {
         std::size_t node = kLeaves + from;
         while (!covers(tallest_[node], height)) {
-            // On to what follows this node's entries: its right neighbour, after leaving all that it ends.
+            // The entries after this node's begin at the right neighbour of the first ancestor that is a left
+            // child.
             while (isRightChild(node))
                 node /= 2;
             if (node < kRoot) return kFixedTable.size();
@@ -121,10 +124,10 @@ public:
 
 private:
     static constexpr std::size_t kRoot = 1;
-    // One at least is padding, so that a search may begin behind the table.
+    // One at least is padding, so that a search may begin after the table.
     static constexpr std::size_t kLeaves = std::bit_ceil(kFixedTable.size() + 1);
 
-    // The root counts as one too: whoever has seen its entries has seen all and leaves the tree.
+    // The root counts as one, too: after its entries there are none, and the search leaves the tree.
     static constexpr bool isRightChild(std::size_t node) { return node % 2 == 1; }
 
     std::array<std::uint16_t, 2 * kLeaves> tallest_{};
@@ -150,14 +153,14 @@ void append(std::string& text, std::optional<Number> number) {
 constexpr std::string_view kTransformation = "?t[]=";
 constexpr std::string_view kLongestTransformation = "?t[]=2048x1536q50";
 
-// The brackets stand as they are, since the server expects them so.
+// The brackets are not escaped, since the server expects them so.
 //
-// What comes about is a URL without another look at it. All that is appended may stand in a query and in a
-// fragment as it is. A "?" ends authority and path, so behind a URL without query and fragment it begins the
-// query; otherwise it belongs to the query or the fragment that the URL ends with. And nothing is appended
-// that gives what stands before it another meaning, as ":" or "@" would.
+// The result is a URL and need not be parsed. All that is appended is allowed in a query and in a fragment. A
+// "?" ends authority and path, so after a URL without query and fragment it begins the query; otherwise it
+// belongs to the query or the fragment that the URL ends with. And nothing is appended that changes the
+// meaning of what precedes it, as ":" or "@" would.
 template <typename... Pieces>
-std::optional<URL> withTransformation(URLView url, Pieces... pieces) {
+URL withTransformation(URLView url, Pieces... pieces) {
     std::string text;
     text.reserve(url.text().size() + kLongestTransformation.size());
     text += url.text();
@@ -175,17 +178,17 @@ Size QELApplyScaleToSize(Size size, double scale) noexcept {
 
 namespace QELKavoHelper {
 
-std::optional<URL> getURLWithSize(URLView url, Size size, double scale) {
+URL getURLWithSize(URLView url, Size size, double scale) {
     const auto& chosen = configurationForSize(QELApplyScaleToSize(size, scale));
     return withTransformation(url, chosen.width(), "x", chosen.height(), "q", chosen.quality());
 }
 
-std::optional<URL> getAutoWidthURLWithSize(URLView url, Size size, double scale) {
+URL getAutoWidthURLWithSize(URLView url, Size size, double scale) {
     const auto& chosen = autoWidthConfigurationForSize(QELApplyScaleToSize(size, scale));
     return withTransformation(url, "x", chosen.height(), "q", chosen.quality());
 }
 
-std::optional<URL> getAutoHeightURLWithSize(URLView url, Size size, double scale) {
+URL getAutoHeightURLWithSize(URLView url, Size size, double scale) {
     const auto& chosen = autoHeightConfigurationForSize(QELApplyScaleToSize(size, scale));
     return withTransformation(url, chosen.width(), "q", chosen.quality());
 }

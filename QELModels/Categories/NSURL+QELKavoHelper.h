@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <span>
 
 #include "QELModels/Categories/QELKavoConfiguration.h"
@@ -23,21 +22,20 @@ QELMODELS_EXPORT Size QELApplyScaleToSize(Size size, double scale) noexcept;
 
 namespace QELKavoHelper {
 
-/// The image at a width and a height that both cover `size`, in points. `scale` comes on top of the screen's
-/// own. The query is put behind whatever the URL has, even a query. Never null: a URL
-/// with such a query behind it is one.
-QELMODELS_EXPORT std::optional<URL> getURLWithSize(URLView url, Size size, double scale = 1.0);
+/// The image at a width and a height that both cover `size`, in points. `scale` multiplies the screen's own.
+/// The query is appended to whatever the URL has, even to another query.
+QELMODELS_EXPORT URL getURLWithSize(URLView url, Size size, double scale = 1.0);
 
 /// As `getURLWithSize`, but only the height counts: the server chooses the width.
-QELMODELS_EXPORT std::optional<URL> getAutoWidthURLWithSize(URLView url, Size size, double scale = 1.0);
+QELMODELS_EXPORT URL getAutoWidthURLWithSize(URLView url, Size size, double scale = 1.0);
 
 /// As `getURLWithSize`, but only the width counts: the server chooses the height.
-QELMODELS_EXPORT std::optional<URL> getAutoHeightURLWithSize(URLView url, Size size, double scale = 1.0);
+QELMODELS_EXPORT URL getAutoHeightURLWithSize(URLView url, Size size, double scale = 1.0);
 
 /// The first of `fixedImageSizes` that is neither narrower nor lower than a size in pixels, else the last.
 /// That is the narrowest that covers it, and of that width the lowest; neither area nor shape counts. An
 /// infinite dimension or one that is NaN is covered by none; one of 0 or less by all. The three choices lend
-/// constants, so that the address tells which entry it is.
+/// entries of their tables, so an entry can be told by its address.
 QELMODELS_EXPORT const QELKavoConfiguration& configurationForSize(Size pixels) noexcept;
 
 /// The first of `autoWidthImageSizes` that is not lower than a size in pixels, else the last.
