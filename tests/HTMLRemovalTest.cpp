@@ -2,6 +2,7 @@
 // holds, keeps texts well formed, touches nothing outside its buffers, and takes linear time.
 
 #include <QELModels/Categories/NSString+HTMLRemoval.h>
+#include <QELModels/Categories/detail/HTMLCleaning.h>
 #include <QELModels/Memory/Block.h>
 #include <QELModels/Values/Text.h>
 #include <gtest/gtest.h>
@@ -45,7 +46,7 @@ void expectNoneOfTheSlack(std::string_view text, std::string_view result) {
         const Exact from(std::string(text) + slack);
         const Exact to(std::string(from.size, '?'));
         const std::size_t size =
-            HTMLRemoval::withoutHTMLTagsOfBlock(from.view().substr(0, text.size()), to.bytes.get());
+            detail::withoutHTMLTagsOfBlock(from.view().substr(0, text.size()), to.bytes.get());
         EXPECT_EQ(to.view().substr(0, size), result) << behind;
     }
 }
@@ -72,7 +73,9 @@ void expectSameAsOracle(const std::u16string& units) {
 }
 
 /// All sequences of up to `longest` of the pieces, between two texts.
-void expectSameForAll(const Pieces& pieces, std::size_t longest, const std::u16string& before = u"",
+void expectSameForAll(const Pieces& pieces,
+                      std::size_t longest,
+                      const std::u16string& before = u"",
                       const std::u16string& after = u"") {
     std::vector<std::size_t> odometer;
     while (odometer.size() <= longest) {
@@ -108,7 +111,7 @@ struct Row {
     std::string_view result;
 };
 
-TEST(HTMLRemoval, removesTagsThenDecodes) {
+TEST(HTMLRemoval, RemovesTagsThenDecodes) {
     const Row rows[] = {
         {"", ""},
         {"Plain", "Plain"},
@@ -131,7 +134,7 @@ TEST(HTMLRemoval, removesTagsThenDecodes) {
         EXPECT_EQ(cleaned(text), result) << text;
 }
 
-TEST(HTMLRemoval, decodesNames) {
+TEST(HTMLRemoval, DecodesNames) {
     const Row rows[] = {
         {"AT&T", "AT&T"},
         {"&nbsp;|&Eacute;|&yuml;", "\xC2\xA0|\xC3\x89|\xC3\xBF"},
@@ -158,7 +161,7 @@ TEST(HTMLRemoval, decodesNames) {
     }
 }
 
-TEST(HTMLRemoval, decodesNumbers) {
+TEST(HTMLRemoval, DecodesNumbers) {
     const Row rows[] = {
         {"&#65;&#x42;", "AB"},
         {"&#x;|&#;|&#+;|&#-;|&#x0x;", "\0|\0|\0|\0|\0"sv},
@@ -191,7 +194,7 @@ TEST(HTMLRemoval, decodesNumbers) {
         EXPECT_EQ(cleaned(text), result) << text;
 }
 
-TEST(HTMLRemoval, encodesThreeCharacters) {
+TEST(HTMLRemoval, EncodesThreeCharacters) {
     const Row rows[] = {
         {"", ""},
         {"<a href=\"x\">Salt & pepper's</a>", "&lt;a href=\"x\"&gt;Salt &amp; pepper's&lt;/a&gt;"},
@@ -203,7 +206,7 @@ TEST(HTMLRemoval, encodesThreeCharacters) {
     }
 }
 
-TEST(HTMLRemoval, takesNullAndHandsPlainTextBack) {
+TEST(HTMLRemoval, TakesNullAndHandsPlainTextBack) {
     EXPECT_EQ(HTMLRemoval::stringByStrippingHTML(std::nullopt), "");
     EXPECT_EQ(HTMLRemoval::stringByStrippingHTML(nullptr), "");
     EXPECT_EQ(HTMLRemoval::stringByStrippingHTML("<b>&amp;"), "&");
@@ -219,7 +222,7 @@ TEST(HTMLRemoval, takesNullAndHandsPlainTextBack) {
 
 // --- Against the word-for-word version --------------------------------------------------------------------
 
-TEST(HTMLRemoval, seesEveryMarkAtEveryPlace) {
+TEST(HTMLRemoval, SeesEveryMarkAtEveryPlace) {
     constexpr std::size_t kFourSteps = 36;
     for (std::size_t size = 1; size <= kFourSteps; ++size) {
         for (std::size_t at = 0; at < size; ++at) {
@@ -236,13 +239,13 @@ TEST(HTMLRemoval, seesEveryMarkAtEveryPlace) {
     }
 }
 
-TEST(HTMLRemoval, isExactForAllSmallTexts) {
+TEST(HTMLRemoval, IsExactForAllSmallTexts) {
     expectSameForAll(charactersOf(u"&#x;<>1a"), 6);
     expectSameForAll(charactersOf(u"&#;<>\xD83D\xDE00"), 6);
     expectSameForAll(charactersOf(u"<>a"), 9);
 }
 
-TEST(HTMLRemoval, isExactForAllSequencesOfAwkwardPieces) {
+TEST(HTMLRemoval, IsExactForAllSequencesOfAwkwardPieces) {
     expectSameForAll({u"&#38;", u"&#35;", u"&#59;", u"&amp;", u"#", u";", u"&", u"#65;", u"&#x", u"41"}, 5);
     expectSameForAll({u"&amp;", u"&lt;", u"lt;", u"amp;", u"&", u"quot;", u"&quot;", u"<", u">", u"&#60;"},
                      4);
@@ -299,7 +302,7 @@ rc::Gen<std::u16string> awkwardPiece() {
     });
 }
 
-RC_GTEST_PROP(HTMLRemovalProperty, isExactForAnyText, ()) {
+RC_GTEST_PROP(HTMLRemovalProperty, IsExactForAnyText, ()) {
     std::u16string units;
     for (const auto& piece : *rc::gen::container<Pieces>(awkwardPiece()))
         units += piece;
@@ -314,7 +317,7 @@ RC_GTEST_PROP(HTMLRemovalProperty, isExactForAnyText, ()) {
 }
 
 // Bytes that are no text come from a careless caller; they must do no harm beyond a wrong result.
-RC_GTEST_PROP(HTMLRemovalProperty, staysInsideItsBuffersWhateverTheBytes, ()) {
+RC_GTEST_PROP(HTMLRemovalProperty, StaysInsideItsBuffersWhateverTheBytes, ()) {
     std::string bytes;
     for (const auto& piece :
          *rc::gen::container<std::vector<std::string>>(rc::gen::element<std::string>("\xED",
@@ -337,7 +340,7 @@ RC_GTEST_PROP(HTMLRemovalProperty, staysInsideItsBuffersWhateverTheBytes, ()) {
 }
 
 // A quadratic pass would take hours on these.
-TEST(HTMLRemoval, takesLinearTime) {
+TEST(HTMLRemoval, TakesLinearTime) {
     constexpr std::size_t kTimes = 1 << 20;
     const auto many = [](std::string_view piece) { return repeated(piece, kTimes); };
     for (const std::string_view same : {"<"sv, "<>"sv, "&"sv, "&#"sv, ";"sv, "&;"sv, "&lt"sv, "a;a"sv}) {

@@ -3,20 +3,22 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cassert>
 #include <cstdint>
 #include <cstring>
 #include <utility>
 
+#include "QELModels/Categories/detail/HTMLCleaning.h"
 #include "QELModels/Platform/detail/ASCII.h"
 #include "QELModels/Platform/detail/ByteBlock.h"
 #include "QELModels/Platform/detail/PerfectHash.h"
 #include "QELModels/Platform/detail/Word.h"
 #include "QELModels/Values/Text.h"
 
-// Cleaning is three passes over one buffer: tags, named references, numeric references. Each pass reads at or
-// ahead of where it writes, so the last two work in place. Each pass moves forward only; what it looks up
-// ahead of its place it either consumes, or looks up once for the whole text. That makes the whole linear.
-// In most texts the passes have nothing to do with each other, and one quicker pass does for all three.
+// Cleaning is three passes over one buffer: tags, named references, numeric references. No pass writes beyond
+// the place where it reads, so the last two work in place. Each pass moves forward only; what it looks up
+// ahead it either consumes, or looks up once for the whole text. So the time is linear. In most texts no pass
+// depends on what another one has made, and one quicker pass does the work of all three.
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
@@ -45,8 +47,8 @@ Word wordAt(const char* text, const char* end) noexcept {
     return size >= sizeof(Word) ? wordAt(text) : detail::firstWord({text, size});
 }
 
-/// Has the high bit of the first byte that is equal to an ASCII character. Subtracting 1 borrows through the
-/// high bit of that byte; bits above it may be set for no reason, bits below it never are.
+/// Has the high bit of the first byte that is equal to an ASCII character, and no lower bit. Higher bits mean
+/// nothing: the subtraction may borrow from them.
 constexpr Word firstOf(char byte, Word word) noexcept {
     const Word zero = word ^ static_cast<unsigned char>(byte) * kEachByte;
     return (zero - kEachByte) & ~word & kHighBits;
@@ -60,12 +62,12 @@ constexpr std::size_t placeOf(Word first) noexcept {
     return static_cast<std::size_t>(std::countr_zero(first)) / 8;
 }
 
-/// Has all bits of each '<' and '&' of a block.
+/// Compares: is a byte '<' or '&'?
 ByteBlock marksIn(ByteBlock block) noexcept {
     return (block == '<') | (block == '&');
 }
 
-/// Where the byte first stands; `end` if it does not.
+/// The place of the first such byte; `end` if there is none.
 const char* find(const char* from, const char* end, char byte) noexcept {
     const void* found = std::memchr(from, byte, static_cast<std::size_t>(end - from));
     return found == nullptr ? end : static_cast<const char*>(found);
@@ -127,7 +129,7 @@ static_assert(std::all_of(kNames.begin(), kNames.end(), [](auto name) {
     return detail::isLetter(name.front());
 }));
 
-/// What is written for a reference.
+/// What a reference is replaced by.
 struct Character {
     char bytes[2];  // UTF-8
     std::uint8_t size;
@@ -173,20 +175,20 @@ public:
     char* end() const noexcept { return end_; }
     void put(char byte) noexcept { *end_++ = byte; }
     void putCharacter(char32_t character) noexcept { end_ += Text::encode(character, end_); }
-    /// What a reference stands for, for which there is room where the reference was.
+    /// The character of a reference. The reference was longer, so both bytes have room.
     void put(const Character& character) noexcept {
         std::memcpy(end_, character.bytes, sizeof character.bytes);
         end_ += character.size;
     }
 
-    /// Adds bytes that follow the output in the text as it was, perhaps in the very same buffer.
+    /// Adds bytes that followed the output in the text, which may be in the same buffer.
     void putUnjoined(const char* from, const char* to) noexcept {
         const auto size = static_cast<std::size_t>(to - from);
         if (from != end_) std::memmove(end_, from, size);
         end_ += size;
     }
 
-    /// Adds bytes that have just come to follow the output: two halves that meet become one character.
+    /// Adds bytes that did not follow the output in the text: two halves that meet become one character.
     void putJoined(const char* from, const char* to) noexcept {
         const std::string_view made(begin_, static_cast<std::size_t>(end_ - begin_));
         const std::string_view next(from, static_cast<std::size_t>(to - from));
@@ -206,9 +208,9 @@ private:
 
 /// Copies the text without its tags. The first '<' is known.
 ///
-/// A search for the next tag need not begin again at the start of the text after a tag has gone: the '<' that
-/// were passed over are each followed by a '>', and the last byte passed over is no '<', or it would have
-/// begun the tag. A '<' without a '>' behind it ends the pass, since no later one can have a '>' either.
+/// After a tag is removed, the search need not begin again at the start of the text: each '<' before it is
+/// followed by a '>', and the last byte before it is not a '<', or that would have begun the tag. A '<'
+/// without a later '>' ends the pass, since no '<' after it has one.
 char* removeTags(const char* text, const char* tag, const char* end, char* to) noexcept {
     Output out(to, to);
     out.putUnjoined(text, tag);
@@ -231,11 +233,11 @@ char* removeTags(const char* text, const char* tag, const char* end, char* to) n
 
 /// Decodes named references in place, from the first '&' on.
 ///
-/// The names are decoded one by one over the whole text: Latin-1 first, then "&amp;", then four more. One
-/// pass gives the same, for two references cannot overlap, and of the characters that decoding inserts only
-/// an '&' can be a part of another reference. So all that the order decides is "&amp;" directly in front of
-/// the rest of one of the last four, and that becomes a reference only if the text also holds it as it
-/// stands.
+/// By definition, the names are decoded one after another, each in the whole text: Latin-1 first, then
+/// "&amp;", then four more. One pass gives the same result. References cannot overlap, and of the characters
+/// that decoding inserts, only '&' can be a part of another reference. So the order matters for one thing:
+/// "&amp;" directly before the rest of one of the last four. That is decoded only if the text also has the
+/// same reference as it was.
 class NamedReferences {
 public:
     NamedReferences(char* first, char* end) noexcept : in_(first), end_(end), out_(first, first) {}
@@ -260,13 +262,13 @@ public:
 
     char* end() const noexcept { return out_.end(); }
 
-    /// Where the first "&#" of the decoded text stands; null if there is none.
+    /// The first "&#" of the decoded text; null if there is none.
     char* firstNumeric() const noexcept { return firstNumeric_; }
 
 private:
     static unsigned bit(const Reference& reference) noexcept { return 1u << (reference.number - kAmp); }
 
-    // Every '&' of the decoded text comes through here, and no '#' is ever inserted.
+    // Every '&' of the decoded text is put by this function, and a '#' is never inserted.
     void putAmpersand() noexcept {
         if (firstNumeric_ == nullptr && in_ != end_ && *in_ == '#') firstNumeric_ = out_.end();
         out_.put('&');
@@ -282,8 +284,8 @@ private:
         out_.put(arisen.character());
     }
 
-    /// Whether the text, before any decoding, holds the reference. What lies behind is known from passing it;
-    /// what lies ahead is looked through once, when first asked for.
+    /// Whether the text, before any decoding, has the reference. What was read is known; what is ahead is
+    /// searched once, when it is needed first.
     bool isWritten(const Reference& wanted) noexcept {
         if (!lookedAhead_) {
             lookedAhead_ = true;
@@ -303,8 +305,10 @@ private:
     bool lookedAhead_ = false;
 };
 
-/// The digits that begin the text as a number, `limit` if it is greater. A limit is far below 2^60.
+/// The number of the digits at the start of the text, or `limit` if that is less. Requires: `limit` is below
+/// 2^59, so that no step exceeds 64 bits.
 constexpr std::uint64_t readDigits(std::string_view text, unsigned base, std::uint64_t limit) noexcept {
+    assert(limit >> 59 == 0);
     std::uint64_t value = 0;
     for (const char byte : text) {
         const unsigned digit = detail::hexDigitValue(byte);
@@ -314,7 +318,7 @@ constexpr std::uint64_t readDigits(std::string_view text, unsigned base, std::ui
     return value;
 }
 
-/// The code unit of a numeric reference, from what stands between "&#" and ';'.
+/// The code unit of a numeric reference, from the text between "&#" and ';'.
 char32_t codeUnitOf(std::string_view body) noexcept {
     constexpr std::uint64_t kUnitMask = 0xFFFF;
     const bool isHexadecimal = body.starts_with('x');
@@ -326,7 +330,7 @@ char32_t codeUnitOf(std::string_view body) noexcept {
         if (body.starts_with("0x") || body.starts_with("0X")) body.remove_prefix(2);
         return static_cast<char32_t>(readDigits(body, 16, UINT32_MAX) & kUnitMask);
     }
-    // Clamped to 32 bits with sign, then cut to the low bits of its two's complement.
+    // Clamped to 32 bits with a sign, then cut to the low 16 bits.
     const bool isNegative = body.starts_with('-');
     if (isNegative || body.starts_with('+')) body.remove_prefix(1);
     const std::uint64_t limit = std::uint64_t{INT32_MAX} + (isNegative ? 1 : 0);
@@ -341,14 +345,14 @@ const char* findNumeric(const char* from, const char* end) noexcept {
     return end;
 }
 
-/// Decodes numeric references in place. `first` is where the first "&#" stands.
+/// Decodes numeric references in place. `first` is the first "&#".
 ///
-/// A reference runs from an "&#" to the next ';'. Its character takes its place, and the search goes on at
-/// that very character. It can matter only if it is an '&' in front of a '#': a '#' would need an '&' from
-/// before the place of the search, and a ';' in front of the next "&#" is passed over. A reference without
-/// ';' ends the pass, since no later one can have a ';' either.
+/// A reference is an "&#" and all up to the next ';'. It is replaced by its character, and the search goes on
+/// at that character. This matters only for an '&' before a '#': a '#' would need an '&' before the place of
+/// the search, and a ';' before the next "&#" is skipped. A reference without ';' ends the pass, since no
+/// later one has a ';'.
 ///
-/// The output never overtakes the input: a reference takes at least three bytes, a code unit at most three.
+/// The output cannot overtake the input: a reference has at least three bytes, a code unit at most three.
 char* decodeNumericReferences(char* text, char* first, char* end) noexcept {
     Output out(text, first);
     char* in = first;
@@ -382,16 +386,16 @@ char* decodeReferences(char* text, char* end) noexcept {
     return decodeNumericReferences(text, named.firstNumeric(), named.end());
 }
 
-// --- In one go --------------------------------------------------------------------------------------------
+// --- All in one pass --------------------------------------------------------------------------------------
 
-/// Does all passes at once as long as none can see what another one has made. Nearly all texts are like that.
-/// Where a tag stands close behind an '&', a reference may arise from another one, or surrogate halves are
-/// about, it gives up, and the passes begin anew. With slack behind the text and the result, as `Block` gives
-/// it, both are gone through in whole blocks.
+/// Does the work of all passes as long as none depends on what another one has made, as in nearly all texts.
+/// It gives up at a tag shortly after an '&', at a reference that may result from another one, and at
+/// surrogate halves; then the passes begin at the start. If text and result have a block's slack, it reads
+/// and writes whole blocks.
 template <bool kSlack>
-class OneGo {
+class SinglePass {
 public:
-    OneGo(std::string_view text, char* to) noexcept
+    SinglePass(std::string_view text, char* to) noexcept
         : in_(text.data()), end_(text.data() + text.size()), to_(to), out_(to) {}
 
     /// The end of the result; null if it gave up.
@@ -405,7 +409,7 @@ public:
 private:
     std::size_t left() const noexcept { return static_cast<std::size_t>(end_ - in_); }
 
-    /// The next eight bytes; NULs stand for what is missing.
+    /// The next eight bytes; NULs for what is missing.
     Word word() const noexcept {
         if constexpr (kSlack && std::endian::native == std::endian::little)
             return wordAt(in_) & detail::kFirstBytes[std::min(left(), sizeof(Word))];
@@ -427,7 +431,7 @@ private:
                !Text::endsInHighHalf({to_, static_cast<std::size_t>(out_ - to_)});
     }
 
-    /// Where the next '>' stands; the end if it does not. It is seldom far.
+    /// The next '>', which is seldom far; the end if there is none.
     const char* findClose(const char* from) const noexcept {
         if constexpr (kSlack) {
             const std::size_t close = (ByteBlock(from) == '>').first();
@@ -445,7 +449,7 @@ private:
 
     bool decodeNamed(Word word) noexcept {
         const Reference reference = referenceIn(word);
-        // An '&' that stands for itself may be the last byte that there is room for.
+        // Without a reference, the '&' may be the last byte for which there is room.
         const Character& character = reference.character();
         std::memcpy(out_, character.bytes, kSlack ? sizeof character.bytes : character.size);
         out_ += character.size;
@@ -453,16 +457,15 @@ private:
         return (reference.found() && !reference.isAmp()) || isInert(this->word());
     }
 
-    /// Whether what follows cannot make a reference of an '&' in front of it, not even when tags have gone. A
-    /// reference goes on with '#' or a letter, and no name is longer than the word, so a tag within one would
-    /// show in it.
+    /// Whether what follows cannot make a reference with an '&' before it, even without its tags. A reference
+    /// goes on with '#' or a letter, and no name is longer than the word, so the word shows a tag in a name.
     static bool isInert(Word word) noexcept {
         const auto next = static_cast<char>(word & 0xFF);
         if (next == '#' || next == '<') return false;
         return !detail::isLetter(next) || (firstOf('<', word) == 0 && !referenceIn(word).found());
     }
 
-    /// Numeric references with a short body that holds nothing which another pass would look at.
+    /// A numeric reference that has a short body without marks.
     bool decodeNumeric(Word word) noexcept {
         const Word semicolon = firstOf(';', word);
         if (semicolon == 0) return false;
@@ -475,7 +478,7 @@ private:
         return true;
     }
 
-    /// The code unit of a reference within a word, most of which are a few decimal digits.
+    /// The code unit of a reference within a word. Most are a few decimal digits.
     char32_t shortCodeUnit(Word word, std::size_t length) const noexcept {
         char32_t unit = 0;
         for (std::size_t at = 1; at < length; ++at) {
@@ -491,8 +494,8 @@ private:
         in_ += length;
     }
 
-    /// Copies up to the next mark; whether the text ends before one. Whole blocks may be written since the
-    /// output is never ahead of the input.
+    /// Copies up to the next mark. Answers whether the text ends without one. Whole blocks may be written,
+    /// since no more was written than read.
     bool copyPlain() noexcept {
         constexpr std::size_t kAtOnce = 2 * ByteBlock::kSize;
         for (; left() > kAtOnce; pass(kAtOnce)) {
@@ -531,7 +534,7 @@ private:
 
 template <bool kSlack>
 std::size_t clean(std::string_view text, char* to) noexcept {
-    if (const char* const end = OneGo<kSlack>(text, to).clean(); end != nullptr) {
+    if (const char* const end = SinglePass<kSlack>(text, to).clean(); end != nullptr) {
         return static_cast<std::size_t>(end - to);
     }
     const char* const end = text.data() + text.size();
@@ -541,6 +544,10 @@ std::size_t clean(std::string_view text, char* to) noexcept {
 }
 
 }  // namespace
+
+std::size_t detail::withoutHTMLTagsOfBlock(std::string_view text, char* to) noexcept {
+    return clean<true>(text, to);
+}
 
 namespace HTMLRemoval {
 
@@ -554,10 +561,6 @@ std::size_t withoutHTMLTags(std::string_view text, char* to) noexcept {
         return text.size();
     }
     return clean<false>(text, to);
-}
-
-std::size_t withoutHTMLTagsOfBlock(std::string_view text, char* to) noexcept {
-    return clean<true>(text, to);
 }
 
 std::string withoutHTMLTags(std::string_view text) {
@@ -578,7 +581,7 @@ bool isPlainText(std::string_view text) noexcept {
     const char* const last = text.data() + text.size() - ByteBlock::kSize;
     for (const char* at = text.data(); at < last; at += ByteBlock::kSize)
         if (marksIn(ByteBlock(at)).bits() != 0) return false;
-    // The last block overlaps those before it.
+    // The last block overlaps the one before it.
     return marksIn(ByteBlock(last)).bits() == 0;
 }
 

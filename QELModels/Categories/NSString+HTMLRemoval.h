@@ -12,9 +12,8 @@ inline namespace QELMODELS_ABI {
 
 /// Titles and descriptions as plain text: tags removed, then character references decoded.
 ///
-/// Any text is accepted and every function takes time in proportion to the text, whatever it holds. Texts are
-/// WTF-8 as `Text` describes it, and stay so: where two surrogate halves come together, they become one
-/// character.
+/// Every text is accepted, and every function takes time linear in its size. Texts are WTF-8 as `Text`
+/// describes it, and remain so: where two surrogate halves meet, they become one character.
 namespace HTMLRemoval {
 
 /// `withoutHTMLTags(*text)`, and the empty text for null.
@@ -23,30 +22,28 @@ inline std::string stringByStrippingHTML(std::nullptr_t) {
     return {};
 }
 
-/// The text without its tags, and with its references decoded afterwards: "&lt;b&gt;" comes out as "<b>" and
-/// stays. A tag is a '<', at least one character other than '>', and the next '>', so the text between a
-/// stray '<' and a later '>' goes too.
+/// The text without its tags, and after that with its references decoded: "&lt;b&gt;" becomes "<b>" and
+/// remains. A tag is a '<', at least one character other than '>', and the next '>', so the text between a
+/// stray '<' and a later '>' is removed, too.
 QELMODELS_EXPORT std::string withoutHTMLTags(std::string_view text);
 
-/// The same without an allocation: writes at most `text.size()` bytes to `to`, which must not overlap the
-/// text, and returns how many of them are the result. The result is never longer than the text.
+/// The same without an allocation: writes the result to `to` and answers its size, which is not above that of
+/// the text. Bytes after the result, up to that size, may be overwritten. Requires: `to` has room for
+/// `text.size()` bytes and does not overlap the text.
 QELMODELS_EXPORT std::size_t withoutHTMLTags(std::string_view text, char* to) noexcept;
 
-/// For the engine: the same of a text that lies in a `Block`, to room in another one, both with their slack.
-QELMODELS_EXPORT std::size_t withoutHTMLTagsOfBlock(std::string_view text, char* to) noexcept;
-
-/// Whether the text holds neither '<' nor '&', so that cleaning returns it unchanged. True of most texts, and
-/// cheap to ask.
+/// Whether the text has neither '<' nor '&', so that cleaning does not change it. True for most texts, and
+/// quick.
 QELMODELS_EXPORT bool isPlainText(std::string_view text) noexcept;
 
 /// The text with its character references decoded: the names of the Latin-1 characters from "&nbsp;" to
-/// "&yuml;", "&amp;", "&lt;", "&gt;", "&apos;" and "&quot;", and then numeric ones. Any other name stays.
+/// "&yuml;", "&amp;", "&lt;", "&gt;", "&apos;" and "&quot;", and then numeric ones. Other names remain.
 ///
-/// Numeric references are decoded until none is left where one was decoded: "&amp;#65;" and "&#38;#65;" are
-/// both "A". A name that arises from "&amp;" is decoded only if the same name also stands in the text as
-/// such. A number is cut to 16 bits and makes one code unit; without digits it is U+0000.
+/// A numeric reference that results from decoding is decoded again: "&amp;#65;" and "&#38;#65;" are both "A".
+/// A name that results from "&amp;" is decoded only if the text also has the same name as it was. A number is
+/// cut to 16 bits and makes one code unit; without digits it is U+0000.
 QELMODELS_EXPORT std::string qel_decodeHTMLCharacterEntities(std::string_view text);
-/// Works in place, and hands a text without '&' back as it is.
+/// The same in place.
 QELMODELS_EXPORT std::string qel_decodeHTMLCharacterEntities(std::string&& text);
 inline std::string qel_decodeHTMLCharacterEntities(const char* text) {
     return qel_decodeHTMLCharacterEntities(std::string_view(text));

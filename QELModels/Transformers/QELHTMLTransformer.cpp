@@ -1,6 +1,7 @@
 #include "QELModels/Transformers/QELHTMLTransformer.h"
 
 #include "QELModels/Categories/NSString+HTMLRemoval.h"
+#include "QELModels/Categories/detail/HTMLCleaning.h"
 #include "QELModels/Records/detail/TextPlacer.h"
 
 namespace QELModels {
@@ -16,7 +17,7 @@ void QELHTMLTransformer::transformInto(PropertyWriter& to, RepresentationView va
     const std::string_view text = value.node()->string();
     detail::TextPlacer placer(to);
     if (placer.mayStay(text) && HTMLRemoval::isPlainText(text)) return to.putText(text);
-    placer.putReserved(HTMLRemoval::withoutHTMLTagsOfBlock(text, placer.reserve(text.size())));
+    placer.putReserved(detail::withoutHTMLTagsOfBlock(text, placer.reserve(text.size())));
 }
 
 }  // namespace QELMODELS_ABI
