@@ -20,7 +20,7 @@ Color opaque(unsigned red, unsigned green, unsigned blue) {
     return {red / 255.0, green / 255.0, blue / 255.0, 1};
 }
 
-TEST(Color, isReadFromSevenCodeUnits) {
+TEST(Color, IsReadFromSevenCodeUnits) {
     struct Row {
         std::string_view text;
         std::optional<Color> color;
@@ -71,7 +71,7 @@ Color scanned(std::string text) {
     return opaque(red, green, blue);
 }
 
-TEST(Color, isReadAsFormattedInputIs) {
+TEST(Color, IsReadAsFormattedInputIs) {
     constexpr std::string_view kAlphabet = "0Ae g-x";
     constexpr int kLength = 6;
     std::array<std::size_t, kLength> letters{};
@@ -88,7 +88,7 @@ TEST(Color, isReadAsFormattedInputIs) {
     }
 }
 
-TEST(Color, isEqualAndHashesByItsParts) {
+TEST(Color, IsEqualAndHashesByItsParts) {
     const Color color{0.25, 0.5, 0.75, 1};
     EXPECT_EQ(color.hash(), (Color{0.25, 0.5, 0.75, 1}).hash());
     EXPECT_EQ((Color{0.0, 0, 0, 0}).hash(), (Color{-0.0, 0, 0, 0}).hash());

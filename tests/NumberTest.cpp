@@ -74,7 +74,7 @@ void expectOrderOf(const Sample& a, const Sample& b) {
     }
 }
 
-TEST(Number, comparesByExactValue) {
+TEST(Number, ComparesByExactValue) {
     if (!kIsExact) GTEST_SKIP() << "nothing here is wide enough to compare with";
     const std::vector<Sample> samples = awkwardSamples();
     for (const Sample& a : samples) {
@@ -83,7 +83,7 @@ TEST(Number, comparesByExactValue) {
     }
 }
 
-RC_GTEST_PROP(Number, comparesWithItsNearestDoublesByExactValue, (std::int64_t low, std::uint64_t bits)) {
+RC_GTEST_PROP(Number, ComparesWithItsNearestDoublesByExactValue, (std::int64_t low, std::uint64_t bits)) {
     if (!kIsExact) return;
     for (const std::uint64_t some : {static_cast<std::uint64_t>(low), bits, bits >> 9}) {
         const auto integer = static_cast<std::int64_t>(some);
@@ -95,7 +95,7 @@ RC_GTEST_PROP(Number, comparesWithItsNearestDoublesByExactValue, (std::int64_t l
     }
 }
 
-TEST(Number, hashesSpread) {
+TEST(Number, HashesSpread) {
     std::vector<std::uint64_t> hashes;
     for (int i = 0; i < 1000; ++i) {
         hashes.push_back(Number(i - 500).hash());
@@ -111,7 +111,7 @@ TEST(Number, hashesSpread) {
     EXPECT_GT(used, hashes.size() * 9 / 10) << "hash tables look at the low bits";
 }
 
-TEST(Number, converts) {
+TEST(Number, Converts) {
     struct Row {
         Number number;
         std::int64_t integer;
@@ -150,7 +150,7 @@ TEST(Number, converts) {
     EXPECT_FALSE(Number(kNaN) == Number(kNaN));
 }
 
-TEST(Number, hasTheTextThatScriptsPrint) {
+TEST(Number, HasTheTextThatScriptsPrint) {
     struct Row {
         Number number;
         std::string_view text;
@@ -225,7 +225,7 @@ void expectTextByDefinition(double value) {
     }
 }
 
-TEST(Number, hasTheShortestTextAtEveryMagnitude) {
+TEST(Number, HasTheShortestTextAtEveryMagnitude) {
     for (int exponent = -330; exponent <= 308; ++exponent) {
         for (const char* const digits : {"1", "-9", "1.5", "9.999999999999999", "-1.2345678901234567"}) {
             const double value = std::strtod((digits + ("e" + std::to_string(exponent))).c_str(), nullptr);
@@ -235,7 +235,7 @@ TEST(Number, hasTheShortestTextAtEveryMagnitude) {
     }
 }
 
-RC_GTEST_PROP(Number, hasTheShortestTextForAnyDouble, (std::uint64_t bits, std::int32_t integer)) {
+RC_GTEST_PROP(Number, HasTheShortestTextForAnyDouble, (std::uint64_t bits, std::int32_t integer)) {
     // Small generated integers are no random bits: spread them.
     expectTextByDefinition(std::bit_cast<double>(QELModels::detail::hashOfWord(bits)));
     expectTextByDefinition(integer);

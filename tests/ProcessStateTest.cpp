@@ -75,11 +75,11 @@ void inParallel(int threads, const std::function<void(int)>& work) {
         thread.join();
 }
 
-TEST(ProcessState, isReadyBeforeAnyStaticInitialiser) {
+TEST(ProcessState, IsReadyBeforeAnyStaticInitialiser) {
     EXPECT_TRUE(early.isReady());
 }
 
-TEST(Clock, isTheSystemsUnlessSet) {
+TEST(Clock, IsTheSystemsUnlessSet) {
     const double before = secondsOfSystem();
     const double now = secondsSince1970(Clock::now());
     EXPECT_LE(before, now);
@@ -94,7 +94,7 @@ TEST(Clock, isTheSystemsUnlessSet) {
     EXPECT_LE(before, secondsSince1970(Clock::now()));
 }
 
-TEST(Clock, letsGoOfASourceWhenItsLastCallEnds) {
+TEST(Clock, LetsGoOfASourceWhenItsLastCallEnds) {
     auto held = std::make_shared<double>(7);
     const std::weak_ptr<double> watched = held;
     Clock::setSource([held = std::move(held)] {
@@ -106,7 +106,7 @@ TEST(Clock, letsGoOfASourceWhenItsLastCallEnds) {
     EXPECT_TRUE(watched.expired());
 }
 
-TEST(Log, writesLinesToStandardErrorUnlessSet) {
+TEST(Log, WritesLinesToStandardErrorUnlessSet) {
     const std::string longLine(2000, 'x');
     testing::internal::CaptureStderr();
     Log::write("one");
@@ -122,7 +122,7 @@ TEST(Log, writesLinesToStandardErrorUnlessSet) {
     EXPECT_EQ(lines, std::vector<std::string>{"two"});
 }
 
-TEST(ProcessState, isUsedAndChangedByManyThreadsAtOnce) {
+TEST(ProcessState, IsUsedAndChangedByManyThreadsAtOnce) {
     constexpr int kThreads = 6;
     constexpr int kRounds = 3000;
     const auto aliveSources = std::make_shared<int>();
@@ -158,7 +158,7 @@ TEST(ProcessState, isUsedAndChangedByManyThreadsAtOnce) {
     EXPECT_EQ(aliveSources.use_count(), 1) << "a replaced source was kept";
 }
 
-TEST(Log, keepsLinesWholeWhenManyWriteAtOnce) {
+TEST(Log, KeepsLinesWholeWhenManyWriteAtOnce) {
     constexpr int kThreads = 4;
     constexpr int kLines = 200;
     testing::internal::CaptureStderr();

@@ -45,7 +45,7 @@ std::size_t firstMalformedByte(std::string_view text) {
     return text.size();
 }
 
-TEST(Text, knowsMalformedBytes) {
+TEST(Text, KnowsMalformedBytes) {
     struct Row {
         std::string_view bytes;
         std::size_t malformed;
@@ -68,7 +68,7 @@ TEST(Text, knowsMalformedBytes) {
     }
 }
 
-TEST(Text, isExactForAllShortSequencesOfBorderBytes) {
+TEST(Text, IsExactForAllShortSequencesOfBorderBytes) {
     constexpr auto kBorders =
         "\x00\x7F\x80\x8F\x90\x9F\xA0\xAF\xB0\xBF\xC0\xC1\xC2\xDF\xE0\xE1\xEC\xED\xEE\xEF\xF0\xF1\xF3\xF4\xF5\xFF"sv;
     std::vector<std::size_t> odometer;
@@ -92,7 +92,7 @@ TEST(Text, isExactForAllShortSequencesOfBorderBytes) {
     }
 }
 
-TEST(Text, convertsEveryCharacterBothWays) {
+TEST(Text, ConvertsEveryCharacterBothWays) {
     for (char32_t character = 0; character <= 0x10FFFF; ++character) {
         char bytes[Text::kMaxCharacterBytes];
         const std::string_view text(bytes, Text::encode(character, bytes));
@@ -106,7 +106,7 @@ TEST(Text, convertsEveryCharacterBothWays) {
     }
 }
 
-TEST(Text, replacesBytesThatAreNoText) {
+TEST(Text, ReplacesBytesThatAreNoText) {
     EXPECT_EQ(Text::toUTF16("a\x80\xE2\x82z\xF5"), u"a\uFFFD\uFFFD\uFFFDz\uFFFD");
     EXPECT_EQ(Text::toUTF16("\xED\xA0\xBD\xED\xB8\x80"),
               u"\U0001F600");  // a pair left as halves is one all the same
@@ -117,7 +117,7 @@ std::string joinedTo(std::string text, std::string_view piece) {
     return text;
 }
 
-TEST(Text, appendJoinsHalves) {
+TEST(Text, AppendJoinsHalves) {
     struct Row {
         std::string_view text, piece, result;
     };
@@ -140,7 +140,8 @@ TEST(Text, appendJoinsHalves) {
               "\xED\xA0\xBD");
 }
 
-RC_GTEST_PROP(TextProperty, gluesAsCodeUnitsDo,
+RC_GTEST_PROP(TextProperty,
+              GluesAsCodeUnitsDo,
               (const std::vector<std::uint16_t>& first, const std::vector<std::uint16_t>& second)) {
     // Values by eight, so that most of them are halves.
     const auto units = [](const std::vector<std::uint16_t>& values) {

@@ -61,7 +61,7 @@ std::string transformed(std::string_view name, std::string_view text) {
     return show(valueTransformerForName(name)->transformedValue(json(text)));
 }
 
-TEST(Transformers, convertWhatTheyAcceptAndRefuseTheRest) {
+TEST(Transformers, ConvertWhatTheyAcceptAndRefuseTheRest) {
     const struct {
         std::string_view name, text, shown;
     } rows[] = {
@@ -96,7 +96,7 @@ TEST(Transformers, convertWhatTheyAcceptAndRefuseTheRest) {
         EXPECT_THROW(transformed(kQELUIColorTransformer, text), MappingFault) << text;
 }
 
-TEST(Transformers, sayWhatTheyOffer) {
+TEST(Transformers, SayWhatTheyOffer) {
     const struct {
         std::string_view name;
         Value::Kind kind;
@@ -119,7 +119,7 @@ TEST(Transformers, sayWhatTheyOffer) {
     }
 }
 
-TEST(Registry, givesTheNewestOfANameAndNothingForOthers) {
+TEST(Registry, GivesTheNewestOfANameAndNothingForOthers) {
     EXPECT_EQ(valueTransformerForName("nobody"), nullptr);
     EXPECT_EQ(valueTransformerForName(""), nullptr);
     setValueTransformer(std::make_unique<Stamp>("one"), "stamp");
@@ -137,7 +137,7 @@ TEST(Registry, givesTheNewestOfANameAndNothingForOthers) {
 
 // What a mapping makes that was built before another transformer took the name, shown after it did: the new
 // one's text (none where a text does not fit), or the old one's value.
-TEST(Registry, isAskedAtEachValueByAssetsAndByCategoryTitlesOnly) {
+TEST(Registry, IsAskedAtEachValueByAssetsAndByCategoryTitlesOnly) {
     static const Stamp stamp("stamped");
     // clang-format off
     const struct {
@@ -261,7 +261,7 @@ TEST(Registry, KeepsApartTheNamesThatManyThreadsRegister) {
     });
 }
 
-TEST(Registry, letsARecordKeepWhatARuleTookFromAnother) {
+TEST(Registry, LetsARecordKeepWhatARuleTookFromAnother) {
     FEMMapping mapping(QELAsset::objectClass);
     mapping.addAttribute(FEMAttribute::mappingOfProperty("title", "t", [](RepresentationView value) {
         const auto season = mappedObject<QELSeason>(Representation{{"title", Representation(value)}});
