@@ -15,8 +15,9 @@ constexpr std::size_t kLength = 7;  // of "#RRGGBB", in UTF-16 code units
 constexpr std::size_t kDigitsOfPart = 2;
 constexpr double kMaxPart = 255.0;
 
-// Takes white space and up to two digits off the front of `text`; 0 if there is none. What is no digit stays
-// in front, so that the parts after it are 0 as well; neither a sign nor a "0x" is part of a number here.
+// Removes white space and up to two digits from the front of `text` and answers their number, 0 without
+// digits. Another character stays in front, so that the later parts are 0, too. Neither a sign nor "0x" is
+// part of a number here.
 unsigned takePart(std::string_view& text) noexcept {
     while (!text.empty() && detail::isWhiteSpace(text.front()))
         text.remove_prefix(1);

@@ -8,7 +8,7 @@
 
 /// @file
 /// The two enumerations of an asset, each with the words by which documents name its values.
-/// They stand apart from the asset so that a function on a stream type needs no model class.
+/// They are apart from the asset, so that a function on a stream type needs no model class.
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
@@ -28,7 +28,7 @@ enum QELAssetType : std::int64_t {
     QELAssetTypeAudio = 1,
 };
 
-/// A value of an enumeration and the word that stands for it in a document, matched exactly.
+/// A value of an enumeration and its word in documents, matched exactly.
 template <typename Enumeration>
 struct NamedValue {
     std::string_view name;

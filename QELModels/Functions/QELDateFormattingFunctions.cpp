@@ -31,7 +31,7 @@ constexpr std::size_t kLongestNumber = std::string_view("18446744073709551615").
 constexpr std::size_t kLongestText =
     4 * kLongestNumber + std::string_view(" dager,  timer,  min og  sek").size();
 
-// Puts a text together on the stack, so that the result is the only thing allocated.
+// A text that is made on the stack, so that only the result is allocated.
 class Line {
 public:
     Line& operator<<(std::string_view text) {
@@ -39,7 +39,7 @@ public:
         return *this;
     }
 
-    // Unsigned whatever the sign, at least two digits.
+    // As an unsigned number of two digits or more.
     Line& operator<<(std::int64_t part) {
         const auto number = static_cast<std::uint64_t>(part);
         if (number < 10) text_[size_++] = '0';
@@ -69,7 +69,7 @@ std::string NSStringRepresentingTimeLeftUntilLive(double secondsUntilLive) {
     const auto [days, hours, minutes, seconds] = QELTimeDifferenceFromSeconds(secondsUntilLive);
     Line line;
     if (days != 0) {
-        // Beside days, minutes and seconds are short forms that know no plural.
+        // After days, minutes and seconds are abbreviated, and abbreviations have no plural.
         line << days << " " << kDay.wordFor(days) << ", " << hours << " " << kHour.wordFor(hours) << ", "
              << minutes << " min og " << seconds << " sek";
         return line.text();

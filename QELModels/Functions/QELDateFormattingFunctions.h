@@ -7,10 +7,10 @@
 
 /// @file
 /// Durations and countdowns as text. Every argument is in seconds, not milliseconds, and is truncated toward
-/// zero; what exceeds 64 bits counts as the nearest 64-bit number, and NaN as 0.
+/// zero. What exceeds 64 bits counts as the nearest 64-bit number, and NaN as 0.
 ///
 /// A number is written with two digits or more. A negative one is not clamped: it is written as the unsigned
-/// 64-bit number of the same bits (-1 as 18446744073709551615), so whoever counts down stops at zero.
+/// 64-bit number of the same bits (-1 as 18446744073709551615), so a countdown has to end at zero.
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
@@ -19,9 +19,9 @@ inline namespace QELMODELS_ABI {
 /// negative or 0.
 struct QELTimeDifference {
     std::int64_t days = 0;
-    std::int64_t hours = 0;    ///< what the days leave, up to 23
-    std::int64_t minutes = 0;  ///< what the hours leave, up to 59
-    std::int64_t seconds = 0;  ///< what the minutes leave, up to 59
+    std::int64_t hours = 0;    ///< without the days, up to 23
+    std::int64_t minutes = 0;  ///< without the hours, up to 59
+    std::int64_t seconds = 0;  ///< without the minutes, up to 59
 
     friend bool operator==(const QELTimeDifference&, const QELTimeDifference&) = default;
 };

@@ -4,7 +4,7 @@ namespace QELModels {
 inline namespace QELMODELS_ABI {
 
 std::string NSStringFromQELStreamType(QELStreamType streamType) {
-    // The list that mappings read, so that this stays their inverse when a type is added.
+    // The table that mappings use, so that this remains their inverse when a type is added.
     for (const auto& [name, value] : kQELStreamTypeNames) {
         if (value == streamType) return std::string(name);
     }

@@ -8,8 +8,7 @@
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
-/// The word for a stream type, as documents spell it: "vod", "wasLive" or "live".
-/// Any other value gives the empty text.
+/// The word for a stream type in documents: "vod", "wasLive" or "live". Any other value has the empty text.
 QELMODELS_EXPORT std::string NSStringFromQELStreamType(QELStreamType streamType);
 
 }  // namespace QELMODELS_ABI

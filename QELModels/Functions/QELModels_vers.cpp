@@ -4,11 +4,11 @@ namespace QELModels {
 inline namespace QELMODELS_ABI {
 
 static_assert(QELMODELS_VERSION_MAJOR == 1 && QELMODELS_VERSION_MINOR == 0,
-              "a new version is told by the two values below as well");
+              "a new version needs new values below");
 
 constinit const double QELModelsVersionNumber = 1.0;
 
-// Two blanks before PROJECT are part of the form.
+// The form has two blanks before PROJECT.
 constinit const char QELModelsVersionString[] = "@(#)PROGRAM:QELModels  PROJECT:QELModels-1\n";
 
 }  // namespace QELMODELS_ABI

@@ -5,8 +5,8 @@
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
-// Objects rather than compile-time constants: they tell the version of the library that a program runs with,
-// which need not be the one whose headers it was compiled with.
+// Objects, not compile-time constants: they have the version of the library that a program runs with, which
+// may not be the one that it was compiled with.
 
 /// The version of the library, major and minor, as a number: 1.0.
 QELMODELS_EXPORT extern const double QELModelsVersionNumber;

@@ -4,7 +4,7 @@
 /// What the whole library agrees on before its first declaration: its version, its ABI namespace and
 /// which symbols a shared build shows.
 
-/// The version. It stands here alone: the build reads it from these lines.
+/// The version. These lines are the only place for it: the build reads it from them.
 #define QELMODELS_VERSION_MAJOR 1
 #define QELMODELS_VERSION_MINOR 0
 #define QELMODELS_VERSION_PATCH 0

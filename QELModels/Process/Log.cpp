@@ -16,7 +16,7 @@ namespace {
 
 constinit detail::SharedSlot<Sink> sink;
 
-// The stream is unbuffered: one call is one piece of output, which other threads do not come between.
+// The stream has no buffer: one call is one piece of output, in which other threads cannot write.
 void writeToStandardError(std::string_view line) noexcept {
     std::array<char, 512> buffer;
     if (line.size() < buffer.size()) {
@@ -49,7 +49,7 @@ void write(std::string_view line) noexcept {
     try {
         if (const auto use = sink.use()) return (*use)(line);
     } catch (...) {
-        // What the sink could not take is not lost.
+        // The line is written below.
     }
     writeToStandardError(line);
 }

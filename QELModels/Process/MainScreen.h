@@ -4,7 +4,7 @@
 
 /// The screen that images are chosen for.
 ///
-/// Ready before the first static initialiser and until the process ends.
+/// Usable before the first static initialiser and until the process ends.
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 namespace MainScreen {

@@ -8,9 +8,9 @@
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
-/// Reads a string as a URL. A string that is none becomes null, with one line in the log: "Unable to
-/// transform URL" and the string. Anything but a string becomes null in silence. The reverse gives a URL's
-/// text.
+/// Reads a string as a URL. A string that is not a URL becomes null, with one line in the log: "Unable to
+/// transform URL" and the string. Anything but a string becomes null without a line. The reverse gives a
+/// URL's text.
 class QELMODELS_EXPORT QELNSURLTransformer final : public QELValueTransformer {
 public:
     constexpr QELNSURLTransformer() noexcept = default;

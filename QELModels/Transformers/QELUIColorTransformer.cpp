@@ -10,7 +10,7 @@ inline namespace QELMODELS_ABI {
 
 namespace {
 
-// What stands where a colour should, for a message.
+// A value that is not a string, for a message.
 std::string described(RepresentationView value) {
     if (const auto number = value.number()) {
         if (number->isBoolean()) return number->boolValue() ? "true" : "false";
@@ -24,7 +24,7 @@ std::string described(RepresentationView value) {
 Value QELUIColorTransformer::transformedValue(std::optional<RepresentationView> value) const {
     if (!value || value->isNull()) return {};
     const auto text = value->text();
-    // A mistake of the API that must be seen: a silent null would look like a category without a colour.
+    // A mistake of the API that must be noticed: null would look like a category without a colour.
     if (!text)
         throw MappingFault("QELUIColorTransformer: a colour must be a string, not " + described(*value));
     const auto color = QELUtils::colorFromRGBHexString(*text);

@@ -29,22 +29,23 @@ inline constexpr std::string_view kQELNSURLTransformer = "QELNSURLTransformer";
 inline constexpr std::string_view kQELTimestampTransformer = "QELTimestampTransformer";
 inline constexpr std::string_view kQELUIColorTransformer = "QELUIColorTransformer";
 
-/// The transformer that is registered under a name; null when none is. It lives as long as the process, also
-/// after another one took its name. No lock is taken, and unknown names cost no more than known ones.
+/// The transformer that is registered under a name; null if there is none. It lives as long as the process,
+/// even after another one replaced it. No lock is taken, and unknown names cost no more than known ones.
 QELMODELS_EXPORT const ValueTransformer* valueTransformerForName(std::string_view name) noexcept;
 
-/// For `setValueTransformer`: the registry owns the transformer and never frees it. Null takes the name away.
+/// As `setValueTransformer`, for a transformer that lives as long as the process. Null removes what is
+/// registered.
 QELMODELS_EXPORT void registerValueTransformer(const ValueTransformer* transformer, std::string_view name);
 
-/// Registers a transformer under a name, in the place of what was registered under it. Mappings that are
-/// already built keep the one that they captured.
+/// Registers a transformer under a name and replaces what was registered under it. Mappings that are already
+/// built keep the one that they captured. The transformer is never destroyed.
 template <std::derived_from<ValueTransformer> T>
 void setValueTransformer(std::unique_ptr<T> transformer, std::string_view name) {
     registerValueTransformer(transformer.get(), name);
     transformer.release();
 }
 
-/// Takes a name away: nothing is registered under it any more.
+/// Removes what is registered under a name.
 inline void setValueTransformer(std::nullptr_t, std::string_view name) {
     registerValueTransformer(nullptr, name);
 }
@@ -99,15 +100,15 @@ consteval FEMMapRule transformerRule(std::string_view name,
 
 }  // namespace detail
 
-/// The map rule through the transformer that is registered under a name at each value. Where none is, there
-/// is no value.
+/// The map rule through the transformer that is registered under a name at each value. Without one, the
+/// property stays empty.
 consteval FEMMapRule fetched(std::string_view name) {
     using Rules = detail::TransformerRules;
     return detail::transformerRule(name, &Rules::fetchedOfLibrary, &Rules::fetchedByName);
 }
 
-/// The map rule through the transformer that was registered under a name when the mapping was built. Where
-/// none was, there is no value.
+/// The map rule through the transformer that was registered under a name when the mapping was built. Without
+/// one, the property stays empty.
 consteval FEMMapRule captured(std::string_view name) {
     using Rules = detail::TransformerRules;
     return detail::transformerRule(name, &Rules::capturedOfLibrary, &Rules::capturedByName);

@@ -20,7 +20,7 @@ struct Color {
 
     friend constexpr bool operator==(const Color&, const Color&) = default;
 
-    /// Equal colours hash alike.
+    /// Equal colours have equal hashes.
     constexpr std::uint64_t hash() const noexcept {
         std::uint64_t h = Number(red).hash();
         h = detail::hashCombine(h, Number(green).hash());

@@ -10,7 +10,7 @@ inline namespace QELMODELS_ABI {
 /// An absolute time: seconds since 1970-01-01 00:00:00 UTC, leap seconds not counted, fractions kept.
 using Date = std::chrono::sys_time<std::chrono::duration<double>>;
 
-/// The date that many seconds after 1970-01-01 00:00:00 UTC; before it when negative. Nothing is scaled or
+/// The date this many seconds after 1970-01-01 00:00:00 UTC, before it if negative. Nothing is scaled or
 /// rounded.
 constexpr Date dateFromSecondsSince1970(double seconds) noexcept {
     return Date(std::chrono::duration<double>(seconds));

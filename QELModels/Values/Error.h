@@ -8,9 +8,9 @@
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
-/// An error that an application passes along with a response. The library itself never makes one.
+/// An error that an application passes along with a response. The library never makes one.
 struct Error {
-    std::string domain;     ///< who says so
+    std::string domain;     ///< which part of the application reports it
     std::int64_t code = 0;  ///< what happened, in the domain's own numbers
     std::string message;    ///< for people
 

@@ -11,7 +11,7 @@ inline namespace QELMODELS_ABI {
 
 namespace {
 
-// The bounds of plain notation, as places of the decimal point before or after the first digit.
+// The bounds of fixed notation: digits before the point, and zeros after it.
 constexpr int kMaxIntegerDigits = 21;
 constexpr int kMaxLeadingZeros = 6;
 
@@ -37,7 +37,7 @@ struct Decimal {
 };
 
 Decimal decimalOf(double magnitude) noexcept {
-    // "d.ddde-xxx": the scientific format, since the plain one pads with digits that mean nothing.
+    // The scientific format, "d.ddde-xxx": the fixed one adds digits that mean nothing.
     std::array<char, 32> buffer;
     char* const begin = buffer.data();
     const char* const end =
@@ -47,7 +47,7 @@ Decimal decimalOf(double magnitude) noexcept {
     for (; *p != 'e'; ++p) {
         if (*p != '.') decimal.digits[static_cast<std::size_t>(decimal.count++)] = *p;
     }
-    // An exponent has its sign always, which only "-" may lead for from_chars.
+    // The exponent always has a sign, of which from_chars reads only "-".
     p += p[1] == '+' ? 2 : 1;
     int exponent = 0;
     std::from_chars(p, end, exponent);

@@ -16,8 +16,7 @@
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
-/// An integer type that a `Number` can be made of: one that stands for a number, not for a character or a
-/// truth value.
+/// An integer type that a `Number` can be made of: one for numbers, not for characters or truth values.
 template <typename T>
 concept NumberInteger = std::integral<T> && sizeof(T) <= sizeof(std::uint64_t) &&
                         !std::same_as<std::remove_cv_t<T>, bool> &&
@@ -38,13 +37,13 @@ public:
     /// What a number was made of.
     enum class Origin : std::uint8_t { int64, uint64, real, boolean };
 
-    /// No number's text is longer.
+    /// How many characters the longest text of a number has.
     static constexpr std::size_t kMaxChars = 25;
 
     /// The integer 0.
     constexpr Number() noexcept = default;
 
-    // Each constructor takes its own types only, so that no pointer becomes a boolean on the way.
+    // Each constructor takes its own types only, so that a pointer is not converted to a boolean.
     /// A boolean, an integer of any width, or a double.
     template <std::same_as<bool> T>
     constexpr Number(T value) noexcept : bits_(value), origin_(Origin::boolean) {}
@@ -56,7 +55,7 @@ public:
     requires(sizeof(T) <= sizeof(double)) constexpr Number(T value) noexcept
         : bits_(std::bit_cast<std::uint64_t>(static_cast<double>(value))), origin_(Origin::real) {}
 
-    /// What it was made of. Equality, order and hash do not ask for it.
+    /// What it was made of. Equality, order and hash do not depend on it.
     constexpr Origin origin() const noexcept { return origin_; }
     constexpr bool isBoolean() const noexcept { return origin_ == Origin::boolean; }
 
@@ -87,9 +86,9 @@ public:
     /// its length.
     std::size_t toChars(char* to) const noexcept;
 
-    /// Equal numbers hash alike.
+    /// Equal numbers have equal hashes.
     constexpr std::uint64_t hash() const noexcept {
-        // A double that is an integer hashes as that integer does, -0.0 among them.
+        // A double that is an integer has the hash of that integer, -0.0 that of 0.
         if (origin_ != Origin::real) return detail::hashOfWord(bits_);
         if (real() >= kTwoTo63 && real() < kTwoTo64)
             return detail::hashOfWord(static_cast<std::uint64_t>(real()));
@@ -126,7 +125,7 @@ private:
 
     constexpr std::partial_ordering comparedToReal(double other) const noexcept {
         if (origin_ == Origin::real) return real() <=> other;
-        // Within the range of the integer's type the other one's integer part is exact, and so is the rest.
+        // Within the range of the integer's type, the double's integer part is exact, and so is its fraction.
         if (other != other) return std::partial_ordering::unordered;
         if (isBeyondInt64()) {
             if (other >= kTwoTo64) return std::partial_ordering::less;
@@ -145,7 +144,7 @@ private:
     Origin origin_ = Origin::int64;
 };
 
-/// A number taken apart and put together again, for those who store it in less room.
+/// A number in two parts, for storing them apart.
 struct NumberBits {
     static constexpr std::uint64_t of(Number number) noexcept { return number.bits_; }
     static constexpr Number number(std::uint64_t bits, Number::Origin origin) noexcept {

@@ -16,8 +16,8 @@ constexpr bool isLowHalf(char32_t unit) noexcept {
     return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
-/// What the lead byte of a sequence promises: its length, and the range of its second byte. The range shuts
-/// out overlong forms and what lies above U+10FFFF; all later bytes are plain continuations.
+/// What the lead byte of a sequence determines: its length, and the range of its second byte. The range
+/// excludes overlong forms and what is above U+10FFFF. All later bytes are any continuation bytes.
 struct Lead {
     std::size_t length;
     unsigned char low, high;
@@ -35,7 +35,7 @@ constexpr Lead leadOf(unsigned char byte) noexcept {
     return {0, 0, 0};
 }
 
-/// The length of the well-formed character that begins a text; 0 if none does. Halves count as characters.
+/// The length of the character at the start of a text; 0 if it is not well formed. Halves are characters.
 std::size_t characterLength(std::string_view text) noexcept {
     const Lead lead = leadOf(static_cast<unsigned char>(text[0]));
     if (lead.length <= 1) return lead.length;
@@ -57,7 +57,7 @@ char32_t decode(std::string_view character) noexcept {
     return value;
 }
 
-/// How many ASCII bytes begin the text, in whole steps of a word: most texts are little else.
+/// How many ASCII bytes are at the start of the text, counted in whole words: most texts are nothing else.
 std::size_t asciiWords(std::string_view text) noexcept {
     constexpr std::uint64_t kHighBits = 0x8080808080808080;
     std::size_t at = 0;
@@ -102,7 +102,7 @@ std::string Text::fromUTF16(std::u16string_view units) {
 }
 
 std::size_t Text::codeUnitCount(std::string_view wtf8) noexcept {
-    // One unit for every byte that begins a character, and one more for a lead byte of four-byte characters.
+    // One unit for the first byte of a character, and one more if the character has four bytes.
     std::size_t count = 0;
     for (const char byte : wtf8) {
         count += static_cast<std::size_t>(!isContinuation(byte)) +
@@ -141,7 +141,7 @@ void Text::append(std::string& text, std::string_view piece) {
     }
     char pair[kMaxCharacterBytes];
     const std::size_t length = encode(joined(text, piece), pair);
-    // The piece goes first: it may be a part of the text that the pair overwrites.
+    // The piece is appended first: it may be a part of the text that the pair overwrites.
     const std::size_t high = text.size() - kHalfBytes;
     text.append(piece);
     text.replace(high, 2 * kHalfBytes, pair, length);

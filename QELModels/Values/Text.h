@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -12,13 +13,13 @@ inline namespace QELMODELS_ABI {
 
 /// Text as the library keeps it, seen as UTF-16 code units.
 ///
-/// Texts are WTF-8: UTF-8 in which a lone surrogate half stands as its three-byte form. A high half that is
-/// directly followed by a low half is always one four-byte character. So every sequence of code units has
+/// Texts are WTF-8: UTF-8 in which a lone surrogate half has its three-byte form. A high half that is
+/// directly followed by a low half is always one character of four bytes. So every sequence of code units has
 /// exactly one byte form, and equal bytes are equal code units.
 ///
-/// No function throws for what a text holds, and none reads past its end, well formed or not.
+/// A text that is not well formed makes no function throw or read past its end.
 struct QELMODELS_EXPORT Text {
-    /// The longest form of one character, in bytes.
+    /// The size of the longest character, in bytes.
     static constexpr std::size_t kMaxCharacterBytes = 4;
 
     /// The code units of `wtf8`. A byte that belongs to no well-formed character comes out as U+FFFD.
@@ -34,15 +35,15 @@ struct QELMODELS_EXPORT Text {
     /// surrogates left as two halves. Valid UTF-8 is well formed.
     static bool isWellFormed(std::string_view bytes) noexcept;
 
-    /// Where the first sequence that is not WTF-8 begins; `bytes.size()` if there is none. For a pair left as
-    /// two halves that is the place of its high half.
+    /// The position of the first sequence that is not WTF-8; `bytes.size()` if all are. Of a pair left as two
+    /// halves, it is the position of the high half.
     static std::size_t firstMalformedByte(std::string_view bytes) noexcept;
 
-    /// Puts `piece` behind `text`. A high half at the end of the one and a low half at the start of the other
+    /// Appends `piece` to `text`. A high half at the end of the one and a low half at the start of the other
     /// become one character, which plain concatenation would miss. `piece` may be a part of `text`.
     static void append(std::string& text, std::string_view piece);
 
-    /// Whether a byte goes on with a character that an earlier one begins.
+    /// Whether a byte is a later byte of a character, not its first one.
     static constexpr bool isContinuation(char byte) noexcept {
         return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
     }
@@ -57,8 +58,10 @@ struct QELMODELS_EXPORT Text {
         return wtf8.size() >= kHalfBytes && isHalf(wtf8, kLowHalves);
     }
 
-    /// The character of a high half, which ends `left`, and a low half, which begins `right`.
+    /// The character of the high half at the end of `left` and the low half at the start of `right`.
+    /// Requires: both are there.
     static constexpr char32_t joined(std::string_view left, std::string_view right) noexcept {
+        assert(endsInHighHalf(left) && beginsWithLowHalf(right));
         return joined(halfAt(left.substr(left.size() - kHalfBytes)), halfAt(right));
     }
 
@@ -67,7 +70,7 @@ struct QELMODELS_EXPORT Text {
         return 0x10000 + ((high & 0x3FF) << 10) + (low & 0x3FF);
     }
 
-    /// Writes a character of at most U+10FFFF, or a lone half, and returns how many bytes it took, 1 to 4.
+    /// Writes a character of at most U+10FFFF, or a lone half. Answers how many bytes it takes, 1 to 4.
     static constexpr std::size_t encode(char32_t character, char* to) noexcept {
         if (character < 0x80) {
             to[0] = static_cast<char>(character);

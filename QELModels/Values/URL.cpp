@@ -16,8 +16,8 @@ namespace {
 
 using detail::ByteBlock;
 
-// What a character may be part of, as it stands. "%" is in none of the sets: `skip` takes it together with
-// the two digits that it needs.
+// The parts of a URL that a character may be written in as it is. "%" is in none of these sets: `skipUntil`
+// takes it together with its two digits.
 using CharacterSet = std::uint8_t;
 constexpr CharacterSet kScheme = 1;
 constexpr CharacterSet kUserinfo = 2;
@@ -68,14 +68,16 @@ const char* skipDigits(const char* p, const char* end) noexcept {
     return p;
 }
 
-// Past all that is in the set.
+// Each function below answers the end of what it skips.
+
+// All characters of the set.
 const char* skipPlain(const char* p, const char* end, CharacterSet set) noexcept {
     while (p != end && isIn(*p, set))
         ++p;
     return p;
 }
 
-// Past all that is in the set or pct-encoded, as far as `stop`.
+// Characters of the set and pct-encoded ones, up to `stop`, or beyond it by the rest of the last one.
 const char* skipUntil(const char* stop, const char* p, const char* end, CharacterSet set) noexcept {
     while (p < stop) {
         if (isIn(*p, set)) {
@@ -89,10 +91,10 @@ const char* skipUntil(const char* stop, const char* p, const char* end, Characte
     return p;
 }
 
-// Most URLs are letters, digits and a little punctuation throughout. Those characters are passed over in
-// blocks; the tables above decide about everything else.
+// Nearly all characters of most URLs are letters, digits and a few marks. Those are skipped in blocks; the
+// sets above decide about all others.
 
-// What a block may hold of a path, a query or a fragment ...
+// The common characters of a path, a query or a fragment ...
 struct CommonAfterHost {
     static ByteBlock in(ByteBlock block) noexcept {
         return block.isLetter() | block.isWithin('&', ';') | (block == '_') | (block == '=');
@@ -106,7 +108,7 @@ struct CommonInHost {
     }
 };
 
-// Past the common characters at `p`, all of them in a text of a block or more.
+// The common characters at `p`; in a text shorter than a block, none.
 template <typename Common>
 const char* skipCommon(const char* begin, const char* p, const char* end) noexcept {
     constexpr auto kBlock = static_cast<std::ptrdiff_t>(ByteBlock::kSize);
@@ -120,20 +122,20 @@ const char* skipCommon(const char* begin, const char* p, const char* end) noexce
     return uncommon != 0 ? p + std::countr_zero(uncommon) : end;
 }
 
-// Past all that is in the set, which holds what is common, or pct-encoded. `begin` is where the text begins.
+// Characters of the set, which includes the common ones, and pct-encoded ones. `begin` is the text's begin.
 template <typename Common>
 const char* skip(const char* begin, const char* p, const char* end, CharacterSet set) noexcept {
     for (;;) {
         p = skipCommon<Common>(begin, p, end);
         if (p == end || (!isIn(*p, set) && *p != '%')) return p;
-        // A block's worth by the tables before the next try: text full of escapes stays linear and quick.
+        // One block by the sets before the next try, so that a text full of escapes is not tried at each.
         const char* const nextTry = p + std::min<std::ptrdiff_t>(end - p, ByteBlock::kSize);
         p = skipUntil(nextTry, p, end, set);
         if (p < nextTry || p == end) return p;
     }
 }
 
-// Past "scheme:"; where there is none, `begin`.
+// "scheme:", or nothing.
 const char* skipScheme(const char* begin, const char* end) noexcept {
     constexpr std::string_view kUsual = "https:";
     if (std::string_view(begin, end).starts_with(kUsual)) return begin + kUsual.size();
@@ -203,7 +205,7 @@ bool isIPvFuture(std::string_view text) noexcept {
     return address != end && skipPlain(address, end, kUserinfo) == end;
 }
 
-// Past "[address]"; where there is none, `p`, at which no authority ends.
+// "[address]", or nothing: an authority cannot end at its "[".
 const char* skipIPLiteral(const char* p, const char* end) noexcept {
     const std::string_view rest(p + 1, static_cast<std::size_t>(end - p - 1));
     const std::string_view address = rest.substr(0, rest.find(']'));
@@ -215,10 +217,10 @@ const char* skipHost(const char* begin, const char* p, const char* end) noexcept
     return isAt(p, end, '[') ? skipIPLiteral(p, end) : skip<CommonInHost>(begin, p, end, kRegName);
 }
 
-// Past all that can be an authority at `p`. Whether it ends there, the caller sees by what follows.
+// As much as can be an authority. What follows tells the caller whether it is one.
 const char* skipAuthority(const char* begin, const char* p, const char* end) noexcept {
     const char* afterHost = skipHost(begin, p, end);
-    // What looked like a host and a port is userinfo when an "@" follows.
+    // What looked like a host and a port is userinfo if an "@" follows.
     if (afterHost != end && *p != '[' && (*afterHost == ':' || *afterHost == '@')) {
         const char* const afterUserinfo = skip<CommonInHost>(begin, afterHost, end, kUserinfo);
         if (isAt(afterUserinfo, end, '@')) afterHost = skipHost(begin, afterUserinfo + 1, end);

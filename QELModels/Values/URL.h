@@ -16,20 +16,18 @@ inline namespace QELMODELS_ABI {
 
 struct URLAccess;
 
-/// A URL that lives elsewhere: a borrowed text that is known to be one. Copying copies a pointer and a
-/// length.
+/// A borrowed text that is known to be a URL. A copy is a pointer and a length.
 ///
 /// A URL is a `URI-reference` of RFC 3986, absolute or relative, the empty text included. Beyond it, `[` and
-/// `]` may stand as they are in a query and in a fragment. Anything that would need percent-encoding is
-/// refused, as is a `%` without two hexadecimal digits. Nothing is normalised: two URLs are equal when their
-/// texts are.
+/// `]` are allowed in a query and in a fragment. A character that would need percent-encoding is refused, as
+/// is a `%` without two hexadecimal digits. Nothing is normalised: two URLs are equal when their texts are.
 class QELMODELS_EXPORT URLView {
 public:
     /// The empty reference.
     constexpr URLView() noexcept = default;
 
-    /// `text` as a URL, or nothing if it is none. The view lives as long as `text`. Takes time linear in the
-    /// text's length and allocates nothing.
+    /// `text` as a URL; nothing if it is not a URL. The view lives as long as `text`. Takes time linear in
+    /// the text's length and allocates nothing.
     static std::optional<URLView> parse(std::string_view text QELMODELS_LENT) noexcept;
 
     /// The text as it was parsed.
@@ -51,7 +49,7 @@ private:
 /// A URL that owns its text.
 class QELMODELS_EXPORT URL {
 public:
-    /// `text` as a URL, or nothing if it is none; `URLView` says what is one.
+    /// `text` as a URL; nothing if it is not a URL as `URLView` describes it.
     static std::optional<URL> parse(std::string text) noexcept {
         if (!URLView::parse(text)) return std::nullopt;
         return URL(std::move(text));
@@ -78,8 +76,7 @@ private:
     std::string text_;
 };
 
-/// For those who know a text to be a URL, since it was parsed or was made of one that was: makes it a URL
-/// without another look at it.
+/// Makes a URL of a text that is known to be one, since it was parsed before or made of a URL.
 struct URLAccess {
     static constexpr URLView fromValidated(std::string_view text) noexcept { return URLView(text); }
     static URL ownedFromValidated(std::string&& text) noexcept { return URL(std::move(text)); }

@@ -11,9 +11,9 @@ namespace QELModels {
 inline namespace QELMODELS_ABI {
 namespace detail {
 
-/// Sixteen bytes of text that are looked at at once; of a comparison, those bytes that it holds for. For the
-/// library's own scans: a few instructions on every machine that has vectors of this size, and right on the
-/// others.
+/// Sixteen bytes of text, or the result of comparing each of them: a byte of it has all bits set where the
+/// comparison is true, and none where it is false. A few instructions on machines that have vectors of this
+/// size, and correct on all others.
 class ByteBlock {
 public:
     static constexpr std::size_t kSize = 16;
@@ -35,16 +35,16 @@ public:
     friend ByteBlock operator==(ByteBlock block, char byte) noexcept {
         return ByteBlock(Bytes(block.bytes_ == static_cast<unsigned char>(byte)));
     }
-    /// Whether the same bytes stand there.
-    bool equals(const char* there) const noexcept {
-        return ByteBlock(Bytes(bytes_ == ByteBlock(there).bytes_)).bits() == kAllBits;
+    /// Whether `other` points to the same sixteen bytes.
+    bool equals(const char* other) const noexcept {
+        return ByteBlock(Bytes(bytes_ == ByteBlock(other).bytes_)).bits() == kAllBits;
     }
-    /// Where a byte is one of those from `first` to `last`.
+    /// Compares: is a byte one of those from `first` to `last`?
     ByteBlock isWithin(char first, char last) const noexcept {
         const auto low = static_cast<unsigned char>(first);
         return ByteBlock(Bytes(bytes_ - low <= static_cast<unsigned char>(last - first)));
     }
-    /// Where a byte is an ASCII letter.
+    /// Compares: is a byte an ASCII letter?
     ByteBlock isLetter() const noexcept {
         return ByteBlock(bytes_ | 0x20).isWithin('a', 'z');
     }
@@ -64,8 +64,8 @@ private:
             a.bytes_[i] &= b.bytes_[i];
         return a;
     }
-    bool equals(const char* there) const noexcept {
-        return std::memcmp(bytes_, there, kSize) == 0;
+    bool equals(const char* other) const noexcept {
+        return std::memcmp(bytes_, other, kSize) == 0;
     }
     ByteBlock operator~() const noexcept {
         return where([](unsigned char byte) { return byte == 0; });
@@ -93,23 +93,24 @@ private:
     unsigned char bytes_[kSize];
 #endif
 
-    // The block that begins `count` bytes in front of the middle has its first `count` bytes set.
+    // The sixteen bytes from `kMasks + kSize - count` on have all bits set in the first `count` of them.
     static constexpr char kMasks[2 * kSize + 1] =
         "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF";
 
 public:
-    /// Its first `count` bytes, NULs behind them.
+    /// Its first `count` bytes, then NULs.
     ByteBlock first(std::size_t count) const noexcept {
         return *this & ByteBlock(kMasks + kSize - count);
     }
 
-    /// Of a comparison: one bit a byte, the lowest for the first.
+    /// Of a comparison: one bit for each byte, the lowest for the first.
     unsigned bits() const noexcept {
 #if defined(__SSE2__)
         using Signed [[gnu::vector_size(kSize)]] = char;
         return static_cast<unsigned>(__builtin_ia32_pmovmskb128(Signed(bytes_)));
 #else
-        // Each half keeps one bit of each byte, and a multiplication gathers them in its highest byte.
+        // Each half keeps another bit of each of its bytes, and a multiplication adds them up in its highest
+        // byte.
         constexpr std::uint64_t kBits = 0x8040201008040201;
         constexpr std::uint64_t kSumOfBytes = 0x0101010101010101;
         std::uint64_t halves[2];
@@ -125,7 +126,7 @@ public:
         return bits;
 #endif
     }
-    /// The place of the first byte that a comparison holds for; `kSize` when there is none.
+    /// Of a comparison: the position of the first byte for which it is true; `kSize` if it is true for none.
     std::size_t first() const noexcept {
         return static_cast<std::size_t>(std::countr_zero(bits() | 1U << kSize));
     }

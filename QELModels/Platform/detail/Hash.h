@@ -7,9 +7,9 @@
 #include "QELModels/Platform/Export.h"
 
 /// @file
-/// The hash functions behind every `hash()` of the library. They are fixed and unseeded: equal values hash
-/// alike in every process and on every machine. They spread ordinary data well, and no more is promised:
-/// whoever stores texts of an adversary in a hash table needs a seeded hash.
+/// The hash functions behind every `hash()` of the library. They are fixed and have no seed: equal
+/// values have equal hashes in every process and on every machine. They spread ordinary data well, and
+/// nothing more is promised: a hash table with keys from an adversary needs a hash with a seed.
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
@@ -22,7 +22,7 @@ constexpr std::uint64_t hashCombine(std::uint64_t h, std::uint64_t x) noexcept {
 
 /// Spreads the bits of one word over all 64 bits. Different words give different hashes.
 constexpr std::uint64_t hashOfWord(std::uint64_t word) noexcept {
-    // An odd multiplier and a shift right that is folded in: each step can be undone, so nothing collides.
+    // A product with an odd number and a shift that is folded in can both be undone, so nothing collides.
     constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15;  // 2^64 divided by the golden ratio
     std::uint64_t h = (word ^ 0xA0761D6478BD642F) * kMultiplier;
     h = (h ^ (h >> 32)) * kMultiplier;
@@ -31,8 +31,8 @@ constexpr std::uint64_t hashOfWord(std::uint64_t word) noexcept {
 
 /// The hash of all bytes of `text` and of its length.
 constexpr std::uint64_t hashOfText(std::string_view text) noexcept {
-    // Bytes are put together by shifts, which compilers turn into one load; so the hash can be had in a
-    // constant expression, and does not depend on the byte order of the machine.
+    // Bytes are joined by shifts, which compilers turn into one load. So the hash is a constant expression
+    // and does not depend on the byte order of the machine.
     constexpr auto byteAt = [](const char* p, int index) {
         return static_cast<std::uint64_t>(static_cast<unsigned char>(p[index]));
     };
@@ -60,7 +60,7 @@ constexpr std::uint64_t hashOfText(std::string_view text) noexcept {
     } else if (size >= 4) {
         last = fourBytesAt(p) | fourBytesAt(p + (size - 4)) << 32;
     } else if (size > 0) {
-        // First, middle and last byte: all there are, and the length is in `h` already.
+        // First, middle and last byte are all of them. The length is in `h` already.
         last = byteAt(p, 0) | byteAt(p + size / 2, 0) << 8 | byteAt(p + (size - 1), 0) << 16;
     }
     return hashOfWord(h ^ last);

@@ -11,10 +11,10 @@ namespace QELModels {
 inline namespace QELMODELS_ABI {
 namespace detail {
 
-/// A place for one value that any thread may use and replace at any time, for variables of the process.
+/// A variable of the process that any thread may use and replace at any time.
 ///
-/// Constant-initialised and never torn down, so it serves static initialisers and static destruction. What it
-/// holds at the end of the process is not destroyed. While it is empty, asking costs one load.
+/// Constant-initialised and never destroyed, so static initialisers and destructors may use it. The value
+/// that it has at the end of the process is not destroyed. While it is empty, `use` costs one load.
 template <typename T>
 class SharedSlot {
     struct Entry {
@@ -32,7 +32,7 @@ class SharedSlot {
     using Owner = std::unique_ptr<Entry, Release>;
 
 public:
-    /// Keeps the value that it was given alive, even if the slot gets another meanwhile.
+    /// Keeps its value alive, even if the slot gets another one meanwhile.
     class Use {
     public:
         explicit operator bool() const noexcept { return entry_ != nullptr; }
@@ -52,22 +52,22 @@ public:
     /// The value at this moment, or nothing.
     Use use() noexcept {
         if (entry_.load(std::memory_order_relaxed) == nullptr) return Use(nullptr);
-        // Between reading the pointer and counting the use nobody may let go of the entry.
+        // Between reading the pointer and counting the use, nobody may release the entry.
         const Guard guard(busy_);
         Entry* const entry = entry_.load(std::memory_order_relaxed);
         if (entry != nullptr) entry->uses.fetch_add(1, std::memory_order_relaxed);
         return Use(Owner(entry));
     }
 
-    /// Puts `value` in the place of what is there, which goes when its last use ends.
+    /// Replaces the value. The former one is destroyed when its last use ends.
     void set(T value) { exchange(Owner(new Entry(std::move(value)))); }
 
     /// Leaves the slot empty.
     void clear() noexcept { exchange(nullptr); }
 
 private:
-    // Held for a few instructions and never while foreign code runs. A mutex would do, but not every standard
-    // library has one that needs no destructor.
+    // Held for a few instructions, and never while code of others runs. A mutex would do, but not every
+    // standard library has one without a destructor.
     class Guard {
     public:
         explicit Guard(std::atomic_flag& busy) noexcept : busy_(busy) {
@@ -91,7 +91,7 @@ private:
             const Guard guard(busy_);
             former.reset(entry_.exchange(entry.release(), std::memory_order_relaxed));
         }
-        // Destroyed here, outside: its destructor may well ask the slot.
+        // The former value is destroyed after the guard, since its destructor may use the slot.
     }
 
     std::atomic<Entry*> entry_{nullptr};
