@@ -61,17 +61,19 @@ void RootRoom::learn(std::size_t estimate, const BlockWriter& writer) noexcept {
 }
 
 template <bool kObserved>
-Ref<Object> Engine<kObserved>::object(std::optional<RepresentationView> value,
-                                      const BoundRules& bound,
+Ref<Object> Engine<kObserved>::object(std::optional<RepresentationView> value, const BoundRules& bound,
                                       const FEMPath& path) const {
-    if (value && value->isDictionary()) return root(*value, bound, path, nullptr);
-    reportMisfit(value, path);
-    return emptyRoot(bound);
+    if (!value || !value->isDictionary()) {
+        reportMisfit(value, path);
+        return emptyRoot(bound);
+    }
+    if (bound.rules.inherited == nullptr) return onlyRoot(*value, bound, path);
+    RootRoom room;
+    return root(*value, bound, path, room);
 }
 
 template <bool kObserved>
-Ref<ListBase> Engine<kObserved>::collection(std::optional<RepresentationView> value,
-                                            const BoundRules& bound,
+Ref<ListBase> Engine<kObserved>::collection(std::optional<RepresentationView> value, const BoundRules& bound,
                                             const FEMPath& path) const {
     const bool isArray = value && value->isArray();
     if (!isArray) reportMisfit(value, path);
@@ -81,11 +83,9 @@ Ref<ListBase> Engine<kObserved>::collection(std::optional<RepresentationView> va
 }
 
 template <bool kObserved>
-Ref<Object> Engine<kObserved>::rootOfList(RepresentationView element,
-                                          const BoundRules& bound,
-                                          const FEMPath& path,
-                                          RootRoom& room) const {
-    if (element.isDictionary()) return root(element, bound, path, &room);
+Ref<Object> Engine<kObserved>::rootOfList(RepresentationView element, const BoundRules& bound,
+                                          const FEMPath& path, RootRoom& room) const {
+    if (element.isDictionary()) return root(element, bound, path, room);
     reportMisfit(element, path);
     return emptyRoot(bound);
 }
@@ -96,48 +96,50 @@ Ref<Object> Engine<kObserved>::emptyRoot(const BoundRules& bound) const {
     return finished(ObjectAccess::construct(bound.isa, writer), writer);
 }
 
-// One of a list shares the list's room; the only one of its document has none, and may keep the document's
-// texts.
+// The only record of its document may keep the document's texts.
 template <bool kObserved>
-Ref<Object> Engine<kObserved>::root(RepresentationView dictionary,
-                                    const BoundRules& bound,
-                                    const FEMPath& path,
-                                    RootRoom* room) const {
+Ref<Object> Engine<kObserved>::onlyRoot(RepresentationView dictionary, const BoundRules& bound,
+                                        const FEMPath& path) const {
     const RepresentationNode& node = *dictionary.node();
-    std::size_t textBytes = node.textBytes();
-    const Block* texts = nullptr;
-    if (room == nullptr) {
-        textBytes = FoundValues::textBytes(bound.rules, dictionary);
-        texts = textsToKeep(dictionary, textBytes, zone_);
-        if (texts != nullptr) textBytes = textBytes / kKeptBytesPerCopiedByte + BlockWriter::kRoomToKeep;
-    }
-    const std::size_t estimate = ObjectAccess::size(bound.isa) + roomFor(node, textBytes);
-    BlockWriter writer(room == nullptr ? estimate : room->of(estimate), zone_);
+    const FoundValues found(bound.rules, dictionary);
+    std::size_t textBytes = found.textBytes();
+    const Block* texts = textsToKeep(dictionary, textBytes, zone_);
+    if (texts != nullptr) textBytes = textBytes / kKeptBytesPerCopiedByte + BlockWriter::kRoomToKeep;
+    BlockWriter writer(ObjectAccess::size(bound.isa) + roomFor(node, textBytes), zone_);
     if (texts != nullptr) writer.borrowTexts(*texts);
+    const Filling filling{*ObjectAccess::construct(bound.isa, writer), bound, writer, path};
+    if constexpr (!kObserved) found.storeFound(storing(dictionary, filling));
+    applyAttributes(found.lookup(), filling);
+    applyRelationships(found.lookup(), filling);
+    return finished<Object>(&filling.object, writer);
+}
+
+template <bool kObserved>
+Ref<Object> Engine<kObserved>::root(RepresentationView dictionary, const BoundRules& bound,
+                                    const FEMPath& path, RootRoom& room) const {
+    const RepresentationNode& node = *dictionary.node();
+    const std::size_t estimate = ObjectAccess::size(bound.isa) + roomFor(node, node.textBytes());
+    BlockWriter writer(room.of(estimate), zone_);
     Object* object = ObjectAccess::construct(bound.isa, writer);
-    fill(*object, dictionary, bound, {writer, path});
-    if (room != nullptr) room->learn(estimate, writer);
+    fill(dictionary, {*object, bound, writer, path});
+    room.learn(estimate, writer);
     return finished<Object>(object, writer);
 }
 
 template <bool kObserved>
-const Object* Engine<kObserved>::record(RepresentationView value,
-                                        const BoundRules& bound,
-                                        const Place& at) const {
+inline const Object* Engine<kObserved>::record(RepresentationView value, const BoundRules& bound,
+                                               const Place& at) const {
     Object* object = ObjectAccess::construct(bound.isa, at.writer);
     if (value.isDictionary())
-        fill(*object, value, bound, at);
+        fill(value, {*object, bound, at.writer, at.path});
     else
         reportMisfit(value, at.path);
     return object;
 }
 
 template <bool kObserved>
-const ListBase* Engine<kObserved>::list(RepresentationView array,
-                                        const BoundRules& bound,
-                                        const ObjectClass& listed,
-                                        const Place& at,
-                                        bool ofRoots) const {
+const ListBase* Engine<kObserved>::list(RepresentationView array, const BoundRules& bound,
+                                        const ObjectClass& listed, const Place& at, bool ofRoots) const {
     const auto** elements = at.writer.template allocate<const Object*>(array.size());
     if (ofRoots) at.writer.expectKept(array.size());
     RootRoom room;
@@ -155,38 +157,38 @@ const ListBase* Engine<kObserved>::list(RepresentationView array,
     return ObjectAccess::list(listed, elements, count, at.writer);
 }
 
+// How a value that a rule takes as it is gets into the record.
+template <bool kObserved>
+inline auto Engine<kObserved>::storing(RepresentationView dictionary, const Filling& filling) {
+    return [&object = filling.object, &writer = filling.writer, block = dictionary.block()](
+               const RuleKeys& table, const RuleKey& key, const RepresentationNode* value) {
+        key.store(slotAt(key.slot, table.example, object), RepresentationView::at(value, block), writer);
+    };
+}
+
 // An observer is told of all rules in their order. Without one, values that rules take as they are are stored
 // when their keys are found.
 template <bool kObserved>
-FoundValues Engine<kObserved>::valuesIn(RepresentationView dictionary,
-                                        Object& object,
-                                        const BoundRules& bound,
-                                        const Place& at) const {
-    const RuleKeys& table = bound.rules.table;
-    return FoundValues(
-        bound.rules, dictionary, !kObserved, [&](const RuleKey& key, const RepresentationNode* value) {
-            key.store(slotAt(key.slot, table.example, object),
-                      RepresentationView::at(value, dictionary.block()),
-                      at.writer);
-        });
+inline FoundValues Engine<kObserved>::valuesIn(RepresentationView dictionary, const Filling& filling) {
+    if constexpr (kObserved)
+        return FoundValues(filling.bound.rules, dictionary);
+    else
+        return FoundValues(filling.bound.rules, dictionary, storing(dictionary, filling));
 }
 
 template <bool kObserved>
-void Engine<kObserved>::fill(Object& object,
-                             RepresentationView dictionary,
-                             const BoundRules& bound,
-                             const Place& at) const {
-    if (bound.rules.inherited != nullptr) [[unlikely]]
-        return fillInherited(object, dictionary, bound, at, nullptr);
-    const FoundValues found = valuesIn(dictionary, object, bound, at);
-    applyAttributes(object, found.lookup(), bound, at);
-    applyRelationships(object, found.lookup(), bound, at);
+void Engine<kObserved>::fill(RepresentationView dictionary, const Filling& filling) const {
+    if (filling.bound.rules.inherited != nullptr) [[unlikely]]
+        return fillInherited(dictionary, filling, nullptr);
+    const FoundValues found = valuesIn(dictionary, filling);
+    applyAttributes(found.lookup(), filling);
+    applyRelationships(found.lookup(), filling);
 }
 
 /// The rules of one class in a chain of superclasses, and what they read.
 template <bool kObserved>
 struct Engine<kObserved>::Level {
-    const BoundRules& bound;
+    const Filling& filling;
     FoundValues::Lookup found;
     const Level* derived;
 };
@@ -194,87 +196,75 @@ struct Engine<kObserved>::Level {
 // Finds the values for the rules of a class and of its superclasses, and then applies them: all attributes,
 // those of the superclasses first, before all relationships.
 template <bool kObserved>
-void Engine<kObserved>::fillInherited(Object& object,
-                                      RepresentationView dictionary,
-                                      const BoundRules& bound,
-                                      const Place& at,
+void Engine<kObserved>::fillInherited(RepresentationView dictionary, const Filling& filling,
                                       const Level* derived) const {
-    const FoundValues found = valuesIn(dictionary, object, bound, at);
-    const Level level{bound, found.lookup(), derived};
-    if (const FEMRules* inherited = bound.rules.inherited; inherited != nullptr)
-        return fillInherited(
-            object, dictionary, {*inherited->objectClass, *inherited, bound.captured}, at, &level);
+    const FoundValues found = valuesIn(dictionary, filling);
+    const Level level{filling, found.lookup(), derived};
+    const BoundRules& bound = filling.bound;
+    if (const FEMRules* inherited = bound.rules.inherited; inherited != nullptr) {
+        const BoundRules super{*inherited->objectClass, *inherited, bound.captured};
+        return fillInherited(dictionary, {filling.object, super, filling.writer, filling.path}, &level);
+    }
     for (const Level* each = &level; each != nullptr; each = each->derived)
-        applyAttributes(object, each->found, each->bound, at);
+        applyAttributes(each->found, each->filling);
     for (const Level* each = &level; each != nullptr; each = each->derived)
-        applyRelationships(object, each->found, each->bound, at);
+        applyRelationships(each->found, each->filling);
 }
 
 template <bool kObserved>
-void Engine<kObserved>::applyAttributes(Object& object,
-                                        FoundValues::Lookup found,
-                                        const BoundRules& bound,
-                                        const Place& at) const {
+inline void Engine<kObserved>::applyAttributes(FoundValues::Lookup found, const Filling& filling) const {
+    const FEMRules& rules = filling.bound.rules;
     const auto apply = [&](const FEMRule& rule) {
         const FoundValue value = found.at(rule);
         if (value.node == nullptr)
-            report(rule, FEMOutcome::missing, std::nullopt, at.path);
+            report(rule, FEMOutcome::missing, std::nullopt, filling.path);
         else
-            applyAttribute(rule, value.view(), bound, object, at);
+            applyAttribute(rule, value.view(), filling);
     };
-    if (kObserved || bound.rules.table.slots.empty()) {
-        for (const FEMRule& rule : bound.rules.attributes)
+    if (kObserved || rules.table.slots.empty()) {
+        for (const FEMRule& rule : rules.attributes)
             apply(rule);
     } else {
-        for (const std::uint16_t position : bound.rules.orderedAttributes)
-            apply(bound.rules.attributes[position]);
+        for (const std::uint16_t position : rules.orderedAttributes)
+            apply(rules.attributes[position]);
     }
 }
 
 template <bool kObserved>
-void Engine<kObserved>::applyRelationships(Object& object,
-                                           FoundValues::Lookup found,
-                                           const BoundRules& bound,
-                                           const Place& at) const {
-    for (const FEMRule& rule : bound.rules.relationships) {
+inline void Engine<kObserved>::applyRelationships(FoundValues::Lookup found, const Filling& filling) const {
+    for (const FEMRule& rule : filling.bound.rules.relationships) {
         const FoundValue value = found.at(rule);
         if (value.node == nullptr)
-            report(rule, FEMOutcome::missing, std::nullopt, at.path);
+            report(rule, FEMOutcome::missing, std::nullopt, filling.path);
         else
-            applyRelationship(rule, value.view(), bound, object, at);
+            applyRelationship(rule, value.view(), filling);
     }
 }
 
 template <bool kObserved>
-void Engine<kObserved>::applyAttribute(const FEMRule& rule,
-                                       RepresentationView value,
-                                       const BoundRules& bound,
-                                       Object& object,
-                                       const Place& at) const {
+inline void Engine<kObserved>::applyAttribute(const FEMRule& rule, RepresentationView value,
+                                              const Filling& filling) const {
     const Property& property = *rule.property;
     FEMOutcome outcome = FEMOutcome::set;
     if (rule.map.apply != nullptr)
-        outcome = applyMapRule(rule, value, bound, object, at);
-    else if (!property.place.store(slotIn(property, object), value, at.writer))
+        outcome = applyMapRule(rule, value, filling);
+    else if (!property.place.store(slotIn(property, filling.object), value, filling.writer))
         outcome = value.isNull() ? FEMOutcome::null : FEMOutcome::wrongKind;
-    if (outcome != FEMOutcome::set) clear(property, object);
-    report(rule, outcome, value, at.path);
+    if (outcome != FEMOutcome::set) clear(property, filling.object);
+    report(rule, outcome, value, filling.path);
 }
 
 template <bool kObserved>
-FEMOutcome Engine<kObserved>::applyMapRule(const FEMRule& rule,
-                                           RepresentationView value,
-                                           const BoundRules& bound,
-                                           Object& object,
-                                           const Place& at) const {
-    PropertyWriter to(*rule.property, object, at.writer);
+inline FEMOutcome Engine<kObserved>::applyMapRule(const FEMRule& rule, RepresentationView value,
+                                                  const Filling& filling) const {
+    PropertyWriter to(*rule.property, filling.object, filling.writer);
     try {
-        rule.map.apply(rule.map, bound.captured, value, to);
+        rule.map.apply(rule.map, filling.bound.captured, value, to);
     } catch (MappingFault& fault) {
         if (faultsLeaveEmpty_) return FEMOutcome::fault;
         if (!fault.hasPointer())
-            fault.setPointer(FEMPath(at.path, rule.keyPath, rule.property->name).pointer());
-        report(rule, FEMOutcome::fault, value, at.path);
+            fault.setPointer(FEMPath(filling.path, rule.keyPath, rule.property->name).pointer());
+        report(rule, FEMOutcome::fault, value, filling.path);
         throw;
     }
     switch (to.result()) {
@@ -289,39 +279,34 @@ FEMOutcome Engine<kObserved>::applyMapRule(const FEMRule& rule,
 }
 
 template <bool kObserved>
-void Engine<kObserved>::applyRelationship(const FEMRule& rule,
-                                          RepresentationView value,
-                                          const BoundRules& bound,
-                                          Object& object,
-                                          const Place& at) const {
+inline void Engine<kObserved>::applyRelationship(const FEMRule& rule, RepresentationView value,
+                                                 const Filling& filling) const {
     const Property& property = *rule.property;
     if (!(rule.toMany ? value.isArray() : value.isDictionary())) {
-        clear(property, object);
-        report(rule, value.isNull() ? FEMOutcome::null : FEMOutcome::wrongKind, value, at.path);
+        clear(property, filling.object);
+        report(rule, value.isNull() ? FEMOutcome::null : FEMOutcome::wrongKind, value, filling.path);
         return;
     }
-    report(rule, FEMOutcome::set, value, at.path);
-    const BoundRules nested = bound.nested(rule);
-    const FEMPath path(at.path, rule.keyPath, property.name);
-    const Place nestedAt{at.writer, path};
+    report(rule, FEMOutcome::set, value, filling.path);
+    const BoundRules nested = filling.bound.nested(rule);
+    const FEMPath path(filling.path, rule.keyPath, property.name);
+    const Place at{filling.writer, path};
     const bool isRoot = nested.isa.isRoot();
     if (rule.toMany) {
-        slotOf<ListSlot>(property, object).list = list(value, nested, *property.target, nestedAt, isRoot);
+        slotOf<ListSlot>(property, filling.object).list = list(value, nested, *property.target, at, isRoot);
     } else if (isRoot) {
         RootRoom room;
-        const Ref<Object> kept = root(value, nested, path, &room);
-        at.writer.keep(kept->block());
-        slotOf<RecordSlot>(property, object).record = kept.get();
+        const Ref<Object> kept = root(value, nested, path, room);
+        filling.writer.keep(kept->block());
+        slotOf<RecordSlot>(property, filling.object).record = kept.get();
     } else {
-        slotOf<RecordSlot>(property, object).record = record(value, nested, nestedAt);
+        slotOf<RecordSlot>(property, filling.object).record = record(value, nested, at);
     }
 }
 
 template <bool kObserved>
-void Engine<kObserved>::report(const FEMRule& rule,
-                               FEMOutcome outcome,
-                               std::optional<RepresentationView> value,
-                               const FEMPath& path) const {
+void Engine<kObserved>::report(const FEMRule& rule, FEMOutcome outcome,
+                               std::optional<RepresentationView> value, const FEMPath& path) const {
     if constexpr (kObserved) {
         const FEMPath at(path, rule.keyPath, rule.property->name);
         observer_->ruleApplied({at, rule.property, outcome, value});

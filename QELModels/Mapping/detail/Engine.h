@@ -41,6 +41,14 @@ struct Place {
     const FEMPath& path;
 };
 
+/// One record while it is filled by rules.
+struct Filling {
+    Object& object;
+    const BoundRules& bound;
+    BlockWriter& writer;
+    const FEMPath& path;
+};
+
 /// How much of the room that is estimated for the roots of one list is given to them: as much as any of them
 /// has taken so far, and a little more. The roots of a list are alike, so blocks are hardly larger than what
 /// is in them.
@@ -65,70 +73,42 @@ public:
         : observer_(options.observer), zone_(options.zone), faultsLeaveEmpty_(options.faultsLeaveEmpty) {}
 
     /// The record of a whole document, in a block of its own. It may keep the document's texts.
-    Ref<Object> object(std::optional<RepresentationView> value,
-                       const BoundRules& bound,
+    Ref<Object> object(std::optional<RepresentationView> value, const BoundRules& bound,
                        const FEMPath& path) const;
     /// The list of a whole document, in a block of its own.
-    Ref<ListBase> collection(std::optional<RepresentationView> value,
-                             const BoundRules& bound,
+    Ref<ListBase> collection(std::optional<RepresentationView> value, const BoundRules& bound,
                              const FEMPath& path) const;
     /// An element of a list of roots. It shares the list's room.
-    Ref<Object> rootOfList(RepresentationView element,
-                           const BoundRules& bound,
-                           const FEMPath& path,
+    Ref<Object> rootOfList(RepresentationView element, const BoundRules& bound, const FEMPath& path,
                            RootRoom& room) const;
 
 private:
-    Ref<Object> root(RepresentationView dictionary,
-                     const BoundRules& bound,
-                     const FEMPath& path,
-                     RootRoom* room) const;
+    Ref<Object> onlyRoot(RepresentationView dictionary, const BoundRules& bound, const FEMPath& path) const;
+    Ref<Object> root(RepresentationView dictionary, const BoundRules& bound, const FEMPath& path,
+                     RootRoom& room) const;
     Ref<Object> emptyRoot(const BoundRules& bound) const;
-    const Object* record(RepresentationView value, const BoundRules& bound, const Place& at) const;
-    const ListBase* list(RepresentationView array,
-                         const BoundRules& bound,
-                         const ObjectClass& listed,
-                         const Place& at,
-                         bool ofRoots) const;
+    [[gnu::always_inline]] const Object* record(RepresentationView value, const BoundRules& bound,
+                                                const Place& at) const;
+    const ListBase* list(RepresentationView array, const BoundRules& bound, const ObjectClass& listed,
+                         const Place& at, bool ofRoots) const;
 
-    FoundValues valuesIn(RepresentationView dictionary,
-                         Object& object,
-                         const BoundRules& bound,
-                         const Place& at) const;
-    void fill(Object& object, RepresentationView dictionary, const BoundRules& bound, const Place& at) const;
+    // What is done for every record and every rule is compiled into the loops that do it.
+    static auto storing(RepresentationView dictionary, const Filling& filling);
+    [[gnu::always_inline]] static FoundValues valuesIn(RepresentationView dictionary, const Filling& filling);
+    void fill(RepresentationView dictionary, const Filling& filling) const;
     struct Level;
-    void fillInherited(Object& object,
-                       RepresentationView dictionary,
-                       const BoundRules& bound,
-                       const Place& at,
-                       const Level* derived) const;
-    void applyAttributes(Object& object,
-                         FoundValues::Lookup found,
-                         const BoundRules& bound,
-                         const Place& at) const;
-    void applyRelationships(Object& object,
-                            FoundValues::Lookup found,
-                            const BoundRules& bound,
-                            const Place& at) const;
-    void applyAttribute(const FEMRule& rule,
-                        RepresentationView value,
-                        const BoundRules& bound,
-                        Object& object,
-                        const Place& at) const;
-    FEMOutcome applyMapRule(const FEMRule& rule,
-                            RepresentationView value,
-                            const BoundRules& bound,
-                            Object& object,
-                            const Place& at) const;
-    void applyRelationship(const FEMRule& rule,
-                           RepresentationView value,
-                           const BoundRules& bound,
-                           Object& object,
-                           const Place& at) const;
+    [[gnu::noinline]] void fillInherited(RepresentationView dictionary, const Filling& filling,
+                                         const Level* derived) const;
+    [[gnu::always_inline]] void applyAttributes(FoundValues::Lookup found, const Filling& filling) const;
+    [[gnu::always_inline]] void applyRelationships(FoundValues::Lookup found, const Filling& filling) const;
+    [[gnu::always_inline]] void applyAttribute(const FEMRule& rule, RepresentationView value,
+                                               const Filling& filling) const;
+    [[gnu::always_inline]] FEMOutcome applyMapRule(const FEMRule& rule, RepresentationView value,
+                                                   const Filling& filling) const;
+    [[gnu::always_inline]] void applyRelationship(const FEMRule& rule, RepresentationView value,
+                                                  const Filling& filling) const;
 
-    void report(const FEMRule& rule,
-                FEMOutcome outcome,
-                std::optional<RepresentationView> value,
+    void report(const FEMRule& rule, FEMOutcome outcome, std::optional<RepresentationView> value,
                 const FEMPath& path) const;
     void reportMisfit(std::optional<RepresentationView> value, const FEMPath& path) const;
 

@@ -21,55 +21,60 @@ struct FoundValue {
     RepresentationView view() const noexcept { return RepresentationView::at(node, block); }
 };
 
-/// Calls `take(key, value)`, with the entry of a key and a node, for each first key of constant rules that a
-/// dictionary has, in the order of its members.
+/// Calls `take(known, key, value)`, with the table, the entry of a key in it and a node, for each first key
+/// of constant rules that a dictionary has, in the order of its members.
 template <class Take>
-void forEachFound(const RuleKeys& table, const RepresentationNode* dictionary, const Take& take) {
+[[gnu::always_inline]] inline void forEachFound(const RuleKeys& table, const RepresentationNode* dictionary,
+                                                const Take& take) {
     // What is written could be among the rules, for all that the compiler knows: so these are read first.
     const RuleKeys known = table;
     const RepresentationNode* member = dictionary + 1;
     for (std::uint32_t left = dictionary->size; left != 0; --left) {
         const RepresentationNode* const value = member + 1;
-        if (const RuleKey* key = known.find(*member); key != nullptr) take(*key, value);
+        if (const RuleKey* key = known.find(*member); key != nullptr) take(known, *key, value);
         member = value + value->extent();
     }
 }
 
 /// What each first key of a mapping leads to in one dictionary.
 class FoundValues {
+    using Node = RepresentationNode;
+
 public:
-    /// Values that rules take as they are go to `store(key, value)` as soon as their keys are found, if the
-    /// rules are applied that way; the others wait for their rules.
-    template <class Store>
-    FoundValues(const FEMRules& rules, RepresentationView dictionary, bool storesAtOnce, const Store& store)
-        : block_(dictionary.block()) {
-        const RepresentationNode* const node = dictionary.node();
-        const RuleKeys& table = rules.table;
-        if (isWalked(table, node)) {
-            if (storesAtOnce) {
-                makeRoom(table.orderedKeys);
-                forEachFound(table, node, [&](const RuleKey& key, const RepresentationNode* value) {
-                    if (key.isStoredAtOnce())
-                        store(key, value);
-                    else
-                        values_[table.position(key)] = value;
-                });
-            } else {
-                makeRoom(rules.keys.size());
-                forEachFound(table, node, [&](const RuleKey& key, const RepresentationNode* value) {
-                    values_[table.position(key)] = value;
-                });
-            }
-            return;
-        }
+    /// Finds the values of all keys.
+    [[gnu::always_inline]] FoundValues(const FEMRules& rules, RepresentationView dictionary)
+        : rules_(rules), block_(dictionary.block()) {
         makeRoom(rules.keys.size());
-        for (std::size_t i = 0; i < rules.keys.size(); ++i)
-            values_[i] = dictionary.nodeForKey(rules.keys[i]);
-        if (!storesAtOnce) return;
-        for (const RuleKey& key : table.entries) {
-            if (!key.isStoredAtOnce()) continue;
-            const RepresentationNode* value = values_[table.position(key)];
-            if (value != nullptr) store(key, value);
+        if (isWalked(rules.table, dictionary.node()))
+            forEachFound(rules.table,
+                         dictionary.node(),
+                         [this](const RuleKeys& known, const RuleKey& key, const Node* value) {
+                             values_[known.position(key)] = value;
+                         });
+        else
+            lookUp(dictionary);
+    }
+
+    /// The same, but values that rules take as they are go to `store(table, key, value)` as soon as their
+    /// keys are found; the others wait for their rules.
+    template <class Store>
+    [[gnu::always_inline]] FoundValues(const FEMRules& rules, RepresentationView dictionary,
+                                       const Store& store)
+        : rules_(rules), block_(dictionary.block()) {
+        if (isWalked(rules.table, dictionary.node())) {
+            makeRoom(rules.table.orderedKeys);
+            forEachFound(rules.table,
+                         dictionary.node(),
+                         [&](const RuleKeys& known, const RuleKey& key, const Node* value) {
+                             if (key.isStoredAtOnce())
+                                 store(known, key, value);
+                             else
+                                 values_[known.position(key)] = value;
+                         });
+        } else {
+            makeRoom(rules.keys.size());
+            lookUp(dictionary);
+            storeFound(store);
         }
     }
     FoundValues(const FoundValues&) = delete;
@@ -77,12 +82,12 @@ public:
 
     /// What rules read, as a value of its own that a loop over them has at hand.
     struct Lookup {
-        const RepresentationNode* const* values;
+        const Node* const* values;
         const Block* block;
 
         /// Links are left for the reader to follow.
         FoundValue at(const FEMRule& rule) const {
-            const RepresentationNode* node = values[rule.key];
+            const Node* node = values[rule.key];
             if (node == nullptr || !rule.hasFurtherKeys()) [[likely]]
                 return {node, block};
             const auto value = RepresentationView::at(node, block).valueForKeyPath(rule.furtherKeys);
@@ -91,8 +96,22 @@ public:
     };
     Lookup lookup() const noexcept { return {values_, block_}; }
 
-    /// About how many bytes of text the rules read in a dictionary.
-    static std::size_t textBytes(const FEMRules& rules, RepresentationView dictionary);
+    /// Of values that were found and not stored: about how many bytes of text are in them.
+    std::size_t textBytes() const noexcept {
+        std::size_t bytes = 0;
+        for (std::size_t i = 0; i < rules_.keys.size(); ++i)
+            if (values_[i] != nullptr) bytes += values_[i]->textBytes();
+        return bytes;
+    }
+    /// Of values that were found and not stored: stores those that rules take as they are.
+    template <class Store>
+    void storeFound(const Store& store) const {
+        for (const RuleKey& key : rules_.table.entries) {
+            if (!key.isStoredAtOnce()) continue;
+            const Node* value = values_[rules_.table.position(key)];
+            if (value != nullptr) store(rules_.table, key, value);
+        }
+    }
 
 private:
     // Up to this many first keys are found without an allocation; all mappings of the library have fewer.
@@ -102,14 +121,19 @@ private:
     static constexpr std::size_t kKeysAtOnce = 8;
     static_assert(kUsualKeys % kKeysAtOnce == 0);
 
-    static bool isWalked(const RuleKeys& table, const RepresentationNode* dictionary) noexcept {
+    static bool isWalked(const RuleKeys& table, const Node* dictionary) noexcept {
         return !table.slots.empty() && dictionary->size <= kMostMembersWalked;
+    }
+
+    void lookUp(RepresentationView dictionary) {
+        for (std::size_t i = 0; i < rules_.keys.size(); ++i)
+            values_[i] = dictionary.nodeForKey(rules_.keys[i]);
     }
 
     // Values are missing until they are found.
     void makeRoom(std::size_t count) {
         if (count > kUsualKeys) {
-            many_ = std::make_unique<const RepresentationNode*[]>(count);
+            many_ = std::make_unique<const Node*[]>(count);
             values_ = many_.get();
             return;
         }
@@ -118,14 +142,15 @@ private:
             clear(usual_ + i, std::make_index_sequence<kKeysAtOnce>{});
     }
     template <std::size_t... I>
-    static void clear(const RepresentationNode** values, std::index_sequence<I...>) noexcept {
+    static void clear(const Node** values, std::index_sequence<I...>) noexcept {
         ((values[I] = nullptr), ...);
     }
 
+    const FEMRules& rules_;
     const Block* block_;
-    const RepresentationNode* usual_[kUsualKeys];
-    std::unique_ptr<const RepresentationNode*[]> many_;
-    const RepresentationNode** values_ = usual_;
+    const Node* usual_[kUsualKeys];
+    std::unique_ptr<const Node*[]> many_;
+    const Node** values_ = usual_;
 };
 
 }  // namespace detail
