@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
-#include <tuple>
 #include <type_traits>
 
 #include "QELModels/Categories/NSURL+QELKavoHelper.h"
@@ -45,14 +44,12 @@ Value valueOf(const std::optional<T>& field) {
 struct Hasher {
     std::size_t value = 0;
 
-    template <class... Fields>
-    void add(const std::tuple<const Fields&...>& fields) {
-        std::apply([this](const auto&... field) { (add(field()), ...); }, fields);
-    }
     template <class T>
     void add(const T& field) {
-        if constexpr (requires { field.compared(); }) {
-            add(field.compared());
+        if constexpr (RecordByHand<T>) {
+            forEachMember<T>([&](const auto& member) {
+                if (member.isCompared) add((field.*member.field)());
+            });
         } else if constexpr (std::is_same_v<T, RawText>) {
             word(field.text.size());
         } else if constexpr (std::is_same_v<T, Date>) {
@@ -124,31 +121,10 @@ void appendTwoDigits(std::string& text, std::int64_t number) {
 
 Dictionary dictionaryOf(std::shared_ptr<const Asset> asset) {
     Dictionary result;
-    constexpr std::size_t kProperties = 22;
-    auto& entries = result.entries;
-    entries.reserve(kProperties);
-    entries.emplace_back("assetIdentifier", valueOf(asset->assetIdentifier()));
-    entries.emplace_back("title", valueOf(asset->title()));
-    entries.emplace_back("titleFront", valueOf(asset->titleFront()));
-    entries.emplace_back("assetDescription", valueOf(asset->assetDescription()));
-    entries.emplace_back("assetDescriptionFront", valueOf(asset->assetDescriptionFront()));
-    entries.emplace_back("displays", valueOf(asset->displays()));
-    entries.emplace_back("showDisplays", valueOf(asset->showDisplays()));
-    entries.emplace_back("createdAt", valueOf(asset->createdAt()));
-    entries.emplace_back("updatedAt", valueOf(asset->updatedAt()));
-    entries.emplace_back("publishedAt", valueOf(asset->publishedAt()));
-    entries.emplace_back("flightTimes", valueOf(asset->flightTimes()));
-    entries.emplace_back("duration", valueOf(asset->duration()));
-    entries.emplace_back("assetType", valueOf(asset->assetType()));
-    entries.emplace_back("streamType", valueOf(asset->streamType()));
-    entries.emplace_back("status", valueOf(asset->status()));
-    entries.emplace_back("series", valueOf(asset->series()));
-    entries.emplace_back("streamConfiguration", valueOf(asset->streamConfiguration()));
-    entries.emplace_back("articleUrl", valueOf(asset->articleUrl()));
-    entries.emplace_back("category", valueOf(asset->category()));
-    entries.emplace_back("images", valueOf(asset->images()));
-    entries.emplace_back("streamUrls", valueOf(asset->streamUrls()));
-    entries.emplace_back("assetAdditional", valueOf(asset->assetAdditional()));
+    result.entries.reserve(kMemberCount<Asset>);
+    forEachMember<Asset>([&](const auto& member) {
+        result.entries.emplace_back(member.name, valueOf(((*asset).*member.field)()));
+    });
     result.asset = std::move(asset);
     return result;
 }

@@ -14,15 +14,24 @@
 #include "Records.h"
 
 /// What an application asks of an asset, answered for plain structures as a good engineer would: no work that
-/// the question does not need, one allocation where a text or a list is made. (`Records.h` has equality.)
+/// the question does not need, one allocation where a text or a list is made. (`Members.h` has equality.)
 namespace QELModels::bench::byHand {
 
 using Asset = bench::Asset<RawText>;
 
 /// A property's value, lent by the asset.
-using Value = std::variant<std::monostate, Number, std::string_view, URLView, Date, const FlightTimes*,
-                           const Series*, const StreamConfiguration<RawText>*, const Category*, const Images*,
-                           const StreamUrls*, const Additional<RawText>*>;
+using Value = std::variant<std::monostate,
+                           Number,
+                           std::string_view,
+                           URLView,
+                           Date,
+                           const FlightTimes*,
+                           const Series*,
+                           const StreamConfiguration<RawText>*,
+                           const Category*,
+                           const Images*,
+                           const StreamUrls*,
+                           const Additional<RawText>*>;
 
 /// All properties by name. It keeps the asset, and so what its values lend.
 struct Dictionary {
@@ -32,7 +41,8 @@ struct Dictionary {
 
 Dictionary dictionaryOf(std::shared_ptr<const Asset> asset);
 
-/// Of what `compared` lists. Lists and raw sub-trees count by their size alone, as they do in the library.
+/// Of the members that are compared. Lists and raw sub-trees count by their size alone, as they do in the
+/// library.
 std::size_t hashOf(const Asset& asset);
 
 bool isLive(const Asset& asset);

@@ -1,9 +1,15 @@
 #include "DocumentGenerator.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
+#include <stdexcept>
+#include <type_traits>
 #include <utility>
 #include <vector>
+
+#include "RawText.h"
+#include "Records.h"
 
 namespace QELModels::bench {
 
@@ -52,12 +58,13 @@ std::string decimal(std::int64_t value) {
 
 }  // namespace
 
-/// Writes compact JSON; commas look after themselves.
+/// Writes compact JSON, commas included. Keys must live as long as the writer.
 class DocumentGenerator::Writer {
 public:
     std::string take() && { return std::move(text_); }
 
     Writer& key(std::string_view name) {
+        leaveOut(name);
         separate();
         quote(name);
         text_ += ':';
@@ -65,14 +72,23 @@ public:
         return *this;
     }
 
+    /// Says that the dictionary goes without this key on purpose.
+    void leaveOut(std::string_view name) { keys_.back().push_back(name); }
+    /// Whether the dictionary has a key, or goes without it on purpose.
+    bool isDecided(std::string_view name) const {
+        return std::find(keys_.back().begin(), keys_.back().end(), name) != keys_.back().end();
+    }
+
     void open(char bracket) {
         separate();
         text_ += bracket;
         needsComma_ = false;
+        keys_.emplace_back();
     }
     void close(char bracket) {
         text_ += bracket;
         needsComma_ = true;
+        keys_.pop_back();
     }
 
     void text(std::string_view value) {
@@ -131,6 +147,7 @@ private:
 
     std::string text_;
     bool needsComma_ = false;
+    std::vector<std::vector<std::string_view>> keys_;  // of every bracket that is open
 };
 
 // Chance.
@@ -210,6 +227,45 @@ std::string DocumentGenerator::imageURL(std::string_view use) {
 
 // Parts of documents.
 
+template <class T>
+void DocumentGenerator::writeAny(Writer& out, Form form, std::string_view key) {
+    if constexpr (RecordByHand<T>) {
+        out.open('{');
+        closeRecord<T>(out);
+    } else if constexpr (ListByHand<T>) {
+        out.open('[');
+        for (int i = 0; i < 2; ++i)
+            writeAny<ElementOf<T>>(out, Form::asItsType, key);
+        out.close(']');
+    } else if constexpr (std::is_same_v<T, bool>) {
+        out.flag(coin());
+    } else if constexpr (std::is_same_v<T, Number> || std::is_same_v<T, Date>) {
+        out.number(kFirstDay + between(0, kSecondsPerDay));
+    } else if constexpr (std::is_same_v<T, std::string>) {
+        out.text(form == Form::cleaned ? richText(20) : plainText(20));
+    } else if constexpr (std::is_same_v<T, URL>) {
+        out.text(imageURL(key));
+    } else if constexpr (std::is_same_v<T, Color>) {
+        out.text(oneOf(kColors));
+    } else if constexpr (std::is_same_v<T, RawText>) {
+        const bool isArray = form == Form::array;
+        out.open(isArray ? '[' : '{');
+        if (!isArray) out.key("value");
+        out.number(between(1, 99));
+        out.close(isArray ? ']' : '}');
+    } else {
+        throw std::logic_error("there are no words made up for '" + std::string(key) + "'");
+    }
+}
+
+template <class Record>
+void DocumentGenerator::closeRecord(Writer& out) {
+    forEachMember<Record>([&]<class Type>(const Member<Record, Type>& member) {
+        if (!out.isDecided(member.key)) writeAny<Present<Type>>(out.key(member.key), member.form, member.key);
+    });
+    out.close('}');
+}
+
 DocumentGenerator::Place DocumentGenerator::anyPlace() noexcept {
     const std::int64_t identifier = between(10'000, 999'999);
     return {identifier, between(1, 9), between(1, 40), once(10) ? identifier : between(10'000, 999'999)};
@@ -244,7 +300,7 @@ void DocumentGenerator::writeAsset(Writer& out, const Place& place) {
     } else {
         out.key("end").number(published + between(1, 400) * kSecondsPerDay);
     }
-    out.close('}');
+    closeRecord<FlightTimes>(out);
     out.key("duration").number(between(20'000, 7'200'000));
     out.key("assetType").text(once(12) ? "audio" : "video");
     out.key("streamType").text(oneOf(kStreamTypes));
@@ -253,7 +309,9 @@ void DocumentGenerator::writeAsset(Writer& out, const Place& place) {
         out.key("series").open('{');
         out.key("seasonNumber").number(place.season);
         out.key("episodeNumber").number(place.episode);
-        out.close('}');
+        closeRecord<Series>(out);
+    } else {
+        out.leaveOut("series");
     }
     out.key("streamConfiguration").open('{');
     out.key("properties").open('[');
@@ -261,7 +319,7 @@ void DocumentGenerator::writeAsset(Writer& out, const Place& place) {
         if (coin()) out.text(protection);
     }
     out.close(']');
-    out.close('}');
+    closeRecord<StreamConfiguration<RawText>>(out);
     if (once(5)) {
         out.key("articleUrl").null();
     } else {
@@ -273,7 +331,7 @@ void DocumentGenerator::writeAsset(Writer& out, const Place& place) {
     writeCategory(out, place.newestIdentifier);
     writeAdditional(out, place);
     writeUnread(out, place);
-    out.close('}');
+    closeRecord<Asset<RawText>>(out);
 }
 
 void DocumentGenerator::writeImages(Writer& out) {
@@ -282,7 +340,7 @@ void DocumentGenerator::writeImages(Writer& out) {
     out.key("front").text(imageURL("front"));
     out.key("featured").text(imageURL("featured"));
     out.key("snapshots").text(imageURL("snapshots"));
-    out.close('}');
+    closeRecord<Images>(out);
 }
 
 void DocumentGenerator::writeStreams(Writer& out, const Place& place) {
@@ -291,7 +349,7 @@ void DocumentGenerator::writeStreams(Writer& out, const Place& place) {
     out.key("hls").text("https://stream.example/hls/" + path + "/master.m3u8");
     out.key("hds").text("https://stream.example/hds/" + path + "/manifest.f4m");
     out.key("mp4").text("https://stream.example/mp4/" + path + "_1400.mp4");
-    out.close('}');
+    closeRecord<StreamUrls>(out);
 }
 
 void DocumentGenerator::writeCategory(Writer& out, std::int64_t newestIdentifier) {
@@ -310,9 +368,9 @@ void DocumentGenerator::writeCategory(Writer& out, std::int64_t newestIdentifier
     out.key("stats").text("sesonger=" + decimal(between(1, 9)) + ";episoder=" + decimal(between(1, 99)));
     out.key("lastAsset").open('{');
     out.key("id").number(newestIdentifier);
-    out.close('}');
+    closeRecord<LastAsset>(out);
     writeCategoryAdditional(out);
-    out.close('}');
+    closeRecord<Category>(out);
 }
 
 void DocumentGenerator::writeCategoryAdditional(Writer& out) {
@@ -331,11 +389,11 @@ void DocumentGenerator::writeCategoryAdditional(Writer& out) {
     out.key("id").number(between(1, 99));
     out.key("playerBackground").text(imageURL("spiller"));
     out.key("link").text("https://tv.example/" + slug() + "?utm_source=spiller");
-    out.close('}');
+    closeRecord<PlayerBranding>(out);
     out.key("adCampaignId").text(slug() + "-host");
     out.key("autoPlayNextAsset").flag(coin());
     out.key("notificationMailEnabled").flag(coin());
-    out.close('}');
+    closeRecord<CategoryAdditional>(out);
 }
 
 void DocumentGenerator::writeAdditional(Writer& out, const Place& place) {
@@ -349,7 +407,7 @@ void DocumentGenerator::writeAdditional(Writer& out, const Place& place) {
     for (std::int64_t left = between(3, 7); left > 0; --left) {
         out.open('{');
         out.key("timeline").number(between(0, 7'200));
-        out.close('}');
+        closeRecord<CuePoint>(out);
     }
     out.close(']');
     out.key("subtitles").open('[');
@@ -359,7 +417,7 @@ void DocumentGenerator::writeAdditional(Writer& out, const Place& place) {
         out.key("url").text("https://text.example/" + decimal(place.identifier) + '/' +
                             std::string(language) + ".vtt");
         out.key("default").flag(language == "nb");
-        out.close('}');
+        closeRecord<Subtitle>(out);
     }
     out.close(']');
     out.key("externalCategoryId").number(between(1'000, 9'999));
@@ -367,12 +425,14 @@ void DocumentGenerator::writeAdditional(Writer& out, const Place& place) {
     if (!once(6)) {
         out.key("nextAsset").open('{');
         out.key("id").number(place.identifier + 1);
-        out.close('}');
+        closeRecord<Lead>(out);
+    } else {
+        out.leaveOut("nextAsset");
     }
     out.key("url").text("https://tv.example/" + slug() + "/s" + decimal(place.season) + 'e' +
                         decimal(place.episode));
     writeRawTrees(out, place);
-    out.close('}');
+    closeRecord<Additional<RawText>>(out);
 }
 
 void DocumentGenerator::writeSettings(Writer& out) {
@@ -399,7 +459,7 @@ void DocumentGenerator::writeSettings(Writer& out) {
         out.key("startIndexPoint").number(between(0, 60));
     }
     out.key("ageLimit").number(between(0, 18));
-    out.close('}');
+    closeRecord<Settings>(out);
 }
 
 void DocumentGenerator::writeChapters(Writer& out, std::int64_t count, bool featured) {
@@ -410,7 +470,7 @@ void DocumentGenerator::writeChapters(Writer& out, std::int64_t count, bool feat
         out.key("description").text(richText(58));
         out.key("timeline").number(i * 600'000 + between(0, 599'999));
         out.key("featured").flag(featured || once(5));
-        out.close('}');
+        closeRecord<Chapter>(out);
     }
     out.close(']');
 }

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "Members.h"
+
 namespace QELModels::bench {
 
 /// Every kind of document that the content API sends.
@@ -22,7 +24,7 @@ enum class DocumentKind : std::uint8_t {
 
 /// Makes documents of the content API as compact JSON text: fictional Norwegian programmes whose keys, kinds
 /// and sizes are in the proportions of real ones. An asset has about 5.5 KB; a third of its titles and
-/// descriptions holds markup or entities, a tenth of its bytes stands under keys that no mapping reads, and
+/// descriptions holds markup or entities, a tenth of its bytes is under keys that no mapping reads, and
 /// now and then a value is null or missing.
 ///
 /// The same seed and the same sequence of calls give the same bytes on every platform.
@@ -47,7 +49,7 @@ public:
 private:
     class Writer;
 
-    /// Where an asset stands in its series, and which asset is its category's newest.
+    /// The place of an asset in its series, and which asset is the newest of its category.
     struct Place {
         std::int64_t identifier;
         std::int64_t season;
@@ -71,6 +73,12 @@ private:
     std::string imageURL(std::string_view use);
 
     // Parts of documents.
+    template <class T>
+    void writeAny(Writer& out, Form form, std::string_view key);
+    /// Ends a record's dictionary. Before that, all keys that `Record` has a member for and the generator has
+    /// no particular value for get one of their kind.
+    template <class Record>
+    void closeRecord(Writer& out);
     Place anyPlace() noexcept;
     void writeAsset(Writer& out, const Place& place);
     void writeImages(Writer& out);

@@ -3,10 +3,15 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <string_view>
 #include <vector>
 
 #include "DocumentGenerator.h"
 #include "Parts.h"
+#include "QELModels/Models/QELAsset.h"
+#include "QELModels/Records/ObjectClass.h"
+#include "RawText.h"
+#include "Records.h"
 #include "Rivals.h"
 
 // From the bytes of a document to filled assets: the library beside the same work written by hand.
@@ -56,7 +61,49 @@ bool agreeOn(const Document& document) {
     return agree;
 }
 
+void say(const ObjectClass& isa, std::string_view property, const char* problem) {
+    const std::string_view name = isa.name();
+    std::fprintf(stderr,
+                 "%.*s.%.*s %s\n",
+                 static_cast<int>(name.size()),
+                 name.data(),
+                 static_cast<int>(property.size()),
+                 property.data(),
+                 problem);
+}
+
+/// Whether a record that is written by hand has a member for each property of the library's class that a
+/// mapping can fill, and no others.
+template <RecordByHand Record>
+bool hasAllProperties(const ObjectClass& isa) {
+    bool hasAll = true;
+    for (const Property& property : isa.properties()) {
+        bool isKnown = property.isComputed();
+        forEachMember<Record>([&](const auto& member) { isKnown = isKnown || member.name == property.name; });
+        if constexpr (requires { Record::kNeverFilled; })
+            isKnown = isKnown || std::ranges::count(Record::kNeverFilled, property.name) != 0;
+        if (isKnown) continue;
+        say(isa, property.name, "is not in the benchmark's own record, see Records.h");
+        hasAll = false;
+    }
+    forEachMember<Record>([&]<class Type>(const Member<Record, Type>& member) {
+        const Property* const property = isa.property(member.name);
+        if (property == nullptr) {
+            say(isa, member.name, "is in the benchmark's own record, see Records.h, but is not declared");
+            hasAll = false;
+            return;
+        }
+        using Nested = Present<Type>;
+        if constexpr (RecordByHand<Nested>)
+            hasAll = hasAllProperties<Nested>(*property->target) && hasAll;
+        else if constexpr (ListByHand<Nested>)
+            hasAll = hasAllProperties<ElementOf<Nested>>(*property->target) && hasAll;
+    });
+    return hasAll;
+}
+
 bool check() {
+    if (!hasAllProperties<Asset<RawText>>(QELAsset::objectClass)) return false;
     constexpr std::uint64_t kOtherSeeds = 40;
     bool agree = true;
     for (const Document& document : makeDocuments())

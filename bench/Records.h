@@ -1,11 +1,13 @@
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <tuple>
-#include <utility>
 #include <vector>
 
+#include "Members.h"
 #include "QELModels/Functions/QELAssetEnumerations.h"
 #include "QELModels/Values/Color.h"
 #include "QELModels/Values/Date.h"
@@ -14,38 +16,10 @@
 
 /// The records as an application would write them by hand: plain structures that own what they hold, nested
 /// records in place, null apart from empty. `Raw` is how a parser keeps a sub-tree that nobody looks into.
-/// `compared` lists what makes two of them equal.
+///
+/// A new property of the library's is a member and an entry in `members` here, and nothing else in the
+/// benchmark. `--check` fails as long as one is missing.
 namespace QELModels::bench {
-
-/// A field that is read by a call, as the library's are, so that one digest serves both.
-template <class T>
-class Held {
-public:
-    Held() = default;
-    Held& operator=(T&& value) {
-        value_ = std::move(value);
-        return *this;
-    }
-    const T& operator()() const { return value_; }
-    /// To fill a nested record where it stands.
-    T& place() { return value_; }
-
-    friend bool operator==(const Held&, const Held&) = default;
-
-private:
-    T value_{};
-};
-
-template <class T>
-using Maybe = Held<std::optional<T>>;
-
-template <class Record>
-requires requires(const Record& record) {
-    record.compared();
-}
-bool operator==(const Record& a, const Record& b) {
-    return a.compared() == b.compared();
-}
 
 struct Chapter {
     Maybe<std::string> title;
@@ -53,26 +27,37 @@ struct Chapter {
     Maybe<Number> timeline;
     Held<bool> featured;
 
-    auto compared() const { return std::tie(title, chapterDescription, timeline, featured); }
+    static constexpr auto members() {
+        return std::tuple(
+            member("title", &Chapter::title).cleaned(),
+            member("chapterDescription", &Chapter::chapterDescription).from("description").cleaned(),
+            member("timeline", &Chapter::timeline),
+            member("featured", &Chapter::featured));
+    }
 };
 
 struct CuePoint {
     Maybe<Number> timeline;
 
-    auto compared() const { return std::tie(timeline); }
+    static constexpr auto members() { return std::tuple(member("timeline", &CuePoint::timeline)); }
 };
 
 struct Lead {
     Maybe<Number> assetLeadIdentifier;
 
-    auto compared() const { return std::tie(assetLeadIdentifier); }
+    static constexpr auto members() {
+        return std::tuple(member("assetLeadIdentifier", &Lead::assetLeadIdentifier).from("id"));
+    }
 };
 
 struct Series {
     Maybe<Number> seasonNumber;
     Maybe<Number> episodeNumber;
 
-    auto compared() const { return std::tie(seasonNumber, episodeNumber); }
+    static constexpr auto members() {
+        return std::tuple(member("seasonNumber", &Series::seasonNumber),
+                          member("episodeNumber", &Series::episodeNumber));
+    }
 };
 
 struct Images {
@@ -81,7 +66,12 @@ struct Images {
     Maybe<URL> featured;
     Maybe<URL> snapshots;
 
-    auto compared() const { return std::tie(main, front, featured, snapshots); }
+    static constexpr auto members() {
+        return std::tuple(member("main", &Images::main),
+                          member("front", &Images::front),
+                          member("featured", &Images::featured),
+                          member("snapshots", &Images::snapshots));
+    }
 };
 
 struct StreamUrls {
@@ -89,21 +79,30 @@ struct StreamUrls {
     Maybe<URL> hds;
     Maybe<URL> mp4;
 
-    auto compared() const { return std::tie(hls, hds, mp4); }
+    static constexpr auto members() {
+        return std::tuple(member("hls", &StreamUrls::hls),
+                          member("hds", &StreamUrls::hds),
+                          member("mp4", &StreamUrls::mp4));
+    }
 };
 
 template <class Raw>
 struct StreamConfiguration {
     Maybe<Raw> properties;
 
-    auto compared() const { return std::tie(properties); }
+    static constexpr auto members() {
+        return std::tuple(member("properties", &StreamConfiguration::properties).array());
+    }
 };
 
 struct FlightTimes {
     Maybe<Date> flightStart;
     Maybe<Date> flightEnd;
 
-    auto compared() const { return std::tie(flightStart, flightEnd); }
+    static constexpr auto members() {
+        return std::tuple(member("flightStart", &FlightTimes::flightStart).from("start"),
+                          member("flightEnd", &FlightTimes::flightEnd).from("end"));
+    }
 };
 
 struct Subtitle {
@@ -111,7 +110,11 @@ struct Subtitle {
     Maybe<URL> url;
     Held<bool> isDefault;
 
-    auto compared() const { return std::tie(language, url, isDefault); }
+    static constexpr auto members() {
+        return std::tuple(member("language", &Subtitle::language),
+                          member("url", &Subtitle::url),
+                          member("isDefault", &Subtitle::isDefault).from("default"));
+    }
 };
 
 struct Settings {
@@ -130,21 +133,21 @@ struct Settings {
     Maybe<Number> startIndexPoint;
     Maybe<Number> ageLimit;
 
-    auto compared() const {
-        return std::tie(showAds,
-                        showEmbed,
-                        showComments,
-                        tonoRegistered,
-                        createdBy,
-                        lastEditedBy,
-                        source,
-                        notes,
-                        showInNewest,
-                        loopGeneratorEnabled,
-                        escenicId,
-                        playhead,
-                        startIndexPoint,
-                        ageLimit);
+    static constexpr auto members() {
+        return std::tuple(member("showAds", &Settings::showAds),
+                          member("showEmbed", &Settings::showEmbed),
+                          member("showComments", &Settings::showComments),
+                          member("tonoRegistered", &Settings::tonoRegistered),
+                          member("createdBy", &Settings::createdBy),
+                          member("lastEditedBy", &Settings::lastEditedBy),
+                          member("source", &Settings::source),
+                          member("notes", &Settings::notes),
+                          member("showInNewest", &Settings::showInNewest),
+                          member("loopGeneratorEnabled", &Settings::loopGeneratorEnabled),
+                          member("escenicId", &Settings::escenicId),
+                          member("playhead", &Settings::playhead),
+                          member("startIndexPoint", &Settings::startIndexPoint),
+                          member("ageLimit", &Settings::ageLimit));
     }
 };
 
@@ -165,21 +168,22 @@ struct Additional {
     Maybe<Raw> imageCaption;
     Maybe<std::string> url;
 
-    auto compared() const {
-        return std::tie(settings,
-                        barrels,
-                        featuredChapters,
-                        chapters,
-                        cuePoints,
-                        sourceFiles,
-                        externalCategoryIdentifier,
-                        externalIdentifier,
-                        nextAsset,
-                        metadata,
-                        access,
-                        subtitles,
-                        imageCaption,
-                        url);
+    static constexpr auto members() {
+        return std::tuple(member("settings", &Additional::settings),
+                          member("barrels", &Additional::barrels).array(),
+                          member("featuredChapters", &Additional::featuredChapters),
+                          member("chapters", &Additional::chapters),
+                          member("cuePoints", &Additional::cuePoints),
+                          member("sourceFiles", &Additional::sourceFiles).array(),
+                          member("externalCategoryIdentifier", &Additional::externalCategoryIdentifier)
+                              .from("externalCategoryId"),
+                          member("externalIdentifier", &Additional::externalIdentifier).from("externalId"),
+                          member("nextAsset", &Additional::nextAsset),
+                          member("metadata", &Additional::metadata).dictionary(),
+                          member("access", &Additional::access).dictionary(),
+                          member("subtitles", &Additional::subtitles),
+                          member("imageCaption", &Additional::imageCaption).dictionary(),
+                          member("url", &Additional::url));
     }
 };
 
@@ -188,7 +192,12 @@ struct PlayerBranding {
     Maybe<URL> playerBackground;
     Maybe<URL> link;
 
-    auto compared() const { return std::tie(playerBrandingIdentifier, playerBackground, link); }
+    static constexpr auto members() {
+        return std::tuple(
+            member("playerBrandingIdentifier", &PlayerBranding::playerBrandingIdentifier).from("id"),
+            member("playerBackground", &PlayerBranding::playerBackground),
+            member("link", &PlayerBranding::link));
+    }
 };
 
 struct CategoryAdditional {
@@ -207,28 +216,36 @@ struct CategoryAdditional {
     Held<bool> autoPlayNextAsset;
     Held<bool> notificationMailEnabled;
 
-    auto compared() const {
-        return std::tie(categoryDescription,
-                        image,
-                        isImageUploaded,
-                        logo,
-                        background,
-                        backgroundColor,
-                        playerLogoImage,
-                        showEndPoster,
-                        showComments,
-                        allowAllDevices,
-                        playerBranding,
-                        adCampaignIdentifier,
-                        autoPlayNextAsset,
-                        notificationMailEnabled);
+    /// Properties that the library declares and no mapping fills.
+    static constexpr std::array<std::string_view, 2> kNeverFilled{"assets", "showPlayerLogo"};
+
+    static constexpr auto members() {
+        return std::tuple(
+            member("categoryDescription", &CategoryAdditional::categoryDescription)
+                .from("description")
+                .cleaned(),
+            member("image", &CategoryAdditional::image),
+            member("isImageUploaded", &CategoryAdditional::isImageUploaded),
+            member("logo", &CategoryAdditional::logo),
+            member("background", &CategoryAdditional::background),
+            member("backgroundColor", &CategoryAdditional::backgroundColor),
+            member("playerLogoImage", &CategoryAdditional::playerLogoImage),
+            member("showEndPoster", &CategoryAdditional::showEndPoster),
+            member("showComments", &CategoryAdditional::showComments),
+            member("allowAllDevices", &CategoryAdditional::allowAllDevices),
+            member("playerBranding", &CategoryAdditional::playerBranding),
+            member("adCampaignIdentifier", &CategoryAdditional::adCampaignIdentifier).from("adCampaignId"),
+            member("autoPlayNextAsset", &CategoryAdditional::autoPlayNextAsset),
+            member("notificationMailEnabled", &CategoryAdditional::notificationMailEnabled));
     }
 };
 
 struct LastAsset {
     Maybe<Number> lastAssetIdentifier;
 
-    auto compared() const { return std::tie(lastAssetIdentifier); }
+    static constexpr auto members() {
+        return std::tuple(member("lastAssetIdentifier", &LastAsset::lastAssetIdentifier).from("id"));
+    }
 };
 
 struct Category {
@@ -243,17 +260,17 @@ struct Category {
     Maybe<LastAsset> lastAsset;
     Maybe<CategoryAdditional> additional;
 
-    auto compared() const {
-        return std::tie(categoryIdentifier,
-                        title,
-                        parentIdentifier,
-                        showCategory,
-                        isSeries,
-                        order,
-                        ageLimit,
-                        stats,
-                        lastAsset,
-                        additional);
+    static constexpr auto members() {
+        return std::tuple(member("categoryIdentifier", &Category::categoryIdentifier).from("id"),
+                          member("title", &Category::title).cleaned(),
+                          member("parentIdentifier", &Category::parentIdentifier).from("parentId"),
+                          member("showCategory", &Category::showCategory),
+                          member("isSeries", &Category::isSeries),
+                          member("order", &Category::order),
+                          member("ageLimit", &Category::ageLimit),
+                          member("stats", &Category::stats),
+                          member("lastAsset", &Category::lastAsset),
+                          member("additional", &Category::additional));
     }
 };
 
@@ -282,24 +299,30 @@ struct Asset {
     Maybe<StreamUrls> streamUrls;
     Maybe<Additional<Raw>> assetAdditional;
 
-    auto compared() const {
-        return std::tie(assetIdentifier,
-                        title,
-                        titleFront,
-                        assetDescription,
-                        assetDescriptionFront,
-                        flightTimes,
-                        duration,
-                        assetType,
-                        streamType,
-                        status,
-                        series,
-                        streamConfiguration,
-                        articleUrl,
-                        category,
-                        images,
-                        streamUrls,
-                        assetAdditional);
+    static constexpr auto members() {
+        return std::tuple(
+            member("assetIdentifier", &Asset::assetIdentifier).from("id"),
+            member("title", &Asset::title).cleaned(),
+            member("titleFront", &Asset::titleFront).cleaned(),
+            member("assetDescription", &Asset::assetDescription).from("description").cleaned(),
+            member("assetDescriptionFront", &Asset::assetDescriptionFront).from("descriptionFront").cleaned(),
+            member("displays", &Asset::displays).notCompared(),
+            member("showDisplays", &Asset::showDisplays).notCompared(),
+            member("createdAt", &Asset::createdAt).from("created").notCompared(),
+            member("updatedAt", &Asset::updatedAt).from("updated").notCompared(),
+            member("publishedAt", &Asset::publishedAt).from("published").notCompared(),
+            member("flightTimes", &Asset::flightTimes),
+            member("duration", &Asset::duration),
+            member("assetType", &Asset::assetType),
+            member("streamType", &Asset::streamType),
+            member("status", &Asset::status),
+            member("series", &Asset::series),
+            member("streamConfiguration", &Asset::streamConfiguration),
+            member("articleUrl", &Asset::articleUrl),
+            member("category", &Asset::category),
+            member("images", &Asset::images),
+            member("streamUrls", &Asset::streamUrls),
+            member("assetAdditional", &Asset::assetAdditional).from("additional"));
     }
 };
 

@@ -4,11 +4,15 @@
 #include "JSON/JSONMapping.h"
 #include "QELModels/Mappers/QELAssetMapper.h"
 #include "QELModels/Mappers/QELAssetsMapper.h"
+#include "RawText.h"
+#include "Records.h"
 #include "Rivals.h"
 
 namespace QELModels::bench {
 
 namespace {
+
+using AssetByHand = Asset<RawText>;
 
 struct LibraryWay {
     struct Result {
@@ -23,7 +27,14 @@ struct LibraryWay {
     }
 
     static std::uint64_t digest(const Result& result) {
-        return result.single ? digestOfAsset(*result.single) : digestOfPage(*result.page);
+        Digest digest;
+        if (result.single) {
+            digest.addAs<AssetByHand>(*result.single);
+        } else {
+            for (const QELAsset& asset : *result.page)
+                digest.addAs<AssetByHand>(asset);
+        }
+        return digest.value();
     }
 
     static void forgetBuffers() { reader() = JSONReader(); }
@@ -47,7 +58,7 @@ protected:
     }
 };
 
-/// For those who have a use for the document besides.
+/// For applications that use the document itself too.
 struct LibraryWayByTheDocument : LibraryWay {
     static Result read(const Document& source) {
         return filled(source, [&](const auto& mapper, JSONError& error) {

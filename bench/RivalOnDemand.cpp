@@ -128,9 +128,7 @@ struct OnDemandWay {
         return result;
     }
 
-    static std::uint64_t digest(const Result& result) {
-        return result.single ? digestOfAsset(*result.single) : digestOfPage(result.page);
-    }
+    static std::uint64_t digest(const Result& result) { return digestOf(result); }
 
     static void forgetBuffers() { parser() = ondemand::parser(); }
 

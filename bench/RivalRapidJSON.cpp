@@ -108,9 +108,7 @@ struct RapidJSONWay {
         return result;
     }
 
-    static std::uint64_t digest(const Result& result) {
-        return result.single ? digestOfAsset(*result.single) : digestOfPage(result.page);
-    }
+    static std::uint64_t digest(const Result& result) { return digestOf(result); }
 
     static void forgetBuffers() { buffers() = {}; }
 
