@@ -13,7 +13,7 @@
 #include "Plot.h"
 #include "Report.h"
 
-// The command line, and the parts one after the other.
+// The command line; it runs the parts one after the other.
 namespace QELModels::bench {
 
 namespace {

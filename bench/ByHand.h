@@ -13,8 +13,8 @@
 #include "RawText.h"
 #include "Records.h"
 
-/// What an application asks of an asset, answered for plain structures as a good engineer would: no work that
-/// the question does not need, one allocation where a text or a list is made. (`Members.h` has equality.)
+/// What an application asks of an asset, answered for plain structures as a good engineer would do it: no
+/// work that the question does not need, one allocation for each text or list. (Equality is in `Members.h`.)
 namespace QELModels::bench::byHand {
 
 using Asset = bench::Asset<RawText>;
@@ -33,7 +33,7 @@ using Value = std::variant<std::monostate,
                            const StreamUrls*,
                            const Additional<RawText>*>;
 
-/// All properties by name. It keeps the asset, and so what its values lend.
+/// All properties by name. It keeps the asset alive, so that what its values lend stays valid.
 struct Dictionary {
     std::shared_ptr<const Asset> asset;
     std::vector<std::pair<std::string_view, Value>> entries;
@@ -41,7 +41,7 @@ struct Dictionary {
 
 Dictionary dictionaryOf(std::shared_ptr<const Asset> asset);
 
-/// Of the members that are compared. Lists and raw sub-trees count by their size alone, as they do in the
+/// The hash of the members that are compared. Of lists and raw sub-trees only the size is hashed, as in the
 /// library.
 std::size_t hashOf(const Asset& asset);
 
@@ -50,7 +50,7 @@ bool isLive(const Asset& asset);
 /// The main image at the size of a cell in points; empty without one.
 std::string imageURL(const Asset& asset, Size cell, double pixelsPerPoint);
 
-/// How long until the asset's flight begins, seen from a date.
+/// The time from a date to the begin of the asset's flight, as a text.
 std::string countdown(const Asset& asset, Date from);
 
 }  // namespace QELModels::bench::byHand

@@ -58,7 +58,8 @@ std::string decimal(std::int64_t value) {
 
 }  // namespace
 
-/// Writes compact JSON, commas included. Keys must live as long as the writer.
+/// Writes compact JSON, commas included.
+/// Requires: the texts of keys outlive the writer.
 class DocumentGenerator::Writer {
 public:
     std::string take() && { return std::move(text_); }
@@ -95,8 +96,8 @@ public:
         separate();
         quote(value);
     }
-    /// The same text, with escapes for everything that is not ASCII. The generator's words need two bytes at
-    /// most.
+    /// The same text, with escapes for everything that is not ASCII.
+    /// Requires: no character has more than two bytes, which holds for the generator's words.
     void asciiText(std::string_view value) {
         static constexpr std::string_view kDigits = "0123456789abcdef";
         separate();
@@ -254,7 +255,7 @@ void DocumentGenerator::writeAny(Writer& out, Form form, std::string_view key) {
         out.number(between(1, 99));
         out.close(isArray ? ']' : '}');
     } else {
-        throw std::logic_error("there are no words made up for '" + std::string(key) + "'");
+        throw std::logic_error("the generator has no words for '" + std::string(key) + "'");
     }
 }
 

@@ -23,9 +23,9 @@ enum class DocumentKind : std::uint8_t {
 };
 
 /// Makes documents of the content API as compact JSON text: fictional Norwegian programmes whose keys, kinds
-/// and sizes are in the proportions of real ones. An asset has about 5.5 KB; a third of its titles and
-/// descriptions holds markup or entities, a tenth of its bytes is under keys that no mapping reads, and
-/// now and then a value is null or missing.
+/// and sizes are in the proportions of real ones. An asset has about 5.5 KB. A third of its titles and
+/// descriptions holds markup or entities, a tenth of its bytes is under keys that no mapping reads, and some
+/// values are null or missing.
 ///
 /// The same seed and the same sequence of calls give the same bytes on every platform.
 class DocumentGenerator {
@@ -35,7 +35,7 @@ public:
     std::string asset();
     std::string category();
 
-    /// `count` elements in a page; in an editorial or a season, `count` assets.
+    /// Pages of `count` elements; an editorial or a season of `count` assets.
     std::string assetsPage(std::size_t count);
     std::string categoriesPage(std::size_t count);
     std::string editorial(std::size_t count);
@@ -43,7 +43,7 @@ public:
     std::string season(std::size_t count);
     std::string seasonsPage(std::size_t count);
 
-    /// A document of any kind; `count` as above, without meaning for one asset or category.
+    /// A document of any kind; `count` as above; it is ignored for one asset or category.
     std::string document(DocumentKind kind, std::size_t count);
 
 private:
@@ -75,8 +75,8 @@ private:
     // Parts of documents.
     template <class T>
     void writeAny(Writer& out, Form form, std::string_view key);
-    /// Ends a record's dictionary. Before that, all keys that `Record` has a member for and the generator has
-    /// no particular value for get one of their kind.
+    /// Ends a record's dictionary. Before that, it adds the keys of those members of `Record` that are
+    /// neither written nor left out, with values of their kind: a new member needs no line of its own here.
     template <class Record>
     void closeRecord(Writer& out);
     Place anyPlace() noexcept;

@@ -14,7 +14,7 @@
 #include "Records.h"
 #include "Rivals.h"
 
-// From the bytes of a document to filled assets: the library beside the same work written by hand.
+// From the bytes of a document to filled assets: the library and the same work written by hand.
 namespace QELModels::bench {
 
 namespace {
@@ -144,7 +144,7 @@ HeapUses heapUsesOf(const Rival& rival, const Document& document) {
     return uses;
 }
 
-/// Measures one document and answers the ratio of each rival to the baseline.
+/// Measures one document. Returns the ratio of each rival to the baseline.
 std::vector<double> measureDocument(const Document& document, const Options& options, Report& report) {
     const double assets = static_cast<double>(document.assets);
     const double bytes = static_cast<double>(document.text.size());

@@ -16,9 +16,9 @@
 
 namespace QELModels::bench {
 
-/// Fills the records in one pass over the members of each dictionary. A `Reader` says how a parser's values
-/// are looked into; each of its functions is small enough to be inlined, so that the code for each parser is
-/// what one would have written for it alone:
+/// Fills the records in one pass over the members of each dictionary. A `Reader` is how a parser's values are
+/// read. Each of its functions is small enough to be inlined, so that the code for each parser is what one
+/// would have written for that parser alone:
 ///
 ///     using Node = ...; using Raw = ...;
 ///     static bool members(Node&, f);                     // f(key, value&) for each; false: not a dictionary
@@ -110,7 +110,7 @@ private:
 
     // What a record takes from a dictionary.
 
-    // Below this number of keys, comparing with each is as quick as a table.
+    // A record with fewer keys compares with each of them, which is as quick as a table.
     static constexpr std::size_t kFewestKeysOfATable = 4;
 
     template <class Record>
@@ -119,7 +119,7 @@ private:
     }
     (std::make_index_sequence<kMemberCount<Record>>());
 
-    // A chain of comparisons, which the compiler makes a switch of where they are with numbers.
+    // A chain of comparisons. The compiler turns those of numbers into a switch.
     template <class Record>
     static void take(Record& record, std::string_view key, Node& value) {
         if constexpr (kMemberCount<Record> < kFewestKeysOfATable) {

@@ -6,8 +6,8 @@
 #include <cerrno>
 #include <utility>
 
-// The program's own malloc and its kin, in front of the C library's. They see what operator new and every
-// library ask for.
+// The program's own malloc and related functions, which count and then call those of the C library. They see
+// what operator new and every library allocate.
 extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);

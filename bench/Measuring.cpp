@@ -17,7 +17,7 @@ double threadNanoseconds() {
 }
 
 double nanosecondsOf(const Way& way, int repetitions) {
-    // The first run finds the caches and the heap as the way before has left them.
+    // The first run is not counted: it finds the caches and the heap as the previous way left them.
     way.run();
     const double start = threadNanoseconds();
     for (int i = 0; i < repetitions; ++i)
@@ -42,7 +42,7 @@ std::vector<Times> timesInTurn(std::span<const Way> ways, const Options& options
         const double turn = std::chrono::duration<double, std::nano>(options.turn).count();
         repetitions.push_back(std::max(kLeastRepetitions, static_cast<int>(turn / nanosecondsOf(way, 1))));
     }
-    // The order changes from round to round, so that none always follows the same one.
+    // The order changes from round to round, so that no way always follows the same one.
     std::vector<std::size_t> order(ways.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     std::minstd_rand shuffler;

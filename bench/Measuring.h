@@ -10,7 +10,7 @@
 
 namespace QELModels::bench {
 
-/// Tells the compiler that somebody looks at `value`.
+/// Makes the compiler compute `value`, although nobody uses it.
 template <class T>
 inline void lookAt(const T& value) {
     asm volatile("" : : "g"(&value) : "memory");
@@ -33,12 +33,12 @@ struct Way {
 /// Nanoseconds for a unit of a way, one number for each round.
 using Times = std::vector<double>;
 
-/// Lets the ways take turns, so that whatever slows the machine down for a while slows all of them down. The
-/// times are in the order of the ways. What is counted is the processor's time of this thread: what other
-/// programs take from the machine is not in it.
+/// Runs the ways in turns, so that what slows the machine down for a while slows all of them down. The times
+/// are in the order of the ways. They are the processor's time of this thread, without what other programs
+/// take.
 std::vector<Times> timesInTurn(std::span<const Way> ways, const Options& options);
 
-/// The time of the one for each unit of the other's, round by round.
+/// The time of one way divided by that of another, round by round.
 Quartiles ratioOf(const Times& times, const Times& baseline);
 
 /// What a run asks of the heap when its buffers are in place.

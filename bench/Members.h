@@ -9,9 +9,8 @@
 #include <utility>
 #include <vector>
 
-/// What the records that are written by hand consist of, and the list of members that each of them has: all
-/// code that goes through the members of a record (filling, comparing, digests, made-up documents) works from
-/// that list.
+/// The parts of records that are written by hand. Each record has one list of its members. All code that goes
+/// through the members of a record (filling, comparing, digests, made-up documents) works from that list.
 ///
 ///     struct Subtitle {
 ///         Maybe<std::string> language;
@@ -46,7 +45,7 @@ private:
 template <class T>
 using Maybe = Held<std::optional<T>>;
 
-/// What the type of a member leaves open about its value in a document.
+/// What the type of a member does not say about its value in a document.
 enum class Form : std::uint8_t {
     asItsType,
     cleaned,     ///< a text without HTML
@@ -111,8 +110,7 @@ constexpr void forEachMember(Visit visit) {
     std::apply([&](const auto&... each) { (visit(each), ...); }, kMembersOf<Record>);
 }
 
-/// Calls `ask.operator()<I>()` with the position of each member, as a constant, up to the first one for which
-/// it is true. Whether there is one.
+/// Whether `ask.operator()<I>()` is true for the position of a member; it is called up to the first such one.
 template <RecordByHand Record, class Ask>
 constexpr bool anyMember(Ask ask) {
     return [&]<std::size_t... I>(std::index_sequence<I...>) {
@@ -130,19 +128,17 @@ bool operator==(const Record& a, const Record& b) {
     });
 }
 
-/// The type of a member's value when there is one, and whether it may be missing.
 template <class T>
-struct Optional {
-    using Present = T;
-    static constexpr bool kMayBeMissing = false;
+struct WithoutOptional {
+    using Type = T;
 };
 template <class T>
-struct Optional<std::optional<T>> {
-    using Present = T;
-    static constexpr bool kMayBeMissing = true;
+struct WithoutOptional<std::optional<T>> {
+    using Type = T;
 };
+/// The type of a member's value if it is not null.
 template <class T>
-using Present = typename Optional<T>::Present;
+using Present = typename WithoutOptional<T>::Type;
 
 /// The records of a list; void for anything else.
 template <class T>

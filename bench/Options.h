@@ -14,7 +14,7 @@ struct Options {
     bool checkOnly = false;
     bool csv = false;
     int rounds = 25;
-    /// How long a way of doing something runs before the next one has its turn, unless once takes longer.
+    /// How long a way runs before the next one has its turn; longer if one call takes longer.
     std::chrono::milliseconds turn{10};
     std::string only;      ///< the part to run; empty for all
     std::string plotFile;  ///< where to draw the results; empty for nowhere

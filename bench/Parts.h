@@ -10,15 +10,15 @@ namespace QELModels::bench {
 /// One subject of the benchmark.
 struct Part {
     std::string_view name;
-    /// Whether the library and the code written by hand do the same work; says on stderr where they do not.
-    /// Null when there is nothing beside the library.
+    /// Whether the library and the code written by hand do the same work. Differences are written to stderr.
+    /// Null when no code written by hand is compared with the library.
     bool (*check)();
     void (*measure)(const Options&, Report&);
 };
 
 extern const Part kDocuments;  ///< from the bytes of a document to filled assets
 extern const Part kQuestions;  ///< what an application asks of a filled asset, again and again
-extern const Part kTexts;      ///< cleaning of HTML and grammar of URLs, on usual and on the worst inputs
+extern const Part kTexts;      ///< cleaning of HTML and parsing of URLs, on usual and on the worst inputs
 extern const Part kThreads;    ///< two threads at once
 
 }  // namespace QELModels::bench

@@ -146,11 +146,11 @@ private:
                  "\" height=\"" + std::to_string(kBar + 2) + "\"/>\n";
     }
     /// `at` is the place among what is drawn: what comes later is drawn over it.
-    void verticalLine(int x, int top, int bottom, std::size_t at) {
-        const std::string place = std::to_string(x);
+    void verticalLine(int column, int top, int bottom, std::size_t at) {
+        const std::string x = std::to_string(column);
         rows_.insert(at,
-                     "<line class=\"one\" x1=\"" + place + "\" x2=\"" + place + "\" y1=\"" +
-                         std::to_string(top) + "\" y2=\"" + std::to_string(bottom) + "\"/>\n");
+                     "<line class=\"one\" x1=\"" + x + "\" x2=\"" + x + "\" y1=\"" + std::to_string(top) +
+                         "\" y2=\"" + std::to_string(bottom) + "\"/>\n");
     }
     void sample(std::string_view style, std::string_view words) {
         rectangle(style, kMargin, kSample);

@@ -9,7 +9,7 @@
 namespace QELModels::bench {
 
 /// The figures that have a ratio, as an SVG picture: a group of bars for each document, and one for all
-/// questions. Empty when no figure has one. `caption` is its last line.
+/// questions. Empty if no figure has one. `caption` is its last line.
 std::string plotOf(std::span<const Figure> figures, std::string_view caption);
 
 }  // namespace QELModels::bench

@@ -18,8 +18,8 @@
 #include "QELModels/QELModels.h"
 #include "RivalOnDemand.h"
 
-// What an application asks of a filled asset, again and again: the library beside plain structures. Each
-// question goes to all assets of a page, as a listing screen's do.
+// What an application asks of a filled asset again and again, with the library and with plain structures.
+// Each question is asked of all assets of a page, as a listing screen does.
 namespace QELModels::bench {
 
 namespace {
@@ -29,7 +29,7 @@ constexpr std::uint64_t kSeed = 20150102;
 
 // The pages.
 
-/// A page in both shapes.
+/// The same page as filled by the library and by hand.
 struct Page {
     Ref<List<QELAsset>> library;
     std::shared_ptr<const std::vector<byHand::Asset>> byHand;
@@ -40,7 +40,7 @@ struct Page {
 
 using Edit = void (*)(nlohmann::ordered_json& asset, std::size_t i);
 
-/// The same page of the same generator, each asset edited.
+/// A page of the generator, always the same one, with each asset edited.
 Page pageWith(Edit edit) {
     auto root = nlohmann::ordered_json::parse(DocumentGenerator(kSeed).assetsPage(kAssets));
     auto& assets = root["_embedded"]["assets"];
@@ -53,14 +53,14 @@ Page pageWith(Edit edit) {
             std::make_shared<const std::vector<byHand::Asset>>(assetsByHand(document).page)};
 }
 
-/// Every other flight is still to begin.
+/// Every second flight has not begun yet.
 void putOffFlights(nlohmann::ordered_json& asset, std::size_t i) {
     constexpr std::int64_t kFarAhead = 4'102'444'800;  // 2100-01-01 00:00:00 UTC
     if (i % 2 == 1) asset["flightTimes"]["start"] = kFarAhead;
 }
 
-/// Without what the library compares by identity. Two assets that are read apart can be equal then, and have
-/// nothing in common that would make comparing them short.
+/// Removes what the library compares by identity, so that two assets from different documents can be equal
+/// and share no object that would make the comparison short.
 void keepOnlyValues(nlohmann::ordered_json& asset, std::size_t) {
     for (const char* const key : {"flightTimes", "series", "images"})
         asset.erase(key);
@@ -76,7 +76,8 @@ void differLate(nlohmann::ordered_json& asset, std::size_t i) {
 
 // The questions.
 
-/// Both answers to it for one asset of a page are a call; `agree` is whether they are the same.
+/// `library` and `byHand` answer it for all assets of a page; `agree` is whether the answers for one are the
+/// same.
 struct Question {
     std::string name;
     Way library;
@@ -129,7 +130,7 @@ bool isSameDictionary(const PropertyDictionary& dictionary, const byHand::Dictio
 constexpr double kPixelsPerPoint = 2;
 constexpr std::array<Size, 5> kCells{{{300, 169}, {160, 90}, {414, 233}, {768, 432}, {1200, 900}}};
 
-/// Seconds before a flight; each form of the text is among them.
+/// Seconds before a flight, with at least one for each form of the text.
 constexpr std::array<double, 6> kCountdowns{5, 61, 754, 3'661, 86'399, 1'234'567};
 
 Date dateBefore(const QELAsset& asset, double seconds) {
@@ -171,7 +172,7 @@ std::vector<Question> makeQuestions() {
         [=](std::size_t i) {
             return !values.asset(i).isEqual(&late.asset(i)) && values.assetByHand(i) != late.assetByHand(i);
         }));
-    // Each has numbers of its own, so only what follows from equality can be compared.
+    // The two hash differently, so only what follows from equality can be compared.
     questions.push_back(question(
         "hash",
         [=](std::size_t i) { return values.asset(i).hash(); },

@@ -5,14 +5,14 @@
 
 namespace QELModels::bench {
 
-/// A sub-tree that nobody looks into, kept as the text it came as.
+/// A sub-tree that nobody looks into, kept as its text in the document.
 struct RawText {
     std::string text;
 
     friend bool operator==(const RawText&, const RawText&) = default;
 };
 
-/// Elements of an array, members of a dictionary.
+/// The number of elements of an array or of members of a dictionary.
 inline std::size_t countElements(const RawText& raw) {
     std::size_t depth = 0;
     std::size_t commas = 0;

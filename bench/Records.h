@@ -17,7 +17,7 @@
 /// The records as an application would write them by hand: plain structures that own what they hold, nested
 /// records in place, null apart from empty. `Raw` is how a parser keeps a sub-tree that nobody looks into.
 ///
-/// A new property of the library's is a member and an entry in `members` here, and nothing else in the
+/// A new property of the library needs a member and an entry of `members` here, and nothing else in the
 /// benchmark. `--check` fails as long as one is missing.
 namespace QELModels::bench {
 
@@ -326,7 +326,7 @@ struct Asset {
     }
 };
 
-/// What a document gives: one asset, held in place, or those of a page.
+/// The result of reading a document: one asset, held in place, or the assets of a page.
 template <class Raw>
 struct Assets {
     std::optional<Asset<Raw>> single;

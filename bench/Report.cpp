@@ -27,7 +27,7 @@ std::string compiler() {
 #endif
 }
 
-/// As CSV has it: a quote within is doubled.
+/// A field of CSV: quotes in the text are doubled.
 std::string quoted(std::string_view text) {
     std::string quoted = "\"";
     for (const char c : text) {

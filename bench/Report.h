@@ -35,7 +35,7 @@ struct Figure {
     double ratio = 0;  ///< to the way written by hand; 0 without one
 };
 
-/// What a run of the benchmark has to say: tables for people, or one line for each figure.
+/// The output of a run: tables for people, or one line for each figure.
 class Report {
 public:
     explicit Report(bool csv) : csv_(csv) {}

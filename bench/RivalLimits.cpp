@@ -4,8 +4,7 @@
 
 #include "Rivals.h"
 
-// What no reader that goes through the whole document can beat: parsing alone, and finding the structure
-// alone.
+// What no reader of whole documents can beat: parsing alone, and finding the structure alone.
 namespace QELModels::bench {
 
 namespace {
@@ -17,7 +16,7 @@ void check(simdjson::error_code error) {
 struct DOMParse {
     static void read(const Document& source) {
         simdjson::dom::element root;
-        constexpr bool kCopyFirst = false;  // there is padding behind the text
+        constexpr bool kCopyFirst = false;  // there is padding after the text
         check(parser().parse(source.text.data(), source.text.size(), kCopyFirst).get(root));
         lookAt(root);
     }

@@ -65,7 +65,7 @@ struct NlohmannReader {
         return value && value->boolValue();
     }
 
-    // The tree is about to be thrown away, so its branches are taken as they are.
+    // The tree is not used afterwards, so its sub-trees are moved out of it.
     static std::optional<Raw> rawArray(Node& node) {
         if (!node.is_array()) return std::nullopt;
         return Raw{std::move(node)};

@@ -85,8 +85,9 @@ struct OnDemandReader {
     }
 
 private:
-    /// The key as it stands between its quotes. That is quicker than the parser's own ways: one compares with
-    /// a single key, the other copies. No key that a record reads needs escapes, or is longer than the limit.
+    /// The bytes between the key's quotes, with escapes as they are. That is quicker than the parser's own
+    /// functions: one compares with a single key, the other copies. No key that a record reads has escapes or
+    /// is longer than the limit.
     static std::string_view keyOf(const ondemand::field& field) {
         constexpr std::size_t kLongestKey = 64;
         const char* const begin = field.key().raw();
@@ -119,7 +120,7 @@ struct OnDemandWay {
             Fill::asset(root, result.single.emplace());
             return result;
         }
-        // An asset has well over four kilobytes of text, so the list never has to move.
+        // An asset has more than four kilobytes of text, so the list is never reallocated.
         constexpr std::size_t kLeastAssetBytes = 4096;
         result.page.reserve(source.text.size() / kLeastAssetBytes + 1);
         ondemand::value list;

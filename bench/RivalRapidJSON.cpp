@@ -8,7 +8,7 @@
 #include "Rivals.h"
 
 #ifdef __SSE2__
-#define RAPIDJSON_SSE2  // how this parser is told to read several bytes a step
+#define RAPIDJSON_SSE2  // makes this parser read several bytes a step
 #endif
 #include <rapidjson/document.h>
 #include <rapidjson/stringbuffer.h>
@@ -67,7 +67,7 @@ struct RapidJSONReader {
     }
 
 private:
-    // The values' memory is reused for the next document, so a sub-tree is written out again.
+    // The memory of the values is reused for the next document, so a sub-tree is written to a text.
     static Raw raw(Node& node) {
         static rapidjson::StringBuffer buffer;
         buffer.Clear();
@@ -82,8 +82,8 @@ struct RapidJSONWay {
     using Fill = Filler<RapidJSONReader>;
 
     static Result read(const Document& source) {
-        // The same promises as the other parsers: exact numbers, valid UTF-8, nothing after the document.
-        // Texts are unescaped in a copy of the document, which is cheaper than one copy for each.
+        // As strict as the other parsers: exact numbers, valid UTF-8, nothing after the document. Texts are
+        // unescaped in a copy of the document, which is cheaper than a copy of each text.
         constexpr unsigned kFlags = rapidjson::kParseInsituFlag | rapidjson::kParseFullPrecisionFlag |
                                     rapidjson::kParseValidateEncodingFlag;
         Buffers& memory = buffers();

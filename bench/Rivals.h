@@ -11,9 +11,9 @@
 
 namespace QELModels::bench {
 
-/// A document as the network layer hands it over.
+/// A document as the network layer delivers it.
 struct Document {
-    /// Readers that work in blocks may read this far beyond the end.
+    /// Readers that work in blocks may read this many bytes beyond the end.
     static constexpr std::size_t kPadding = 64;
 
     Document(std::string_view documentName, std::string documentText, std::size_t assetCount, bool page)
@@ -33,11 +33,11 @@ struct Rival {
     std::string_view name;
     /// Reads a document and frees the result.
     void (*read)(const Document&);
-    /// Reads a document and hands out an owner of the result.
+    /// Reads a document and returns an owner of the result.
     std::shared_ptr<const void> (*keep)(const Document&);
     /// The digest of all filled fields; null when no records are filled, which makes it a limit, not a rival.
     std::uint64_t (*digest)(const Document&);
-    /// Gives back what is reused from call to call, to see how much memory a first call takes.
+    /// Frees what is reused from call to call, so that the memory of a first call can be measured.
     void (*forgetBuffers)();
 };
 

@@ -9,9 +9,9 @@
 #include "QELModels/Categories/NSString+HTMLRemoval.h"
 #include "QELModels/Values/URL.h"
 
-// Cleaning of HTML and grammar of URLs. The code written by hand uses the library's functions for both, so
-// there is none beside them; a walk over the bytes shows what no such function can beat. Each input comes in
-// three sizes: whoever takes time in proportion to the text is as quick on the longest as on the shortest.
+// Cleaning of HTML and parsing of URLs. The code written by hand uses the library's functions for both, so
+// they are compared with a walk over the bytes, which no such function can beat. Each input comes in three
+// sizes: where time is in proportion to the text, a byte takes as long in the longest as in the shortest.
 namespace QELModels::bench {
 
 namespace {
@@ -19,7 +19,7 @@ namespace {
 constexpr std::array<std::size_t, 3> kSizes{1'000, 32'000, 1'000'000};
 constexpr std::array<std::string_view, 3> kSizeNames{"1 KB", "32 KB", "1 MB"};
 
-/// A text that is one piece again and again, between a beginning and an end.
+/// A text that consists of a beginning, one piece repeated, and an end.
 struct Input {
     std::string_view name;
     std::string_view begin;
@@ -34,7 +34,7 @@ struct Input {
     }
 };
 
-// Each of the odd ones is there to mislead somebody who looks ahead or goes back.
+// Each of the unusual ones is hard for an algorithm that looks ahead or goes back.
 constexpr std::array kHTML{
     Input{"plain text", "", "Ein kveld ved fjorden fortel folket på øya om fisk, storm og heimveg. ", ""},
     Input{"text with markup",
@@ -81,7 +81,7 @@ constexpr std::array kURLs{
 struct Subject {
     std::string_view name;
     std::string_view limit;
-    /// Goes over the text as the limit says.
+    /// Walks over the bytes of the text: the limit.
     void (*walk)(std::string_view text, char* to);
     /// Does the work; whether the text was accepted.
     bool (*run)(std::string_view text, char* to);
@@ -109,7 +109,8 @@ constexpr Subject kCleaning{"HTML cleaned", "limit: memcpy", copyText, cleanHTML
 constexpr Subject kParsing{"URL parsed", "limit: memchr", searchText, parseURL};
 
 std::string speed(double nanosecondsPerByte) {
-    // Beyond that the text is not read to its end, or the number says more of the caches than of the code.
+    // A higher figure means that the text was not read to its end, or depends on the caches more than on the
+    // code.
     constexpr double kFastest = 100;
     const double gigabytesPerSecond = 1 / nanosecondsPerByte;
     return gigabytesPerSecond > kFastest ? "> " + fixed(kFastest, 0) : fixed(gigabytesPerSecond, 2);
@@ -122,7 +123,7 @@ void measureSubject(const Subject& subject,
     std::string buffer(kSizes.back(), '\0');
     char* const to = buffer.data();
     std::vector<std::string> names;
-    std::vector<Way> ways;  // of each input one for each size
+    std::vector<Way> ways;  // one for each size of each input
     for (const Input& input : inputs) {
         const bool isAccepted = subject.run(input.text(kSizes.front()), to);
         names.push_back(std::string(input.name) + (isAccepted ? "" : " (refused)"));

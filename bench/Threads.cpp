@@ -19,8 +19,8 @@
 #include "Parts.h"
 #include "QELModels/Mappers/QELAssetsMapper.h"
 
-// Two threads that map different pages at once, beside two processes that do the same and so share nothing:
-// what the threads take longer, they spend on memory that both of them write to.
+// Two threads that map different pages at once, compared with two processes that do the same and share
+// nothing: if the threads take longer, that time is spent on memory to which both of them write.
 namespace QELModels::bench {
 
 namespace {
@@ -28,8 +28,8 @@ namespace {
 constexpr std::size_t kWorkers = 2;
 constexpr std::size_t kAssets = 50;
 
-/// Where two processors are free, one process alone takes about as long as two at once; where they share one,
-/// half as long.
+/// If two processors are free, one process alone takes about as long as two at once. If they share one, it
+/// takes half as long.
 constexpr double kLeastOfFreeMachine = 0.8;
 
 /// How often a worker maps its page when it is told to.
@@ -76,7 +76,8 @@ private:
     std::array<int, 2> ends_{};
 };
 
-/// A thread or a process, told by pipes either way, so that both kinds are started and awaited alike.
+/// A thread or a process. Both are controlled through pipes, so that they are started and awaited in the same
+/// way.
 class Worker {
 public:
     virtual ~Worker() = default;
@@ -110,13 +111,13 @@ private:
     std::thread thread_;
 };
 
-/// To be made while this process has one thread only.
+/// Requires: this process has one thread only.
 class ProcessWorker : public Worker {
 public:
     explicit ProcessWorker(const Work& work) : process_(fork()) {
         if (process_ < 0) throw std::runtime_error("no process");
         if (process_ > 0) return;
-        prctl(PR_SET_PDEATHSIG, SIGKILL);  // whatever becomes of the parent, no child is left behind
+        prctl(PR_SET_PDEATHSIG, SIGKILL);  // no child outlives its parent
         serve(work);
         _exit(0);
     }
@@ -134,7 +135,7 @@ class Team {
 public:
     explicit Team(const std::array<Work, kWorkers>& works) : workers_{Kind(works[0]), Kind(works[1])} {}
 
-    /// The time that passes until the first `count` workers, all at once, are done.
+    /// The time until the first `count` workers, started at once, are done.
     double milliseconds(std::size_t count) const {
         const auto begin = std::chrono::steady_clock::now();
         for (std::size_t i = 0; i < count; ++i)
@@ -149,7 +150,7 @@ private:
 };
 
 int repetitionsFor(const std::string& page, const Options& options) {
-    // The processes' scheduler needs longer turns than one thread's own time does.
+    // Times that depend on the scheduler need longer turns than the time of one thread.
     constexpr int kTurns = 5;
     const Work once{page, 1};
     const Way way{"once", [&once] { once.run(); }, 1};
