@@ -66,7 +66,9 @@ private:
     using Steps = std::vector<std::size_t>;
 
     void fillRecord(Steps at, const std::string& path, const std::string& property, const FEMRules& rules);
-    void fillList(const Steps& at, const std::string& path, const std::string& property,
+    void fillList(const Steps& at,
+                  const std::string& path,
+                  const std::string& property,
                   const FEMRules& rules);
     Steps reach(Steps at, std::string& path, std::string_view keyPath, const Line& lineIfMissing);
     Tree& tree(const Steps& steps);
