@@ -15,111 +15,67 @@
 namespace QELModels::test {
 namespace {
 
-using Question = bool (*)(const QELAsset&);
-
-TEST(AssetFacts, answerEveryQuestionAlsoWhereRecordsAreMissing) {
-    struct Row {
-        std::string_view text;
-        bool answer;
-    };
+TEST(AssetFacts, AnswerEveryQuestionAlsoWhereRecordsAreMissing) {
+    // clang-format off
     const struct {
         const char* name;
-        Question ask;
-        std::vector<Row> rows;
+        bool (*ask)(const QELAsset&);
+        std::vector<std::string_view> yes, no;
     } questions[] = {
-        {"isLive",
-         [](const QELAsset& a) { return isLive(a); },
-         {{"{}", false},
-          {R"({"flightTimes": {}})", false},
-          {R"({"flightTimes": {"end": 1}})", false},
-          {R"({"flightTimes": {"start": 99.5}})", true},
-          {R"({"flightTimes": {"start": 100}})", false},
-          {R"({"flightTimes": {"start": 100.5}})", false},
-          {R"({"flightTimes": {"start": 10, "end": 20}})", true},
-          {R"({"streamType": "live"})", false}}},
-        {"wasLive",
-         [](const QELAsset& a) { return wasLive(a); },
-         {{"{}", false},
-          {R"({"flightTimes": {"start": 10}})", false},
-          {R"({"flightTimes": {"end": 99.5}})", true},
-          {R"({"flightTimes": {"end": 100}})", false},
-          {R"({"flightTimes": {"start": 10, "end": 20}})", true},
-          {R"({"streamType": "wasLive"})", false}}},
-        {"hasLiveStreamType",
-         hasLiveStreamType,
-         {{"{}", false}, {R"({"streamType": "wasLive"})", false}, {R"({"streamType": "live"})", true}}},
-        {"isLastAssetInCategory",
-         isLastAssetInCategory,
-         {{R"({"id": 7, "category": {"lastAsset": {"id": 7}}})", true},
-          {R"({"id": 7, "category": {"lastAsset": {"id": 7.0}}})", true},
-          {R"({"id": 7, "category": {"lastAsset": {"id": 8}}})", false},
-          {R"({"id": 7, "category": {"id": 7, "lastAsset": {}}})", false},
-          {R"({"category": {"lastAsset": {}}})", false},
-          {R"({"id": 7, "category": {}})", false},
-          {R"({"id": 7})", false}}},
-        {"remotePlaybackAllowed",
-         remotePlaybackAllowed,
-         {{"{}", false},
-          {R"({"streamType": "live"})", true},
-          {R"({"streamType": "live", "category": {"additional": {"allowAllDevices": false}}})", true},
-          {R"({"category": {}})", false},
-          {R"({"category": {"additional": {}}})", false},
-          {R"({"category": {"additional": {"allowAllDevices": true}}})", true}}},
-        {"showAds",
-         showAds,
-         {{"{}", true},
-          {R"({"additional": {}})", true},
-          {R"({"additional": {"settings": {}}})", false},
-          {R"({"additional": {"settings": {"showAds": true}}})", true}}},
-        {"settingsShowComments",
-         settingsShowComments,
-         {{"{}", true},
-          {R"({"additional": {}})", true},
-          {R"({"additional": {"settings": {"showAds": true}}})", false},
-          {R"({"additional": {"settings": {"showComments": true}}})", true}}},
-        {"isSeries",
-         isSeries,
-         {{R"({"series": {}})", false},
-          {R"({"category": {}})", false},
-          {R"({"category": {"isSeries": true}})", true}}},
-        {"showCategory",
-         showCategory,
-         {{"{}", false},
-          {R"({"category": {"showCategory": true}})", false},
-          {R"({"category": {"showCategory": true, "additional": {}}})", true},
-          {R"({"category": {"additional": {"showCategory": true}}})", false}}},
-        {"categoryShowComments",
-         categoryShowComments,
-         {{"{}", true},
-          {R"({"category": {}})", true},
-          {R"({"category": {"additional": {}}})", false},
-          {R"({"category": {"additional": {"showComments": true}}})", true}}},
-        {"showPlayerLogo",
-         showPlayerLogo,
-         {{"{}", false},
-          {R"({"category": {}})", false},
-          {R"({"category": {"additional": {"showPlayerLogo": true}}})", false}}},
-        {"isInvalidObject",
-         isInvalidObject,
-         {{"{}", true},
-          {R"({"additional": {"cuePoints": []}})", true},
-          {R"({"additional": {}, "category": {"additional": {}}})", true},
-          {R"({"additional": {"cuePoints": []}, "category": {}})", true},
-          {R"({"additional": {"cuePoints": []}, "category": {"additional": {}}})", false}}},
-        {"isSecured",
-         isSecured,
-         {{"{}", false},
-          {R"({"streamConfiguration": {}})", false},
-          {R"({"streamConfiguration": {"properties": ["encrypted", "geoblocked"]}})", false},
-          {R"({"streamConfiguration": {"properties": ["geoblocked", "tokenSecured"]}})", true}}},
+        {"isLive", [](const QELAsset& asset) { return isLive(asset); },
+         {R"({"flightTimes": {"start": 99.5}})", R"({"flightTimes": {"start": 10, "end": 20}})"},
+         {"{}", R"({"flightTimes": {}})", R"({"flightTimes": {"end": 1}})", R"({"flightTimes": {"start": 100}})",
+          R"({"flightTimes": {"start": 100.5}})", R"({"streamType": "live"})"}},
+        {"wasLive", [](const QELAsset& asset) { return wasLive(asset); },
+         {R"({"flightTimes": {"end": 99.5}})", R"({"flightTimes": {"start": 10, "end": 20}})"},
+         {"{}", R"({"flightTimes": {"start": 10}})", R"({"flightTimes": {"end": 100}})",
+          R"({"streamType": "wasLive"})"}},
+        {"hasLiveStreamType", hasLiveStreamType,
+         {R"({"streamType": "live"})"}, {"{}", R"({"streamType": "wasLive"})"}},
+        {"isLastAssetInCategory", isLastAssetInCategory,
+         {R"({"id": 7, "category": {"lastAsset": {"id": 7}}})", R"({"id": 7, "category": {"lastAsset": {"id": 7.0}}})"},
+         {R"({"id": 7, "category": {"lastAsset": {"id": 8}}})", R"({"id": 7, "category": {"id": 7, "lastAsset": {}}})",
+          R"({"category": {"lastAsset": {}}})", R"({"id": 7, "category": {}})", R"({"id": 7})"}},
+        {"remotePlaybackAllowed", remotePlaybackAllowed,
+         {R"({"streamType": "live"})", R"({"category": {"additional": {"allowAllDevices": true}}})",
+          R"({"streamType": "live", "category": {"additional": {"allowAllDevices": false}}})"},
+         {"{}", R"({"category": {}})", R"({"category": {"additional": {}}})"}},
+        {"showAds", showAds,
+         {"{}", R"({"additional": {}})", R"({"additional": {"settings": {"showAds": true}}})"},
+         {R"({"additional": {"settings": {"showComments": true}}})"}},
+        {"settingsShowComments", settingsShowComments,
+         {"{}", R"({"additional": {}})", R"({"additional": {"settings": {"showComments": true}}})"},
+         {R"({"additional": {"settings": {"showAds": true}}})"}},
+        {"isSeries", isSeries,
+         {R"({"category": {"isSeries": true}})"}, {R"({"series": {}})", R"({"category": {}})"}},
+        {"showCategory", showCategory,
+         {R"({"category": {"showCategory": true, "additional": {}}})"},
+         {"{}", R"({"category": {"showCategory": true}})", R"({"category": {"additional": {"showCategory": true}}})"}},
+        {"categoryShowComments", categoryShowComments,
+         {"{}", R"({"category": {}})", R"({"category": {"additional": {"showComments": true}}})"},
+         {R"({"category": {"additional": {}}})"}},
+        {"showPlayerLogo", showPlayerLogo,
+         {}, {"{}", R"({"category": {}})", R"({"category": {"additional": {"showPlayerLogo": true}}})"}},
+        {"isInvalidObject", isInvalidObject,
+         {"{}", R"({"additional": {"cuePoints": []}})", R"({"additional": {}, "category": {"additional": {}}})",
+          R"({"additional": {"cuePoints": []}, "category": {}})"},
+         {R"({"additional": {"cuePoints": []}, "category": {"additional": {}}})"}},
+        {"isSecured", isSecured,
+         {R"({"streamConfiguration": {"properties": ["geoblocked", "tokenSecured"]}})"},
+         {"{}", R"({"streamConfiguration": {}})",
+          R"({"streamConfiguration": {"properties": ["encrypted", "geoblocked"]}})"}},
     };
+    // clang-format on
     const StoppedClock clock(100);
-    for (const auto& question : questions)
-        for (const Row& row : question.rows)
-            EXPECT_EQ(question.ask(*assetFrom(row.text)), row.answer) << question.name << ' ' << row.text;
+    for (const auto& question : questions) {
+        for (const std::string_view text : question.yes)
+            EXPECT_TRUE(question.ask(*assetFrom(text))) << question.name << ' ' << text;
+        for (const std::string_view text : question.no)
+            EXPECT_FALSE(question.ask(*assetFrom(text))) << question.name << ' ' << text;
+    }
 }
 
-TEST(AssetFacts, showThePlayersLogoWhenAnApplicationsRuleFillsTheFlag) {
+TEST(AssetFacts, ShowThePlayersLogoWhenAnApplicationsRuleFillsTheFlag) {
     FEMMapping additional = QELCategoryAdditional::defaultMapping();
     additional.addAttributeWithProperty(kQELCategoryAdditionalShowPlayerLogo, "showPlayerLogo");
     FEMMapping category(QELCategory::objectClass);
@@ -131,7 +87,7 @@ TEST(AssetFacts, showThePlayersLogoWhenAnApplicationsRuleFillsTheFlag) {
     EXPECT_TRUE(showPlayerLogo(static_cast<const QELAsset&>(*object)));
 }
 
-TEST(AssetFacts, countTheSecondsUntilLive) {
+TEST(AssetFacts, CountTheSecondsUntilLive) {
     const auto date = [](double seconds) { return dateFromSecondsSince1970(seconds); };
     const StoppedClock clock(1000.5);
     const struct {
@@ -151,7 +107,7 @@ TEST(AssetFacts, countTheSecondsUntilLive) {
     }
 }
 
-TEST(AssetFacts, linkToTheAsset) {
+TEST(AssetFacts, LinkToTheAsset) {
     const struct {
         std::string_view text, identifier;
     } rows[] = {{R"({"id": 1234})", "1234"},
@@ -170,7 +126,7 @@ TEST(AssetFacts, linkToTheAsset) {
     }
 }
 
-TEST(AssetFacts, measureInSecondsAndChooseChapters) {
+TEST(AssetFacts, MeasureInSecondsAndChooseChapters) {
     EXPECT_EQ(durationInSeconds(*assetFrom(R"({"duration": 500})")), 0.5);
     EXPECT_EQ(durationInSeconds(*assetFrom(R"({"duration": 1234567})")), 1234.567);
     EXPECT_EQ(durationInSeconds(*assetFrom("{}")), 0);

@@ -8,7 +8,6 @@
 #include <string>
 #include <string_view>
 #include <thread>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -42,93 +41,58 @@ std::string pageOf(int count, const std::string& filling = "") {
 
 using Reading = std::function<std::string()>;
 
-TEST(Lifetime, lastsAsLongAsAnyPartIsKept) {
+// Keeps a record, a list or a value, and reads from it when asked.
+template <class Kept>
+Reading reads(Ref<Kept> kept, std::string_view path) {
+    return [kept, path] { return showAt(*kept, path); };
+}
+template <class Model>
+Reading reads(Ref<List<Model>> kept, std::string_view path) {
+    return [kept, path] { return showAt(kept->front(), path) + ' ' + showAt(kept->back(), path); };
+}
+Reading reads(Value kept) {
+    return [kept] { return show(kept); };
+}
+
+TEST(Lifetime, LastsAsLongAsAnyPartIsKept) {
+    using Asset = const QELAsset&;
+    const auto chaptersOf = [](Asset asset) { return asset.assetAdditional()->chapters(); };
+    const auto sorted = [](Asset asset) { return sortedAdCuePoints(*asset.assetAdditional()); };
+    // clang-format off
     const struct {
         const char* name;
-        Reading (*keep)(const QELAsset& asset);
+        std::function<Reading(Asset)> keep;
         std::string read;
     } rows[] = {
-        {"a nested record",
-         [](const QELAsset& asset) -> Reading {
-             return [kept = Ref(asset.category())] { return showAt(*kept, "title"); };
-         },
-         R"("category x")"},
-        {"a record in a nested record",
-         [](const QELAsset& asset) -> Reading {
-             return
-                 [kept = Ref(asset.category()->lastAsset())] { return showAt(*kept, "lastAssetIdentifier"); };
-         },
-         "77"},
-        {"an element of a list",
-         [](const QELAsset& asset) -> Reading {
-             return [kept = Ref(&asset.assetAdditional()->chapters()->back())] {
-                 return showAt(*kept, "title");
-             };
-         },
-         R"("chapter < x")"},
-        {"a list",
-         [](const QELAsset& asset) -> Reading {
-             return [kept = Ref(asset.assetAdditional()->chapters())] { return showAt((*kept)[1], "title"); };
-         },
-         R"("chapter < x")"},
-        {"a sorted list",
-         [](const QELAsset& asset) -> Reading {
-             return [kept = sortedAdCuePoints(*asset.assetAdditional())] {
-                 return showAt(kept->front(), "timeline");
-             };
-         },
-         "10"},
-        {"an element of a sorted list",
-         [](const QELAsset& asset) -> Reading {
-             return [kept = Ref(&sortedAdCuePoints(*asset.assetAdditional())->back())] {
-                 return showAt(*kept, "timeline");
-             };
-         },
-         "20"},
-        {"a text",
-         [](const QELAsset& asset) -> Reading { return [kept = at(asset, "title")] { return show(kept); }; },
-         R"("title & x")"},
-        {"a URL",
-         [](const QELAsset& asset) -> Reading {
-             return [kept = at(asset, "articleUrl")] { return show(kept); };
-         },
-         "<https://a.example/x>"},
-        {"a raw sub-tree",
-         [](const QELAsset& asset) -> Reading {
-             return [kept = at(asset, "assetAdditional.metadata")] { return show(kept); };
-         },
+        {"record", [](Asset asset) { return reads(Ref(asset.category()), "title"); }, R"("category x")"},
+        {"record in a record",
+         [](Asset asset) { return reads(Ref(asset.category()->lastAsset()), "lastAssetIdentifier"); }, "77"},
+        {"element", [&](Asset asset) { return reads(Ref(&chaptersOf(asset)->back()), "title"); }, R"("chapter < x")"},
+        {"list", [&](Asset asset) { return reads(Ref(chaptersOf(asset)), "title"); }, R"("first" "chapter < x")"},
+        {"sorted list", [&](Asset asset) { return reads(sorted(asset), "timeline"); }, "10 20"},
+        {"sorted element", [&](Asset asset) { return reads(Ref(&sorted(asset)->back()), "timeline"); }, "20"},
+        {"text", [](Asset asset) { return reads(at(asset, "title")); }, R"("title & x")"},
+        {"URL", [](Asset asset) { return reads(at(asset, "articleUrl")); }, "<https://a.example/x>"},
+        {"raw sub-tree", [](Asset asset) { return reads(at(asset, "assetAdditional.metadata")); },
          R"({"raw":["x",{"deep":true}]})"},
-        {"a handle on a part of a raw sub-tree",
-         [](const QELAsset& asset) -> Reading {
-             const auto part = asset.assetAdditional()->metadata()->valueForKey("raw");
-             return [kept = Representation(*part)] { return jsonFromRepresentation(kept); };
+        {"part of a raw sub-tree",
+         [](Asset asset) {
+             return reads(Value(Representation(*asset.assetAdditional()->metadata()->valueForKey("raw"))));
          },
          R"(["x",{"deep":true}])"},
         {"all values",
-         [](const QELAsset& asset) -> Reading {
+         [](Asset asset) -> Reading {
              return [kept = std::make_shared<PropertyDictionary>(asset.category()->dictionaryValue())] {
                  return show(*kept->find("title"));
              };
          },
          R"("category x")"},
-        {"a copy",
-         [](const QELAsset& asset) -> Reading {
-             return [kept = copy(asset)] { return showAt(*kept, "status"); };
-         },
-         R"("status x")"},
-        {"a copy's text",
-         [](const QELAsset& asset) -> Reading {
-             return [kept = at(*copy(*copy(asset)), "status")] { return show(kept); };
-         },
-         R"("status x")"},
-        {"a nested record of a copy's copy",
-         [](const QELAsset& asset) -> Reading {
-             return [kept = Ref(copy(*copy(asset))->assetAdditional()->chapters())] {
-                 return showAt((*kept)[1], "title");
-             };
-         },
-         R"("chapter < x")"},
+        {"copy", [](Asset asset) { return reads(copy(asset), "status"); }, R"("status x")"},
+        {"copy's text", [](Asset asset) { return reads(at(*copy(*copy(asset)), "status")); }, R"("status x")"},
+        {"copy's list", [&](Asset asset) { return reads(Ref(chaptersOf(*copy(*copy(asset)))), "title"); },
+         R"("first" "chapter < x")"},
     };
+    // clang-format on
     for (const auto& row : rows) {
         Reading reading;
         CountingZone zone;
@@ -144,35 +108,27 @@ TEST(Lifetime, lastsAsLongAsAnyPartIsKept) {
     }
 }
 
-TEST(Lifetime, ofASourceGoesOnAsLongAsACopySharesAnythingWithIt) {
-    const struct {
-        std::string_view text, path, shown;
-    } rows[] = {
-        {R"({"status": "s"})", "status", R"("s")"},
-        {R"({"articleUrl": "u:"})", "articleUrl", "<u:>"},
-        {R"({"series": {"seasonNumber": 3}})", "series.seasonNumber", "3"},
-        {R"({"additional": {"chapters": [{"timeline": 4}]}})", "assetAdditional.chapters[0].timeline", "4"},
-        {R"({"id": 5})", "assetIdentifier", "5"},
-    };
-    for (const auto& [text, path, shown] : rows) {
-        CountingZone zone;
-        Ref<QELAsset> copied = copy(*mapped<QELAsset>(text, {nullptr, &zone, {}}));
-        EXPECT_EQ(zone.pieces() != 0, path != "assetIdentifier") << text;
-        EXPECT_EQ(showAt(*copied, path), shown) << text;
-        copied = nullptr;
-        EXPECT_EQ(zone.pieces(), 0U) << text;
-    }
-    for (const auto& [text, path, shown] :
-         {std::tuple(R"({"chapters": [{"timeline": 6}]})", "chapters[0].timeline", "6"),
-          std::tuple(R"({"barrels": [7]})", "barrels", "[7]")}) {
-        CountingZone zone;
-        const auto copied = copy(*mapped<QELAssetAdditional>(text, {nullptr, &zone, {}}));
-        EXPECT_NE(zone.pieces(), 0U) << text;
-        EXPECT_EQ(showAt(*copied, path), shown) << text;
-    }
+template <class Model>
+void expectCopyKeeps(bool anything, std::string_view text, std::string_view path, std::string_view shown) {
+    CountingZone zone;
+    Ref<Model> copied = copy(*mapped<Model>(text, {nullptr, &zone, {}}));
+    EXPECT_EQ(zone.pieces() != 0, anything) << text;
+    EXPECT_EQ(showAt(*copied, path), shown) << text;
+    copied = nullptr;
+    EXPECT_EQ(zone.pieces(), 0U) << text;
 }
 
-TEST(Lifetime, ofAnEpisodeKeepsNeitherItsSiblingsNorThePage) {
+TEST(Lifetime, OfASourceGoesOnAsLongAsACopySharesAnythingWithIt) {
+    expectCopyKeeps<QELAsset>(true, R"({"status": "s"})", "status", R"("s")");
+    expectCopyKeeps<QELAsset>(true, R"({"articleUrl": "u:"})", "articleUrl", "<u:>");
+    expectCopyKeeps<QELAsset>(true, R"({"series": {"seasonNumber": 3}})", "series.seasonNumber", "3");
+    expectCopyKeeps<QELAsset>(false, R"({"id": 5})", "assetIdentifier", "5");
+    expectCopyKeeps<QELAssetAdditional>(
+        true, R"({"chapters": [{"timeline": 6}]})", "chapters[0].timeline", "6");
+    expectCopyKeeps<QELAssetAdditional>(true, R"({"barrels": [7]})", "barrels", "[7]");
+}
+
+TEST(Lifetime, OfAnEpisodeKeepsNeitherItsSiblingsNorThePage) {
     CountingZone alone;
     const auto lone = mapped<QELAsset>(assetText("57"), {nullptr, &alone, {}});
     const std::string page = pageOf(100);
@@ -217,7 +173,7 @@ TEST(Lifetime, ofAnEpisodeKeepsNeitherItsSiblingsNorThePage) {
 
 // A lone record keeps its document's texts instead of copying them, unless little of them is read, or they
 // lie in memory of another kind than its own. What else is in the document goes in any case.
-TEST(Lifetime, ofALoneRecordIncludesItsDocumentsTextsWhereTheyAreWorthIt) {
+TEST(Lifetime, OfALoneRecordIncludesItsDocumentsTextsWhereTheyAreWorthIt) {
     const std::string text = "plain, \u00e5 and " + std::string(1000, 'x');
     const std::string read = R"("title": ")" + text + R"(", "titleFront": "<b>bold</b>", "status": ")" +
                              text + R"(", "additional": {"metadata": {"raw": [")" + text + R"("]}})";
@@ -263,7 +219,7 @@ TEST(Lifetime, ofALoneRecordIncludesItsDocumentsTextsWhereTheyAreWorthIt) {
     }
 }
 
-TEST(Lifetime, ofAMillionCopiesOfCopiesTakesNoMoreMemory) {
+TEST(Lifetime, OfAMillionCopiesOfCopiesTakesNoMoreMemory) {
     CountingZone originals;
     CountingZone copies;
     Ref<QELAssetChapter> latest(
@@ -281,7 +237,7 @@ TEST(Lifetime, ofAMillionCopiesOfCopiesTakesNoMoreMemory) {
     EXPECT_EQ(copies.pieces() + originals.pieces(), 0U);
 }
 
-TEST(Lifetime, mayEndOnAnotherThread) {
+TEST(Lifetime, MayEndOnAnotherThread) {
     CountingZone zone;
     auto page =
         QELAssetsMapper().mappedResponseFromJSONObject(json(pageOf(30)), nullptr, {nullptr, &zone, {}});
@@ -295,7 +251,7 @@ TEST(Lifetime, mayEndOnAnotherThread) {
     EXPECT_EQ(zone.pieces(), 0U);
 }
 
-TEST(Lifetime, ofLinkedDocumentsIsThatOfWhatLinksToThem) {
+TEST(Lifetime, OfLinkedDocumentsIsThatOfWhatLinksToThem) {
     // Large values that are wrapped are linked, not copied; so are the raw sub-trees that hold them.
     CountingZone zone;
     Representation large =
@@ -347,7 +303,7 @@ void expectNothingHalfMade(const char* name, std::size_t leastRequests, Work wor
     }
 }
 
-TEST(NothingHalfMade, whenMemoryRunsOut) {
+TEST(NothingHalfMade, WhenMemoryRunsOut) {
     const LogLines log;
     // Lists of records that are all defaults take far more room than their document promises.
     std::string many;
@@ -391,7 +347,7 @@ TEST(NothingHalfMade, whenMemoryRunsOut) {
     });
 }
 
-TEST(Lifetime, whatIsPutIntoARecordIsKeptAlsoWhenItIsACopy) {
+TEST(Lifetime, WhatIsPutIntoARecordIsKeptAlsoWhenItIsACopy) {
     BlockWriter writer(ObjectAccess::size(QELAsset::objectClass));
     Object* asset = ObjectAccess::construct(QELAsset::objectClass, writer);
     {

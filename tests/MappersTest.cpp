@@ -57,40 +57,32 @@ std::string mappedBy(const Mapper& mapper, const Representation& document, std::
     return shown(result, property);
 }
 
-TEST(Mappers, findTheirPartOfADocument) {
-    EXPECT_EQ(mappedBy(QELAssetMapper(), everything(), "assetIdentifier"), "1");
-    EXPECT_EQ(mappedBy(QELCategoryMapper(), everything(), "categoryIdentifier"), "1");
-    EXPECT_EQ(mappedBy(QELEditorialMapper(), everything(), "key"), R"("2")");
-    EXPECT_EQ(mappedBy(QELSeasonMapper(), everything(), "seasonNumber"), "3");
-    EXPECT_EQ(mappedBy(QELAssetsMapper(), everything(), "assetIdentifier"), "[11 12 null ]");
-    EXPECT_EQ(mappedBy(QELCategoriesMapper(), everything(), "categoryIdentifier"), "[21 ]");
-    EXPECT_EQ(mappedBy(QELEditorialsMapper(), everything(), "key"), R"(["31" "32" ])");
-    EXPECT_EQ(mappedBy(QELSeasonsMapper(), everything(), "seasonNumber"), "[41 ]");
+// What each of the eight mappers finds.
+std::string mappedByEach(const Representation& document) {
+    return mappedBy(QELAssetMapper(), document, "assetIdentifier") + ' ' +
+           mappedBy(QELCategoryMapper(), document, "categoryIdentifier") + ' ' +
+           mappedBy(QELEditorialMapper(), document, "key") + ' ' +
+           mappedBy(QELSeasonMapper(), document, "seasonNumber") + ' ' +
+           mappedBy(QELAssetsMapper(), document, "assetIdentifier") + ' ' +
+           mappedBy(QELCategoriesMapper(), document, "categoryIdentifier") + ' ' +
+           mappedBy(QELEditorialsMapper(), document, "key") + ' ' +
+           mappedBy(QELSeasonsMapper(), document, "seasonNumber");
 }
 
-TEST(Mappers, answerEmptyRecordsAndListsForWhatIsNotThere) {
+TEST(Mappers, FindTheirPartOfADocumentAndNothingElse) {
+    EXPECT_EQ(mappedByEach(everything()), R"(1 1 "2" 3 [11 12 null ] [21 ] ["31" "32" ] [41 ])");
     for (const char* text :
          {"{}",
           "null",
-          "[]",
           "5",
           R"([{"id": 1}])",
           R"({"_embedded": null})",
           R"({"_embedded": {"assets": null, "categories": {}, "editorial": 1, "seasons": "x"}})",
-          R"({"_embedded": [{"assets": [1]}], "assets": [1]})"}) {
-        const Representation document = json(text);
-        EXPECT_EQ(mappedBy(QELAssetMapper(), document, "assetIdentifier"), "null") << text;
-        EXPECT_EQ(mappedBy(QELCategoryMapper(), document, "title"), "null") << text;
-        EXPECT_EQ(mappedBy(QELEditorialMapper(), document, "key"), "null") << text;
-        EXPECT_EQ(mappedBy(QELSeasonMapper(), document, "title"), "null") << text;
-        EXPECT_EQ(mappedBy(QELAssetsMapper(), document, "title"), "[]") << text;
-        EXPECT_EQ(mappedBy(QELCategoriesMapper(), document, "title"), "[]") << text;
-        EXPECT_EQ(mappedBy(QELEditorialsMapper(), document, "key"), "[]") << text;
-        EXPECT_EQ(mappedBy(QELSeasonsMapper(), document, "title"), "[]") << text;
-    }
+          R"({"_embedded": [{"assets": [1]}], "assets": [1]})"})
+        EXPECT_EQ(mappedByEach(json(text)), "null null null null [] [] [] []") << text;
 }
 
-TEST(AssetsMapper, readsFromTheKeyPathOfTheMoment) {
+TEST(AssetsMapper, ReadsFromTheKeyPathOfTheMoment) {
     QELAssetsMapper mapper;
     EXPECT_EQ(mapper.assetsKeyPath(), "_embedded.assets");
     std::string keyPath = "_embedded.related";
@@ -132,6 +124,7 @@ std::string enlarged(const std::string& document) {
 
 template <class Mapper>
 void expectSameOnEveryRoad(std::string_view kind) {
+    const bool isPage = tool::kindNamed(kind).isPage();
     JSONReader reader;
     const FEMOptions options{nullptr, nullptr, "response.body"};
     Bystander bystander;
@@ -149,7 +142,7 @@ void expectSameOnEveryRoad(std::string_view kind) {
                   expected)
             << document;
         EXPECT_EQ(fromBytes(document), expected) << document;
-        if (document.starts_with("{\"")) {
+        if (isPage && document.starts_with("{\"")) {
             EXPECT_EQ(fromBytes(enlarged(document)), expected) << document;
         }
     };
@@ -162,7 +155,7 @@ void expectSameOnEveryRoad(std::string_view kind) {
                 expectSame(whole.damagedJSON(place, damage));
 }
 
-TEST(Mappers, makeTheSameFromBytesAndForObservers) {
+TEST(Mappers, MakeTheSameFromBytesAndForObservers) {
     const LogLines hushed;
     expectSameOnEveryRoad<QELAssetMapper>("asset");
     expectSameOnEveryRoad<QELAssetsMapper>("assets");
@@ -179,7 +172,7 @@ struct Derived : QELSeasonsMapper {};
 static_assert(!QELPageMapperProtocol<Derived> && QELMapperProtocol<Derived>);
 
 // A fault is one of a document that is well formed, and of a list that counts.
-TEST(Mappers, tellMistakesOfTheDocumentBeforeFaults) {
+TEST(Mappers, TellMistakesOfTheDocumentBeforeFaults) {
     const std::string faulty =
         R"("assets": [{"id": 1}, {"category": {"additional": {"backgroundColor": 5}}}])";
     const std::string good = R"("assets": [{"id": 2}])";
@@ -213,7 +206,7 @@ TEST(Mappers, tellMistakesOfTheDocumentBeforeFaults) {
     EXPECT_EQ(zone.pieces(), 0u);
 }
 
-TEST(Response, keepsWhatItWasGiven) {
+TEST(Response, KeepsWhatItWasGiven) {
     const auto page = QELAssetsMapper().mappedResponseFromJSONObject(everything());
     const QELResponse response(Number(2), page, Error{"d", 3, "m"});
     EXPECT_EQ(response.nextPage(), Number(2));

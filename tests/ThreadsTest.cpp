@@ -55,7 +55,7 @@ const Representation& page() {
     return document;
 }
 
-TEST(Threads, mapWhileTheStateOfTheProcessChanges) {
+TEST(Threads, MapWhileTheStateOfTheProcessChanges) {
     std::atomic<int> lines{0};
     std::atomic<int> surprises{0};
     const auto expect = [&surprises](bool isAsExpected) { surprises += isAsExpected ? 0 : 1; };
@@ -111,7 +111,7 @@ TEST(Threads, mapWhileTheStateOfTheProcessChanges) {
     EXPECT_EQ(lines, 3 * kRounds);
 }
 
-TEST(Threads, readShareCopyAndFreeTheSameRecords) {
+TEST(Threads, ReadShareCopyAndFreeTheSameRecords) {
     Log::setSink([](std::string_view) {});
     auto assets = QELAssetsMapper().mappedResponseFromJSONObject(page());
     Ref<QELAsset> shared(&assets->front());
