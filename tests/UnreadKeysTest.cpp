@@ -29,6 +29,8 @@ std::string unread(const FEMRules& rules, std::string_view document, std::string
 TEST(UnreadKeys, AreBesideKeyPaths) {
     const FEMRules& rules = QELAsset::defaultRules;
     EXPECT_EQ(unread(rules, R"({"a/b~c": 1, "a.b": 2, "": [], "id": {"x": 1}})"), "/a~1b~0c /a.b // ");
+    EXPECT_EQ(unread(rules, R"({"additional": {"chapters": [[{"z": 3}], 5, {"y": 2}]}})", ""),
+              "/additional/chapters/2/y ");
     EXPECT_EQ(unread(rules, R"({"a": {"b": {"x": 1}, "y": 2}, "id": 1})", "a.b"), "/a/b/x /a/y /id ");
 
     // Several rules may ask for one key, in whole, in part, or with different hopes for its kind.
@@ -46,7 +48,7 @@ TEST(UnreadKeys, AreBesideKeyPaths) {
               "/a/c/x /a/x ");
     EXPECT_EQ(unread(mapping.rules(), R"({"": {"": {"": 1, "x": 2}, "y": 3}})"), "///x //y ");
     const std::string_view document =
-        R"({"s": {"deep": {"source": 1, "x": 2}, "extra": {"access": {"y": 1}, "z": 3}, "w": 4}, "v": 5})";
+        R"({"s": {"deep": {"source": 1, "x": 2}, "extra": {"access": {"y": 1}, "z": 3}, "w": 4}, "a": [{"x": 1}], "v": 5})";
     EXPECT_EQ(unread(mapping.rules(), document), "/s/deep/x /s/extra/z /s/w /v ");
 
     // As a record and as a list, it is of the wrong kind for one of them, and read; as a raw value, too.
