@@ -1,4 +1,4 @@
-# What `cmake --install` lays down: libraries, headers, a CMake package with components, pkg-config files, and
+# What `cmake --install` installs: libraries, headers, a CMake package with components, pkg-config files, and
 # the command with its manual and completions.
 include(CMakePackageConfigHelpers)
 
@@ -7,14 +7,25 @@ get_target_property(libraryType QELModels TYPE)
 
 install(TARGETS QELModels EXPORT QELModelsTargets)
 install(EXPORT QELModelsTargets NAMESPACE QELModels:: DESTINATION ${packageDir})
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/QELModels DESTINATION ${QELMODELS_INCLUDEDIR}
-        FILES_MATCHING PATTERN "*.h")
 if(TARGET QELModelsJSON)
     install(TARGETS QELModelsJSON EXPORT QELModelsJSONTargets)
     install(EXPORT QELModelsJSONTargets NAMESPACE QELModels:: DESTINATION ${packageDir})
-    install(DIRECTORY ${PROJECT_SOURCE_DIR}/JSON DESTINATION ${QELMODELS_INCLUDEDIR}
-            FILES_MATCHING PATTERN "*.h")
 endif()
+
+set(headerFolders QELModels)
+if(TARGET QELModelsJSON)
+    list(APPEND headerFolders JSON)
+endif()
+set(headerDestination ${QELMODELS_INCLUDEDIR})
+if(NOT IS_ABSOLUTE ${headerDestination})
+    # The prefix is the one of the moment: `cmake --install --prefix` may choose another.
+    set(headerDestination "\${CMAKE_INSTALL_PREFIX}/${headerDestination}")
+endif()
+install(CODE "set(SOURCE \"${PROJECT_SOURCE_DIR}\")
+set(FOLDERS \"${headerFolders}\")
+set(DESTINATION \"${headerDestination}\")"
+        SCRIPT ${CMAKE_CURRENT_LIST_DIR}/QELModelsInstallHeaders.cmake)
+
 if(TARGET qelmodels)
     install(TARGETS qelmodels)
     # The command writes its own page of the manual and its completions, where it can be run.

@@ -3,7 +3,8 @@
 # type information on either side; in both standards, and without a warning.
 #
 # The copies come from three builds of the library: this one, and the two that the add_subdirectory
-# consumers make in any case.
+# consumers make in any case. The one of C++23 precompiles nothing, so that each source and the header that it
+# begins with are compiled in that standard too.
 
 if(BUILD_SHARED_LIBS OR NOT QELMODELS_RTTI OR NOT QELMODELS_JSON)
     message(FATAL_ERROR "QELMODELS_PACKAGE_TESTS starts from a static build with JSON and run-time types")
@@ -52,7 +53,7 @@ function(build_within copy standard rtti)
 endfunction()
 
 installed_copy(static ${CMAKE_BINARY_DIR})
-build_within(shared 20 OFF -DBUILD_SHARED_LIBS=ON)
+build_within(shared 20 OFF -DBUILD_SHARED_LIBS=ON -DQELMODELS_PRECOMPILE=ON)
 build_within(no-rtti 23 ON -DBUILD_SHARED_LIBS=OFF -DQELMODELS_RTTI=OFF)
 
 #       copy     consumer      standard  run-time types
@@ -68,6 +69,11 @@ if(TARGET qelmodels)
              COMMAND ${CMAKE_COMMAND} -DPREFIX=${copies}/static -P ${CMAKE_CURRENT_SOURCE_DIR}/InstalledCommand.cmake)
     set_tests_properties(package.static.command PROPERTIES FIXTURES_REQUIRED installed-static)
 endif()
+
+add_test(NAME package.static.headers
+         COMMAND ${CMAKE_COMMAND} -DSOURCE=${PROJECT_SOURCE_DIR} -DINSTALLED=${copies}/static/${QELMODELS_INCLUDEDIR}
+                 -P ${CMAKE_CURRENT_SOURCE_DIR}/InstalledHeaders.cmake)
+set_tests_properties(package.static.headers PROPERTIES FIXTURES_REQUIRED installed-static)
 
 add_test(NAME package.shared.symbols
          COMMAND ${PROJECT_SOURCE_DIR}/scripts/exported_symbols.sh

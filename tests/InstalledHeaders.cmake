@@ -1,0 +1,21 @@
+# Promise: an installed copy has all public headers, what these include, and no other file.
+file(GLOB public RELATIVE ${SOURCE} ${SOURCE}/QELModels/*.h ${SOURCE}/QELModels/*/*.h ${SOURCE}/JSON/*.h)
+file(GLOB_RECURSE installed RELATIVE ${INSTALLED} ${INSTALLED}/*)
+
+set(included "")
+foreach(header IN LISTS installed)
+    file(STRINGS ${INSTALLED}/${header} lines REGEX "^ *# *include *[\"<](QELModels|JSON)/")
+    list(TRANSFORM lines REPLACE "^[^\"<]*[\"<](.*)[\">].*" "\\1")
+    list(APPEND included ${lines})
+endforeach()
+list(REMOVE_DUPLICATES included)
+
+set(expected ${public} ${included})
+list(REMOVE_DUPLICATES expected)
+set(missing ${expected})
+list(REMOVE_ITEM missing ${installed})
+set(private ${installed})
+list(REMOVE_ITEM private ${expected})
+if(missing OR private OR NOT public)
+    message(FATAL_ERROR "not installed, though public or included: ${missing}\ninstalled, though private: ${private}")
+endif()
