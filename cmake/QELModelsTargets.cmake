@@ -47,6 +47,14 @@ function(qelmodels_warnings target)
     endif()
 endfunction()
 
+# qelmodels_precompile(target HEADERS...): for builds that are made to run the tests once. `debug` and `bench` do
+# without, and show that every source includes what it needs.
+function(qelmodels_precompile target)
+    if(QELMODELS_PRECOMPILE)
+        target_precompile_headers(${target} PRIVATE ${ARGN})
+    endif()
+endfunction()
+
 # A library that is exported: hidden visibility, the version in its name, includes relative to the root.
 function(qelmodels_library target)
     qelmodels_warnings(${target})
@@ -60,6 +68,7 @@ function(qelmodels_library target)
         VERSION ${PROJECT_VERSION}
         SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
     target_compile_definitions(${target} PRIVATE QELMODELS_BUILDING)
+    target_compile_options(${target} PRIVATE ${QELMODELS_LIBRARY_OPTIONS})
     if(NOT QELMODELS_RTTI)
         target_compile_options(${target} PRIVATE -fno-rtti)
     endif()
@@ -69,7 +78,7 @@ function(qelmodels_library target)
     endif()
 endfunction()
 
-# Headers stand under a folder of their version, so that two versions can be installed side by side and
+# Headers are installed into a folder of their version, so that two versions can be installed side by side and
 # the short folder name JSON is nobody else's.
 set(QELMODELS_INCLUDEDIR
     ${CMAKE_INSTALL_INCLUDEDIR}/qelmodels-${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Runs the fuzz targets that ./dev fuzz has built: old findings first, then the seeds, which are made of the
-# examples, then new inputs. What an earlier run discovered is gone on with.
-# A new finding is kept in fuzz/findings/<target>, to be mended and then replayed by the tests.
+# examples, then new inputs. The inputs that an earlier run discovered are the start of the next one.
+# A new finding is kept in fuzz/findings/<target>, to be fixed and then replayed by the tests.
 set -euo pipefail
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -15,7 +15,7 @@ if [[ ${#targets[@]} -eq 0 ]]; then
 fi
 
 fuzz_one() {
-    local target=$1 program=build/fuzz/fuzz/fuzz-$1 corpus=build/fuzz/corpus/$1 seeds=build/fuzz/seeds/$1
+    local target=$1 program=build/asan/fuzz/fuzz-$1 corpus=build/fuzz/corpus/$1 seeds=build/fuzz/seeds/$1
     local findings=fuzz/findings/$1 log=build/fuzz/$1.log dictionary=() runs
     [[ -x $program ]] || { echo "no fuzz target '$target'" >&2 && return 1; }
     mkdir -p "$corpus" "$findings"

@@ -1,7 +1,7 @@
-# The distribution's packages that each part of the work stands on, and what to do when some are missing.
-# Sourced by ./dev.
+# The distribution's packages that each kind of work needs, and what to do when some are missing.
+# Sourced by ./dev and .ci/run.
 
-packages_build=(g++ cmake ninja-build libsimdjson-dev libcli11-dev libfmt-dev)
+packages_build=(g++ cmake ninja-build ccache libsimdjson-dev libcli11-dev libfmt-dev)
 packages_test=(libgtest-dev librapidcheck-dev pkg-config python3-minimal)
 packages_clang=(clang-14 libclang-rt-14-dev)
 packages_libcxx=(libc++-14-dev libc++abi-14-dev)
@@ -56,7 +56,8 @@ need_packages() {
         tail -n 5 "$log" >&2
         echo "apt-get update failed, see above; trying with the package lists that are there" >&2
     fi
-    if ! DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}" >"$log" 2>&1; then
+    if ! DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends -o DPkg::Lock::Timeout=300 \
+        "${missing[@]}" >"$log" 2>&1; then
         tail -n 20 "$log" >&2
         local failed=()
         for package in "${missing[@]}"; do
