@@ -1,5 +1,5 @@
-# An example on a page is a program that is compiled and run: the file stands on the page word for word, and what
-# it prints stands below it.
+# An example on a page is a program that is compiled and run: the page has the file word for word, and what it
+# prints below it.
 file(READ ${PAGE} page)
 file(READ ${SNIPPET} snippet)
 string(FIND "${page}" "```cpp\n${snippet}```\n" place)

@@ -4,7 +4,11 @@
 /// What the whole library agrees on before its first declaration: its version, its ABI namespace and
 /// which symbols a shared build shows.
 
-/// The version. These lines are the only place for it: the build reads it from them.
+#if (defined(_MSVC_LANG) ? _MSVC_LANG : __cplusplus) < 202002L
+#error "QELModels needs C++20: compile with -std=c++20 (/std:c++20) or later"
+#endif
+
+/// The version. It is written here alone: the build reads it from these lines.
 #define QELMODELS_VERSION_MAJOR 1
 #define QELMODELS_VERSION_MINOR 0
 #define QELMODELS_VERSION_PATCH 0
