@@ -27,6 +27,9 @@ LAYERS = [
     "QELModels",
     "JSON",
     "tool",
+    "tool/audit",
+    "tool/generate",
+    "tool/commands",
 ]
 
 UMBRELLA = "QELModels/QELModels.h"
@@ -139,6 +142,12 @@ def self_test():
         ("downwards in brackets, from a source",
          {"QELModels/Mapping/B.cpp": "#  include <QELModels/Categories/A.h>\n", "QELModels/Categories/A.h": ""},
          "QELModels/Mapping/B.cpp:1: QELModels/Mapping must not include from QELModels/Categories"),
+        ("a command that includes what commands share",
+         {"tool/commands/A.cpp": '#include "tool/B.h"\n#include "tool/audit/C.h"\n', "tool/B.h": "",
+          "tool/audit/C.h": '#include "tool/B.h"\n'}, None),
+        ("what commands share includes a command",
+         {"tool/B.cpp": '#include "tool/commands/A.h"\n', "tool/commands/A.h": ""},
+         "tool/B.cpp:1: tool must not include from tool/commands"),
         ("the library stands without JSON",
          {"QELModels/Models/A.cpp": '#include "JSON/R.h"\n', "JSON/R.h": ""},
          "QELModels/Models/A.cpp:1: QELModels/Models must not include from JSON"),

@@ -20,11 +20,11 @@
 #include "JSON/JSONReader.h"
 #include "QELModels/Process/Log.h"
 #include "QELModels/Records/MappingFault.h"
-#include "tool/Audit.h"
-#include "tool/AuditDocuments.h"
-#include "tool/AuditPage.h"
-#include "tool/CommandLine.h"
 #include "tool/Explanation.h"
+#include "tool/audit/Audit.h"
+#include "tool/audit/AuditDocuments.h"
+#include "tool/audit/AuditPage.h"
+#include "tool/commands/Commands.h"
 
 namespace QELModels::tool {
 namespace {
@@ -112,7 +112,7 @@ struct Result {
 Result run(const Texts& arguments) {
     testing::internal::CaptureStdout();
     testing::internal::CaptureStderr();
-    const int status = static_cast<int>(CommandLine().run(arguments));
+    const int status = static_cast<int>(runProgram(arguments));
     return {status, testing::internal::GetCapturedStdout(), testing::internal::GetCapturedStderr()};
 }
 

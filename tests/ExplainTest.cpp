@@ -12,8 +12,8 @@
 #include "QELModels/Records/MappingFault.h"
 #include "tests/DamagedDocuments.h"
 #include "tests/TestSupport.h"
-#include "tool/CommandLine.h"
 #include "tool/Explanation.h"
+#include "tool/commands/Commands.h"
 
 namespace QELModels::test {
 
@@ -72,7 +72,9 @@ TEST_P(EveryKind, TellsOfARootThatIsNone) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Explain, EveryKind, testing::ValuesIn(tool::kinds().begin(), tool::kinds().end()),
+INSTANTIATE_TEST_SUITE_P(Explain,
+                         EveryKind,
+                         testing::ValuesIn(tool::kinds().begin(), tool::kinds().end()),
                          [](const auto& kind) { return std::string(kind.param.name); });
 
 TEST(Explain, AColourThatIsNoTextEndsIt) {
@@ -104,7 +106,7 @@ struct Result {
 Result run(std::vector<std::string> arguments) {
     testing::internal::CaptureStdout();
     testing::internal::CaptureStderr();
-    const auto status = tool::CommandLine().run(std::move(arguments));
+    const auto status = tool::runProgram(std::move(arguments));
     return {static_cast<int>(status),
             testing::internal::GetCapturedStdout(),
             testing::internal::GetCapturedStderr()};

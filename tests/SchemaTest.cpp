@@ -9,7 +9,7 @@
 
 #include "tests/DamagedDocuments.h"
 #include "tests/TestSupport.h"
-#include "tool/Schema.h"
+#include "tool/generate/Schema.h"
 
 namespace QELModels::test {
 namespace {

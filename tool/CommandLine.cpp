@@ -13,7 +13,6 @@
 #include "QELModels/Process/Clock.h"
 #include "QELModels/Process/MainScreen.h"
 #include "QELModels/Values/Date.h"
-#include "tool/Commands.h"
 
 namespace QELModels::tool {
 
@@ -62,7 +61,7 @@ ExitStatus usageError(const CLI::App& app, std::string problem) {
 
 }  // namespace
 
-CommandLine::CommandLine()
+CommandLine::CommandLine(std::span<const AddCommand> commands)
     : app_(std::make_unique<CLI::App>("Looks at documents of the content API as the apps do.", kProgram)) {
     setHelp(*app_, fmt::format("{} COMMAND [ARGUMENTS]", kProgram));
     app_->require_subcommand(1);
@@ -70,18 +69,8 @@ CommandLine::CommandLine()
         fmt::format("FILE is a path or - for standard input, which is also the default.\n"
                     "`{} COMMAND --help` says more about a command.",
                     kProgram));
-    addListCommand(*this);
-    addMapCommand(*this);
-    addFactsCommand(*this);
-    addNextCommand(*this);
-    addImageURLCommand(*this);
-    addTextCommand(*this);
-    addDurationCommand(*this);
-    addColorCommand(*this);
-    addExplainCommand(*this);
-    addAuditCommand(*this);
-    addSchemaCommand(*this);
-    addGenerateCommand(*this);
+    for (const AddCommand add : commands)
+        add(*this);
 }
 
 CommandLine::~CommandLine() = default;
@@ -99,7 +88,9 @@ void CommandLine::setWork(CLI::App& command, std::function<void()> work) {
     command.final_callback(std::move(work));
 }
 
-void CommandLine::addPlain(std::string name, std::string usage, std::string description,
+void CommandLine::addPlain(std::string name,
+                           std::string usage,
+                           std::string description,
                            ExitStatus (*work)(const std::vector<std::string>& arguments, Output& output)) {
     plainCommands_.push_back(name);
     setWork(addCommand(std::move(name), std::move(usage), std::move(description)),
@@ -187,7 +178,10 @@ void addFile(CLI::App& command, std::string& file) {
     command.add_option("FILE", file, "The document; - or nothing is standard input")->type_name("");
 }
 
-void addOptional(CLI::App& command, std::string name, std::string type, std::optional<std::string>& text,
+void addOptional(CLI::App& command,
+                 std::string name,
+                 std::string type,
+                 std::optional<std::string>& text,
                  std::string description) {
     // As a function: the parser would take an empty text for none.
     const auto take = [&text](const std::string& given) { text = given; };
@@ -195,14 +189,21 @@ void addOptional(CLI::App& command, std::string name, std::string type, std::opt
         ->type_name(std::move(type));
 }
 
-void addRepeated(CLI::App& command, std::string name, std::string type, Required required,
-                 std::vector<std::string>& texts, std::string description) {
+void addRepeated(CLI::App& command,
+                 std::string name,
+                 std::string type,
+                 Required required,
+                 std::vector<std::string>& texts,
+                 std::string description) {
     command.add_option(std::move(name), texts, std::move(description))
         ->type_name(std::move(type))
         ->required(required == Required::yes);
 }
 
-void addCount(CLI::App& command, std::string name, std::optional<std::size_t>& count, std::size_t most,
+void addCount(CLI::App& command,
+              std::string name,
+              std::optional<std::size_t>& count,
+              std::size_t most,
               std::string description) {
     command.add_option(std::move(name), count, std::move(description))
         ->type_name("N")

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -27,16 +28,24 @@ struct UsageError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// The command with all its subcommands, each of which adds itself.
+class CommandLine;
+
+/// Adds one command to the command line.
+using AddCommand = void (*)(CommandLine& commandLine);
+
+/// The program with its commands, each of which adds itself.
 class CommandLine {
 public:
-    CommandLine();
+    /// The commands are listed for people in this order.
+    explicit CommandLine(std::span<const AddCommand> commands);
     ~CommandLine();
 
     /// Adds a command. `declare` binds its arguments to options, and `work` does the rest with them: it
     /// writes to `output` and may throw `BadInput` and `UsageError`.
     template <class Options>
-    void add(std::string name, std::string usage, std::string description,
+    void add(std::string name,
+             std::string usage,
+             std::string description,
              void (*declare)(CLI::App& command, Options& options),
              ExitStatus (*work)(const Options& options, Output& output)) {
         CLI::App& command = addCommand(std::move(name), std::move(usage), std::move(description));
@@ -47,7 +56,9 @@ public:
 
     /// Adds a command whose arguments are mere texts. They may begin with a dash, as negative numbers do;
     /// behind "--" everything is one of them.
-    void addPlain(std::string name, std::string usage, std::string description,
+    void addPlain(std::string name,
+                  std::string usage,
+                  std::string description,
                   ExitStatus (*work)(const std::vector<std::string>& arguments, Output& output));
 
     /// Runs the command with its arguments, the program's name left out, and writes what it has to say.
@@ -78,14 +89,24 @@ void addKeyPath(CLI::App& command, std::optional<std::string>& keyPath);
 /// The argument FILE, standard input unless given.
 void addFile(CLI::App& command, std::string& file);
 /// An argument or an option with one value, which stays null unless it is given.
-void addOptional(CLI::App& command, std::string name, std::string type, std::optional<std::string>& text,
+void addOptional(CLI::App& command,
+                 std::string name,
+                 std::string type,
+                 std::optional<std::string>& text,
                  std::string description);
 /// An argument or an option with any number of values; when it is required, one at least.
 enum class Required { no, yes };
-void addRepeated(CLI::App& command, std::string name, std::string type, Required required,
-                 std::vector<std::string>& texts, std::string description);
+void addRepeated(CLI::App& command,
+                 std::string name,
+                 std::string type,
+                 Required required,
+                 std::vector<std::string>& texts,
+                 std::string description);
 /// An option with a number from 1 to `most`, which stays null unless it is given.
-void addCount(CLI::App& command, std::string name, std::optional<std::size_t>& count, std::size_t most,
+void addCount(CLI::App& command,
+              std::string name,
+              std::optional<std::size_t>& count,
+              std::size_t most,
               std::string description);
 /// What the help says below a command's options.
 void addClosingWords(CLI::App& command, std::string words);

@@ -85,8 +85,12 @@ bool LineReader::next() {
     return false;
 }
 
-std::string messageAt(std::string_view name, std::size_t line, std::size_t column, std::string_view reason,
-                      std::string_view text, std::size_t offset) {
+std::string messageAt(std::string_view name,
+                      std::size_t line,
+                      std::size_t column,
+                      std::string_view reason,
+                      std::string_view text,
+                      std::size_t offset) {
     return fmt::format("{}:{}:{}: {}\n{}", name, line, column, reason, excerpt(text, offset));
 }
 
@@ -104,7 +108,9 @@ Representation readDocument(const std::string& file) {
     return *std::move(document);
 }
 
-ExitStatus answerDocument(const std::string& file, JSONWriter::Layout layout, Output& output,
+ExitStatus answerDocument(const std::string& file,
+                          JSONWriter::Layout layout,
+                          Output& output,
                           const Answer& answer) {
     const Representation document = readDocument(file);
     std::string text;

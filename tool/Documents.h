@@ -76,8 +76,12 @@ private:
 };
 
 /// A message about a place in a text, with the text's line around it: `name:line:column: reason`.
-std::string messageAt(std::string_view name, std::size_t line, std::size_t column, std::string_view reason,
-                      std::string_view text, std::size_t offset);
+std::string messageAt(std::string_view name,
+                      std::size_t line,
+                      std::size_t column,
+                      std::string_view reason,
+                      std::string_view text,
+                      std::size_t offset);
 
 /// A message about a value that a mapping does not accept: `place: /pointer: reason`.
 std::string faultMessage(std::string_view place, const MappingFault& fault);
@@ -101,7 +105,9 @@ auto mappedDocument(const std::string& file) {
 using Answer = std::function<void(RepresentationView document, JSONWriter& writer)>;
 
 /// Writes what `answer` makes of the document of a file. Throws `BadInput`.
-ExitStatus answerDocument(const std::string& file, JSONWriter::Layout layout, Output& output,
+ExitStatus answerDocument(const std::string& file,
+                          JSONWriter::Layout layout,
+                          Output& output,
                           const Answer& answer);
 
 /// The same for a file that holds a document on every line, one line of output for each, written as it is

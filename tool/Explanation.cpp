@@ -43,7 +43,9 @@ std::string_view outcomeName(FEMOutcome outcome) noexcept {
     return {};
 }
 
-void observeMapping(const Kind& kind, RepresentationView document, std::string_view keyPath,
+void observeMapping(const Kind& kind,
+                    RepresentationView document,
+                    std::string_view keyPath,
                     FEMObserver& observer) {
     // A page's mapper would only see that there is no list; that there is no page says more.
     if (kind.isPage() && !document.isDictionary()) {
@@ -53,7 +55,9 @@ void observeMapping(const Kind& kind, RepresentationView document, std::string_v
     kind.map(document, keyPath, {&observer, nullptr, {}});
 }
 
-void enumerateUnreadKeys(const Kind& kind, RepresentationView document, std::string_view keyPath,
+void enumerateUnreadKeys(const Kind& kind,
+                         RepresentationView document,
+                         std::string_view keyPath,
                          const FEMUnreadKeys::Visit& visit) {
     if (kind.isPage())
         FEMUnreadKeys::inCollection(document, keyPathOf(kind, keyPath), *kind.rules, visit);

@@ -23,7 +23,9 @@ inline constexpr std::string_view kUnread = "unread";
 /// Maps a document and tells an observer what became of every rule, in the order of application. An empty
 /// key path means the kind's own. A page that is no dictionary is one event at the document's root. Throws
 /// `MappingFault`, of which the last event tells.
-void observeMapping(const Kind& kind, RepresentationView document, std::string_view keyPath,
+void observeMapping(const Kind& kind,
+                    RepresentationView document,
+                    std::string_view keyPath,
                     FEMObserver& observer);
 
 /// Keeps the library's log quiet while it lives: what a mapping logs, its observer is told as well, and
@@ -39,7 +41,9 @@ public:
 };
 
 /// Tells of every key of a document that no rule reads.
-void enumerateUnreadKeys(const Kind& kind, RepresentationView document, std::string_view keyPath,
+void enumerateUnreadKeys(const Kind& kind,
+                         RepresentationView document,
+                         std::string_view keyPath,
                          const FEMUnreadKeys::Visit& visit);
 
 /// What became of one rule, or a key that no rule reads.
@@ -52,7 +56,9 @@ struct Finding {
 
 /// All that there is to tell of a document: the rules, then the unread keys. After a fault comes nothing more
 /// but its `MappingFault`.
-void explain(const Kind& kind, RepresentationView document, std::string_view keyPath,
+void explain(const Kind& kind,
+             RepresentationView document,
+             std::string_view keyPath,
              const std::function<void(const Finding& finding)>& visit);
 
 }  // namespace QELModels::tool

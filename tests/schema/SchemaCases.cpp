@@ -13,7 +13,7 @@
 #include "QELModels/Records/MappingFault.h"
 #include "tests/DamagedDocuments.h"
 #include "tool/Explanation.h"
-#include "tool/Schema.h"
+#include "tool/generate/Schema.h"
 
 namespace {
 
@@ -36,7 +36,9 @@ void printSchema(const tool::Kind& kind) {
     print(line);
 }
 
-void printCase(const tool::Kind& kind, std::string_view name, std::string_view text,
+void printCase(const tool::Kind& kind,
+               std::string_view name,
+               std::string_view text,
                bool textsMayDiffer = false) {
     const Representation document = *representationFromJSON(text);
     std::string line;

@@ -1,4 +1,4 @@
-#include "tool/AuditPage.h"
+#include "tool/audit/AuditPage.h"
 
 #include <fmt/format.h>
 

@@ -1,4 +1,4 @@
-#include "tool/AuditTable.h"
+#include "tool/audit/AuditTable.h"
 
 #include <fmt/format.h>
 

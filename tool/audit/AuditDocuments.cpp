@@ -1,4 +1,4 @@
-#include "tool/AuditDocuments.h"
+#include "tool/audit/AuditDocuments.h"
 
 #include <sys/stat.h>
 
@@ -17,8 +17,8 @@
 
 #include "JSON/JSONReader.h"
 #include "QELModels/Values/Text.h"
-#include "tool/AuditCollector.h"
 #include "tool/Documents.h"
+#include "tool/audit/AuditCollector.h"
 
 namespace QELModels::tool {
 
@@ -200,7 +200,9 @@ private:
 
 }  // namespace
 
-Audit auditDocuments(const Kind& kind, std::span<const std::string> paths, std::size_t threads,
+Audit auditDocuments(const Kind& kind,
+                     std::span<const std::string> paths,
+                     std::size_t threads,
                      const std::function<void(const AuditProgress&)>& progress) {
     const std::vector<File> files = filesNamed(paths);
     const bool isSizeKnown =

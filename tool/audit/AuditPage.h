@@ -3,7 +3,7 @@
 #include <string>
 
 #include "QELModels/Platform/Export.h"
-#include "tool/Audit.h"
+#include "tool/audit/Audit.h"
 
 namespace QELModels::tool {
 

@@ -4,7 +4,6 @@
 #include "JSON/JSONFromValue.h"
 #include "QELModels/Categories/UIColor+QELUtils.h"
 #include "tool/CommandLine.h"
-#include "tool/Commands.h"
 
 namespace QELModels::tool {
 

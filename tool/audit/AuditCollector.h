@@ -11,8 +11,8 @@
 #include "QELModels/Mapping/FEMPath.h"
 #include "QELModels/Platform/Export.h"
 #include "QELModels/Representation/Representation.h"
-#include "tool/Audit.h"
 #include "tool/Kinds.h"
+#include "tool/audit/Audit.h"
 
 namespace QELModels::tool {
 

@@ -1,4 +1,4 @@
-#include "tool/Audit.h"
+#include "tool/audit/Audit.h"
 
 #include <fmt/format.h>
 

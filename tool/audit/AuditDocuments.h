@@ -8,8 +8,8 @@
 #include <string>
 
 #include "QELModels/Platform/Export.h"
-#include "tool/Audit.h"
 #include "tool/Kinds.h"
+#include "tool/audit/Audit.h"
 
 namespace QELModels::tool {
 
@@ -25,7 +25,9 @@ struct AuditProgress {
 ///
 /// `progress` is called several times a second on the calling thread; empty: nobody asks. Throws `BadInput`
 /// when a file cannot be read. Memory is bounded by the longest document and the distinct paths.
-Audit auditDocuments(const Kind& kind, std::span<const std::string> files, std::size_t threads,
+Audit auditDocuments(const Kind& kind,
+                     std::span<const std::string> files,
+                     std::size_t threads,
                      const std::function<void(const AuditProgress&)>& progress = {});
 
 }  // namespace QELModels::tool

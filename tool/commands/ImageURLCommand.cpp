@@ -7,7 +7,6 @@
 #include "QELModels/Categories/NSURL+QELKavoHelper.h"
 #include "QELModels/Values/URL.h"
 #include "tool/CommandLine.h"
-#include "tool/Commands.h"
 
 namespace QELModels::tool {
 

@@ -11,7 +11,6 @@
 #include "QELModels/Mappers/QELSeasonMapper.h"
 #include "QELModels/Models/QELSeason+Utilities.h"
 #include "tool/CommandLine.h"
-#include "tool/Commands.h"
 #include "tool/Documents.h"
 
 namespace QELModels::tool {

@@ -1,9 +1,8 @@
 #include <string>
 
 #include "tool/CommandLine.h"
-#include "tool/Commands.h"
 #include "tool/Kinds.h"
-#include "tool/Schema.h"
+#include "tool/generate/Schema.h"
 
 namespace QELModels::tool {
 

@@ -1,4 +1,4 @@
-#include "tool/AuditCollector.h"
+#include "tool/audit/AuditCollector.h"
 
 #include <algorithm>
 #include <deque>

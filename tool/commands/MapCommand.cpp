@@ -3,7 +3,6 @@
 
 #include "JSON/JSONFromValue.h"
 #include "tool/CommandLine.h"
-#include "tool/Commands.h"
 #include "tool/Documents.h"
 #include "tool/Kinds.h"
 

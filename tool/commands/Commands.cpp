@@ -1,14 +1,10 @@
-#pragma once
+#include "tool/commands/Commands.h"
 
-#include "QELModels/Platform/Export.h"
-
-/// @file
-/// The commands, one a source file. Each adds itself to the command line.
+#include <utility>
 
 namespace QELModels::tool {
 
-class CommandLine;
-
+// Every command lies in a source file of its own.
 void addListCommand(CommandLine& commandLine);
 void addMapCommand(CommandLine& commandLine);
 void addFactsCommand(CommandLine& commandLine);
@@ -21,5 +17,28 @@ void addExplainCommand(CommandLine& commandLine);
 void addAuditCommand(CommandLine& commandLine);
 void addSchemaCommand(CommandLine& commandLine);
 void addGenerateCommand(CommandLine& commandLine);
+
+namespace {
+
+constexpr AddCommand kCommands[] = {
+    &addListCommand,
+    &addMapCommand,
+    &addFactsCommand,
+    &addNextCommand,
+    &addImageURLCommand,
+    &addTextCommand,
+    &addDurationCommand,
+    &addColorCommand,
+    &addExplainCommand,
+    &addAuditCommand,
+    &addSchemaCommand,
+    &addGenerateCommand,
+};
+
+}  // namespace
+
+ExitStatus runProgram(std::vector<std::string> arguments) {
+    return CommandLine(kCommands).run(std::move(arguments));
+}
 
 }  // namespace QELModels::tool

@@ -12,7 +12,6 @@
 #include "JSON/JSONWriter.h"
 #include "QELModels/Records/MappingFault.h"
 #include "tool/CommandLine.h"
-#include "tool/Commands.h"
 #include "tool/Display.h"
 #include "tool/Documents.h"
 #include "tool/Explanation.h"

@@ -6,7 +6,6 @@
 #include "JSON/JSONWriter.h"
 #include "QELModels/Functions/QELDateFormattingFunctions.h"
 #include "tool/CommandLine.h"
-#include "tool/Commands.h"
 
 namespace QELModels::tool {
 

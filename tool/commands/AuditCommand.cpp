@@ -14,15 +14,14 @@
 #include <vector>
 
 #include "JSON/JSONWriter.h"
-#include "tool/Audit.h"
-#include "tool/AuditDocuments.h"
-#include "tool/AuditPage.h"
-#include "tool/AuditTable.h"
 #include "tool/CommandLine.h"
-#include "tool/Commands.h"
 #include "tool/Documents.h"
 #include "tool/Explanation.h"
 #include "tool/Kinds.h"
+#include "tool/audit/Audit.h"
+#include "tool/audit/AuditDocuments.h"
+#include "tool/audit/AuditPage.h"
+#include "tool/audit/AuditTable.h"
 
 namespace QELModels::tool {
 

@@ -11,7 +11,6 @@
 #include "QELModels/Categories/NSString+HTMLRemoval.h"
 #include "QELModels/Values/Text.h"
 #include "tool/CommandLine.h"
-#include "tool/Commands.h"
 #include "tool/Documents.h"
 
 namespace QELModels::tool {

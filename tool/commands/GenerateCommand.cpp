@@ -11,7 +11,6 @@
 #include <vector>
 
 #include "tool/CommandLine.h"
-#include "tool/Commands.h"
 #include "tool/Kinds.h"
 
 namespace QELModels::tool {

@@ -13,7 +13,6 @@
 #include "QELModels/Models/QELCategory+Utilities.h"
 #include "QELModels/Models/QELEditorial+Utilities.h"
 #include "tool/CommandLine.h"
-#include "tool/Commands.h"
 #include "tool/Documents.h"
 
 namespace QELModels::tool {

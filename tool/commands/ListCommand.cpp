@@ -16,7 +16,6 @@
 #include "QELModels/Models/QELAsset+Utilities.h"
 #include "QELModels/Process/Clock.h"
 #include "tool/CommandLine.h"
-#include "tool/Commands.h"
 #include "tool/Display.h"
 #include "tool/Documents.h"
 

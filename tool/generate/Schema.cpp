@@ -1,4 +1,4 @@
-#include "tool/Schema.h"
+#include "tool/generate/Schema.h"
 
 #include <fmt/format.h>
 

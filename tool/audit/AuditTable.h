@@ -1,8 +1,8 @@
 #pragma once
 
 #include "QELModels/Platform/Export.h"
-#include "tool/Audit.h"
 #include "tool/Output.h"
+#include "tool/audit/Audit.h"
 
 namespace QELModels::tool {
 
