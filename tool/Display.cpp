@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <deque>
+#include <utility>
 
 #include "QELModels/Values/Text.h"
 
@@ -11,7 +12,7 @@ namespace QELModels::tool {
 namespace {
 
 constexpr std::string_view kCut = "...";
-constexpr std::string_view kSoftHyphen = "\xC2\xAD";  // shows only where a line breaks
+constexpr std::string_view kSoftHyphen = "\xC2\xAD";  // visible only where a line breaks
 // An excerpt fits an 80-column terminal, and shows more of what follows the place than of what precedes it.
 constexpr std::size_t kColumnsBefore = 32;
 constexpr std::size_t kColumnsFrom = 40;
@@ -71,11 +72,67 @@ bool isContinuation(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
 }
 
-// How many bytes the well-formed character takes that a text begins with; 0 when there is none.
+// The length in bytes of the well-formed character that a text begins with; 0 when there is none.
 std::size_t lengthOf(std::string_view text) {
     for (std::size_t length = 1; length <= std::min(text.size(), Text::kMaxCharacterBytes); ++length)
         if (Text::isWellFormed(text.substr(0, length))) return length;
     return 0;
+}
+
+// A part of a line that fits a terminal, and whether more of the line was left out.
+struct Part {
+    std::string text;
+    std::size_t width = 0;
+    bool isCut = false;
+};
+
+// As much of the end of a text as is shown before the place. Lines may be as long as the document: what
+// cannot be shown is not looked at.
+Part endOfLine(std::string_view text) {
+    constexpr std::size_t kMostBytes = kColumnsBefore * Text::kMaxCharacterBytes;
+    Part part;
+    if (text.size() > kMostBytes) {
+        part.isCut = true;
+        text.remove_prefix(text.size() - kMostBytes);
+        while (!text.empty() && isContinuation(text.front()))
+            text.remove_prefix(1);
+    }
+    std::deque<Character> characters;
+    for (; !text.empty(); text.remove_prefix(characters.back().bytes)) {
+        characters.push_back(firstCharacter(text));
+        part.width += characters.back().width;
+    }
+    for (; part.width > kColumnsBefore; characters.pop_front()) {
+        part.isCut = true;
+        part.width -= characters.front().width;
+    }
+    for (const Character& character : characters)
+        part.text += character.text;
+    return part;
+}
+
+// As much of the start of a text as is shown from the place on.
+Part startOfLine(std::string_view text) {
+    constexpr std::size_t kMostBytes = kColumnsFrom * Text::kMaxCharacterBytes;
+    Part part;
+    std::size_t size = 0;
+    while (size < std::min(text.size(), kMostBytes)) {
+        const Character character = firstCharacter(text.substr(size));
+        if (part.width + character.width > kColumnsFrom) break;
+        part.text += character.text;
+        part.width += character.width;
+        size += character.bytes;
+    }
+    part.isCut = size < text.size();
+    return part;
+}
+
+// The line around a byte of a text: what comes before that byte, and the rest.
+std::pair<std::string_view, std::string_view> lineAround(std::string_view text, std::size_t offset) {
+    const std::size_t begin = text.substr(0, offset).rfind('\n') + 1;  // npos + 1 is 0
+    std::size_t end = std::min(text.find('\n', offset), text.size());
+    if (end > offset && text[end - 1] == '\r') --end;
+    return {text.substr(begin, offset - begin), text.substr(offset, end - offset)};
 }
 
 char32_t decoded(std::string_view character) {
@@ -117,46 +174,26 @@ Shown shown(std::string_view text, std::size_t columns) {
     return result;
 }
 
+std::string styled(std::string_view text, Style style, bool isColored) {
+    // In the order of the styles.
+    constexpr std::array<std::string_view, 7> kCodes{
+        "", "\x1b[1m", "\x1b[2m", "\x1b[36m", "\x1b[33m", "\x1b[1;31m", "\x1b[1;37;41m"};
+    constexpr std::string_view kReset = "\x1b[0m";
+    std::string result(text);
+    if (!isColored || text.empty()) return result;
+    result.insert(0, kCodes[static_cast<std::size_t>(style)]);
+    return result.append(kReset);
+}
+
 std::string excerpt(std::string_view text, std::size_t offset) {
     offset = std::min(offset, text.size());
-    const std::size_t before = text.substr(0, offset).rfind('\n');
-    const std::size_t begin = before == std::string_view::npos ? 0 : before + 1;
-    std::size_t end = std::min(text.find('\n', offset), text.size());
-    if (end > offset && text[end - 1] == '\r') --end;
-
-    // Lines may be as long as the document: what cannot be shown is not looked at.
-    std::size_t start = begin;
-    if (offset - begin > kColumnsBefore * Text::kMaxCharacterBytes) {
-        start = offset - kColumnsBefore * Text::kMaxCharacterBytes;
-        while (start < offset && isContinuation(text[start]))
-            ++start;
-    }
-    bool isCutBefore = start != begin;
-    std::deque<Character> left;
-    std::size_t leftWidth = 0;
-    for (std::size_t at = start; at < offset; at += left.back().bytes) {
-        left.push_back(firstCharacter(text.substr(at, offset - at)));
-        leftWidth += left.back().width;
-    }
-    for (; leftWidth > kColumnsBefore; left.pop_front()) {
-        leftWidth -= left.front().width;
-        isCutBefore = true;
-    }
-
-    std::string line(isCutBefore ? kCut : "");
-    std::string caretLine(line.size() + leftWidth, ' ');
-    for (const Character& character : left)
-        line += character.text;
-    const std::size_t last = std::min(end, offset + kColumnsFrom * Text::kMaxCharacterBytes);
-    for (std::size_t width = 0; offset < last;) {
-        const Character character = firstCharacter(text.substr(offset, end - offset));
-        width += character.width;
-        if (width > kColumnsFrom) break;
-        line += character.text;
-        offset += character.bytes;
-    }
-    if (offset < end) line += kCut;
-    return line + '\n' + caretLine + '^';
+    const auto [before, after] = lineAround(text, offset);
+    const Part left = endOfLine(before);
+    const Part right = startOfLine(after);
+    const std::string start = (left.isCut ? std::string(kCut) : std::string()) + left.text;
+    const std::string end = right.text + (right.isCut ? std::string(kCut) : std::string());
+    const std::size_t column = left.width + (left.isCut ? kCut.size() : 0);
+    return start + end + '\n' + std::string(column, ' ') + '^';
 }
 
 }  // namespace QELModels::tool

@@ -10,7 +10,7 @@ namespace QELModels::tool {
 
 /// One character of any text, as a terminal may show it.
 struct Character {
-    std::string text;       ///< control characters and what is no UTF-8 have a visible sign in their place
+    std::string text;       ///< control characters and what is not UTF-8 are shown as visible signs
     std::size_t width = 0;  ///< columns that it takes: 0, 1 or 2
     std::size_t bytes = 0;  ///< of the original
 };
@@ -26,6 +26,11 @@ struct Shown {
 };
 /// A text cut to `columns`, with "..." at its end where something was cut off.
 Shown shown(std::string_view text, std::size_t columns);
+
+/// How a text stands out on a terminal.
+enum class Style { plain, bold, faint, cyan, yellow, red, alarm };
+/// A text in a style, or as it is where there are no colours.
+std::string styled(std::string_view text, Style style, bool isColored);
 
 /// The line of `text` around the byte at `offset`, cut to fit a terminal, and below it a caret under that
 /// byte.

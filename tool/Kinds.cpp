@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <vector>
 
 #include "QELModels/Mappers/QELAssetMapper.h"
 #include "QELModels/Mappers/QELAssetsMapper.h"
@@ -13,7 +14,8 @@
 #include "QELModels/Mappers/QELEditorialsMapper.h"
 #include "QELModels/Mappers/QELSeasonMapper.h"
 #include "QELModels/Mappers/QELSeasonsMapper.h"
-#include "tool/CommandLine.h"
+#include "tool/ExitStatus.h"
+#include "tool/Texts.h"
 
 namespace QELModels::tool {
 
@@ -57,10 +59,10 @@ std::span<const Kind> kinds() noexcept {
 }
 
 std::string kindNames() {
-    std::string names;
+    std::vector<std::string> names;
     for (const Kind& kind : kKinds)
-        names += fmt::format("{}{}", names.empty() ? "" : ", ", kind.name);
-    return names;
+        names.emplace_back(kind.name);
+    return joined(names, ", ");
 }
 
 const Kind& kindNamed(std::string_view name) {

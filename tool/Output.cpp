@@ -13,7 +13,13 @@ namespace {
 
 constexpr std::size_t kMuch = std::size_t{1} << 20;
 
-// The error, or 0 when all has been written.
+bool isSet(const char* variable) {
+    const char* value = std::getenv(variable);
+    return value != nullptr && *value != '\0';
+}
+
+}  // namespace
+
 int writeAll(int file, std::string_view text) {
     while (!text.empty()) {
         const ssize_t written = ::write(file, text.data(), text.size());
@@ -24,13 +30,6 @@ int writeAll(int file, std::string_view text) {
     }
     return 0;
 }
-
-bool isSet(const char* variable) {
-    const char* value = std::getenv(variable);
-    return value != nullptr && *value != '\0';
-}
-
-}  // namespace
 
 void Output::write(std::string_view text) {
     waiting_ += text;

@@ -34,6 +34,9 @@ private:
     std::string waiting_;
 };
 
+/// Writes all of a text to a file descriptor. The error number, or 0 when all has been written.
+int writeAll(int file, std::string_view text);
+
 /// Writes a message, of one line or several, to standard error in one piece.
 void report(std::string message);
 

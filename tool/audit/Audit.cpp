@@ -7,25 +7,16 @@
 
 #include "tool/Explanation.h"
 #include "tool/Kinds.h"
+#include "tool/Members.h"
 
 namespace QELModels::tool {
 
 namespace {
 
-// Counts are what every JSON reader keeps exactly, so no sum of a few files can overflow either.
+// Every JSON reader keeps such counts exactly, and no sum of a few files can overflow.
 constexpr std::uint64_t kLargestCount = std::uint64_t{1} << 53;
 
 // --- Writing ----------------------------------------------------------------------------------------------
-
-void writeMember(JSONWriter& writer, std::string_view key, std::string_view text) {
-    writer.key(key);
-    writer.string(text);
-}
-
-void writeMember(JSONWriter& writer, std::string_view key, std::uint64_t count) {
-    writer.key(key);
-    writer.number(count);
-}
 
 void writeMembers(JSONWriter& writer, const AuditTally& tally) {
     writeMember(writer, "count", tally.count);
@@ -60,7 +51,7 @@ void writeProblems(JSONWriter& writer, const AuditProblems& problems, bool areFa
 
 // --- Reading ----------------------------------------------------------------------------------------------
 
-// A value of the text and where it stands.
+// A value of the text, and its pointer.
 class Field {
 public:
     Field(RepresentationView value, std::string pointer) : value_(value), pointer_(std::move(pointer)) {}
@@ -165,7 +156,7 @@ AuditProblems AuditProblems::of(std::uint64_t count, std::vector<AuditProblem> n
     return problems;
 }
 
-// The least of all are among the least of each part, so the parts may forget the rest.
+// The least ones of all are among the least ones of each part, so the parts may forget the rest.
 void AuditProblems::name(AuditProblem problem) {
     if (named_.size() == kMostNamed && named_.back() <= problem) return;
     named_.insert(std::upper_bound(named_.begin(), named_.end(), problem), std::move(problem));
@@ -192,8 +183,8 @@ AuditOutcomes Audit::outcomesOf(const Property& property) const {
         // A page's list is looked for in the documents that are dictionaries.
         const auto noRecords = path.empty() ? properties.end() : properties.find({{}, {}});
         const std::uint64_t elsewhere = noRecords == properties.end() ? 0 : noRecords->second.total();
-        const std::uint64_t told = broken.count() + elsewhere + outcomes.total();
-        set = documents - std::min(documents, told);
+        const std::uint64_t counted = broken.count() + elsewhere + outcomes.total();
+        set = documents - std::min(documents, counted);
     } else if (name.ends_with(kElement)) {
         // Each record's first rule is applied, whatever becomes of the others.
         for (const auto& [key, theirs] : properties) {
@@ -205,6 +196,13 @@ AuditOutcomes Audit::outcomesOf(const Property& property) const {
         }
     }
     return outcomes;
+}
+
+std::size_t Audit::propertiesWithProblems() const {
+    return static_cast<std::size_t>(
+        std::count_if(properties.begin(), properties.end(), [](const Property& property) {
+            return property.second.problems() != 0;
+        }));
 }
 
 std::vector<const Audit::Property*> Audit::propertiesProblemsFirst() const {

@@ -57,7 +57,7 @@ public:
     }
     /// How often its rule was applied.
     std::uint64_t total() const;
-    /// How often the document had something there that the rule could not use.
+    /// How often the document had a value there that the rule could not use.
     std::uint64_t problems() const;
 
     friend bool operator==(const AuditOutcomes&, const AuditOutcomes&) = default;
@@ -80,7 +80,7 @@ struct AuditProblem {
 /// Documents with a problem of one kind: their number, and the first of them by name.
 class AuditProblems {
 public:
-    /// How many are named. A file that is no JSON at all must not fill the memory with the news.
+    /// How many are named: a file that is not JSON at all must not fill the memory.
     static constexpr std::size_t kMostNamed = 1000;
 
     void add(AuditProblem problem);
@@ -100,7 +100,7 @@ private:
     std::vector<AuditProblem> named_;
 };
 
-/// The text is no audit: what is wrong, and where in the text, `pointer: what`.
+/// A text is not an audit: what is wrong, and where in the text, `pointer: what`.
 struct NotAnAudit : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
@@ -121,9 +121,11 @@ struct Audit {
 
     /// Adds an audit of other documents of the same kind.
     void add(const Audit& other);
-    /// A property's outcomes for people. Of an element of a list, or of a document, a mapping tells by itself
-    /// only when it is no record; here those that are records count as set, without an example.
+    /// A property's outcomes for people. A mapping reports an element of a list, or a document, only when it
+    /// is not a record; here those that are records count as set, without an example.
     AuditOutcomes outcomesOf(const Property& property) const;
+    /// How many properties had a problem.
+    std::size_t propertiesWithProblems() const;
     /// The properties for people: those with the most problems first, then those that are filled least often,
     /// then by path. Valid until the audit changes.
     std::vector<const Property*> propertiesProblemsFirst() const QELMODELS_LENT;
@@ -142,7 +144,7 @@ struct Audit {
 std::string_view outcomeLabel(FEMOutcome outcome) noexcept;
 /// A count with commas between thousands.
 std::string countText(std::uint64_t count);
-/// A share in percent that is "100 %" or "0 %" only when it is just that.
+/// A share in percent: "100 %" and "0 %" mean all and none.
 std::string shareText(std::uint64_t count, std::uint64_t total);
 
 }  // namespace QELModels::tool

@@ -16,11 +16,14 @@ bool isSame(std::string_view a, std::string_view b) noexcept {
     return a.size() == b.size() && (a.data() == b.data() || a == b);
 }
 
-void gatherIndices(const FEMPath& path, std::vector<std::size_t>& indices) {
-    indices.clear();
+// Puts the indices of a path in place of others, whose memory is used again.
+void readIndices(const FEMPath& path, std::vector<std::size_t>& indices) {
+    std::size_t count = 0;
     for (const FEMPath* step = &path; step != nullptr; step = step->parent())
-        if (step->isElement()) indices.push_back(step->index());
-    std::reverse(indices.begin(), indices.end());
+        count += step->isElement() ? 1 : 0;
+    indices.resize(count);
+    for (const FEMPath* step = &path; step != nullptr; step = step->parent())
+        if (step->isElement()) indices[--count] = step->index();
 }
 
 }  // namespace
@@ -34,34 +37,35 @@ struct AuditCollector::Example {
 
 struct AuditCollector::Tally {
     std::uint64_t count = 0;
-    std::uint64_t document = 0;  // the number of the one that the example stands in
+    std::uint64_t document = 0;  // the number of the document of the example
     std::unique_ptr<Example> example;
 };
 
-// One step of the paths, alike for all elements of a list.
+// One step of the paths. All elements of a list share one.
 struct AuditCollector::Step {
     Step(const FEMPath& at, std::size_t place)
         : position(place), isDocumentKey(at.isDocumentKey()), property(at.propertyName()) {
-        // Keys of documents, and where a mapping begins, do not live on.
-        const bool livesOn = !isDocumentKey && at.parent() != nullptr;
-        if (!livesOn) copy = at.keyPath();
-        keyPath = livesOn ? at.keyPath() : std::string_view(copy);
+        // The key paths of rules are constant data. Keys of documents, and where a mapping begins, are
+        // copied.
+        const bool isConstant = !isDocumentKey && at.parent() != nullptr;
+        if (!isConstant) copy = at.keyPath();
+        keyPath = isConstant ? at.keyPath() : std::string_view(copy);
     }
 
-    // All elements of a list are one step, which has no key.
+    // The step of all elements of a list has no key.
     bool isFor(const FEMPath& at) const noexcept {
         return isDocumentKey == at.isDocumentKey() && isSame(keyPath, at.keyPath()) &&
                isSame(property, at.propertyName());
     }
 
-    std::size_t position;  // among the steps that follow the one before
+    std::size_t position;  // among the steps that follow the same step
     bool isDocumentKey;
     std::string copy;
     std::string_view keyPath;
     std::string_view property;
 
     std::vector<Step*> next;    // in the order in which they were first seen
-    std::size_t following = 0;  // which of them is likely to be asked for
+    std::size_t following = 0;  // which of them is expected next
     std::unordered_multimap<std::string_view, Step*> nextByKey;
 
     std::vector<Tally> tallies;
@@ -69,8 +73,9 @@ struct AuditCollector::Step {
     std::string model;
 };
 
-// All steps from one root. Events of one record come in the order of its rules, and the keys of documents in
-// much the same order from one to the next: the step looked for is nearly always the one after the last.
+// All steps from one root. Events of a record come in the order of its rules, and the keys of one document in
+// much the same order as those of the next: the step that is looked for is nearly always the one after the
+// last.
 class AuditCollector::Steps {
 public:
     Step& at(const FEMPath& path) {
@@ -156,21 +161,21 @@ void AuditCollector::ruleApplied(const FEMEvent& event) {
     count(rules_->tally(event.path, static_cast<std::size_t>(event.outcome)), event.path);
 }
 
-// Documents come in order, so the least place is in the first of them, but not always its first there.
+// Documents come in order, so the first document has the least place, which need not be the first in it.
 void AuditCollector::count(Tally& tally, const FEMPath& path) {
     if (tally.count++ != 0) [[likely]] {
         if (tally.document != document_ || !comesBefore(path, *tally.example)) return;
     }
     tally.document = document_;
-    gatherIndices(path, indices_);
+    readIndices(path, indices_);
     tally.example = std::make_unique<Example>(Example{file_, line_, indices_, path.pointer()});
 }
 
-// Pointers of one step differ in their indices alone, and these end where a pointer ends or at a slash, which
-// is less than any digit. So the first index that differs decides, by its digits as a text.
+// Pointers of one step differ only in their indices. An index ends at the end of its pointer or at a slash,
+// which is less than any digit. So the first index that differs decides, by its digits as a text.
 bool AuditCollector::comesBefore(const FEMPath& path, const Example& example) {
     if (example.indices.empty()) return false;
-    gatherIndices(path, indices_);
+    readIndices(path, indices_);
     const auto [mine, its] =
         std::mismatch(indices_.begin(), indices_.end(), example.indices.begin(), example.indices.end());
     return mine != indices_.end() && *its != 0 && std::to_string(*mine) < std::to_string(*its);

@@ -17,15 +17,15 @@
 namespace QELModels::tool {
 
 /// Counts what becomes of every property of the documents that it is given, one thread's share of them. An
-/// asset has some 160 rules, so what is counted hangs on a tree of the paths' steps: an event finds its place
-/// with a comparison or two, and texts are made only for the examples that are kept.
+/// asset has more than a hundred rules, so the counts lie in a tree of the steps of paths: an event finds its
+/// count with one comparison or two, and texts are made only for the examples that are kept.
 class AuditCollector final : private FEMObserver {
 public:
     explicit AuditCollector(const Kind& kind);
     ~AuditCollector();
 
     /// Maps a document and counts what became of it; one whose mapping faults is counted as faulty. Documents
-    /// come in the order of their places. The file's name outlives the collector.
+    /// are given in the order of their places. The file's name outlives the collector.
     void add(RepresentationView document, std::string_view file, std::uint64_t line);
     /// Counts a document that could not be read.
     void addBroken(AuditProblem problem);
@@ -44,7 +44,7 @@ private:
     bool comesBefore(const FEMPath& path, const Example& example);
 
     const Kind& kind_;
-    Audit documents_;  // what is not counted on the trees
+    Audit documents_;  // what is not counted in the trees
     std::unique_ptr<Steps> rules_;
     std::unique_ptr<Steps> unread_;
     std::uint64_t document_ = 0;  // its number, from 1

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
-#include <cstring>
+#include <exception>
 #include <future>
 #include <memory>
 #include <mutex>
@@ -17,22 +17,24 @@
 
 #include "JSON/JSONReader.h"
 #include "QELModels/Values/Text.h"
-#include "tool/Documents.h"
+#include "tool/Input.h"
+#include "tool/Lines.h"
 #include "tool/audit/AuditCollector.h"
 
 namespace QELModels::tool {
 
 namespace {
 
-// Long enough that threads seldom meet, and short enough that all end at much the same time.
+// Long enough that threads seldom meet, and short enough that all of them end at much the same time.
 constexpr std::size_t kPieceBytes = std::size_t{1} << 20;
 constexpr std::chrono::milliseconds kProgressInterval{100};
 constexpr std::array<std::string_view, 2> kLinesSuffixes{".ndjson", ".jsonl"};
-constexpr std::string_view kWhiteSpace = " \t\r";
+
+// --- Files ------------------------------------------------------------------------------------------------
 
 struct File {
     std::string path;
-    std::string name;  // what the answer calls it: its path as UTF-8
+    std::string name;  // its path as UTF-8, as results call it
     bool isLines;
     std::optional<std::uint64_t> size;  // of a regular file
 };
@@ -46,31 +48,41 @@ std::string wellFormed(std::string text) {
     return text;
 }
 
+std::optional<std::uint64_t> regularSize(const std::string& path) {
+    struct stat status {};
+    if (path == kStandardInput || ::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
+        return std::nullopt;
+    return static_cast<std::uint64_t>(status.st_size);
+}
+
+// The files in the order of their names. A file that cannot be read is reported at once, not after an hour.
 std::vector<File> filesNamed(std::span<const std::string> paths) {
     std::vector<File> files;
     for (const std::string& path : paths) {
-        struct stat status {};
-        const bool isKnown = path != kStandardInput && ::stat(path.c_str(), &status) == 0;
-        const bool isRegular = isKnown && S_ISREG(status.st_mode);
-        // What cannot be read is said at once, not after an hour; but a pipe is opened only once.
-        if (!isKnown || isRegular || S_ISDIR(status.st_mode)) {
-            Input input(path);
-            std::string nothing;
-            if (isKnown && !isRegular) input.readMore(nothing);
-        }
+        requireReadable(path);
         const bool isLines = std::any_of(kLinesSuffixes.begin(),
                                          kLinesSuffixes.end(),
                                          [&](std::string_view suffix) { return path.ends_with(suffix); });
-        const auto size =
-            isRegular ? std::optional(static_cast<std::uint64_t>(status.st_size)) : std::nullopt;
-        files.push_back({path, wellFormed(path), isLines, size});
+        files.push_back({path, wellFormed(path), isLines, regularSize(path)});
     }
     std::stable_sort(
         files.begin(), files.end(), [](const File& a, const File& b) { return a.name < b.name; });
     return files;
 }
 
-// A file's text, or some of its lines.
+// The size of all files together; 0 when that of one is not known.
+std::uint64_t allBytesOf(const std::vector<File>& files) {
+    std::uint64_t bytes = 0;
+    for (const File& file : files) {
+        if (!file.size) return 0;
+        bytes += *file.size;
+    }
+    return bytes;
+}
+
+// --- Pieces -----------------------------------------------------------------------------------------------
+
+// The text of a file, or some of its lines.
 struct Piece {
     const File* file = nullptr;
     std::uint64_t firstLine = 1;
@@ -82,14 +94,14 @@ class Pieces {
 public:
     explicit Pieces(const std::vector<File>& files) : files_(files) {}
 
-    /// Puts the next piece in place of the last; false when there is none. Throws `BadInput`.
+    // Puts the next piece in place of the last one; false at the end. Throws `BadInput`.
     bool next(Piece& piece) {
         if (!take(piece)) return false;
         if (!piece.file->isLines) piece.text = Input(piece.file->path).readAll();
         bytes_ += piece.text.size();
         return true;
     }
-    /// Lets the other threads come to an end.
+    // Lets the other threads come to an end.
     void stop() {
         const std::lock_guard lock(mutex_);
         nextFile_ = files_.size();
@@ -98,62 +110,47 @@ public:
     std::uint64_t bytes() const noexcept { return bytes_; }
 
 private:
+    struct LinesFile {
+        explicit LinesFile(const File& itsFile) : file(itsFile), input(file.path), pieces(input) {}
+
+        const File& file;
+        Input input;
+        LinePieces pieces;
+        std::uint64_t nextLine = 1;
+    };
+
+    // Takes lines, or a whole file that is then read outside of the lock.
     bool take(Piece& piece) {
         const std::lock_guard lock(mutex_);
-        for (;;) {
-            if (lines_ != nullptr) {
-                piece.file = &files_[nextFile_ - 1];
-                if (takeLines(piece)) return true;
-                lines_.reset();
-            }
+        while (lines_ == nullptr || !takeLines(piece)) {
+            lines_.reset();
             if (nextFile_ == files_.size()) return false;
-            piece.file = &files_[nextFile_++];
-            piece.firstLine = 1;
-            if (!piece.file->isLines) return true;
-            lines_ = std::make_unique<Input>(piece.file->path);
-            nextLine_ = 1;
+            const File& file = files_[nextFile_++];
+            if (!file.isLines) {
+                piece.file = &file;
+                return true;
+            }
+            lines_ = std::make_unique<LinesFile>(file);
         }
+        return true;
     }
 
-    // Whole lines, as many as a piece holds, or one that is longer.
     bool takeLines(Piece& piece) {
-        std::string& text = piece.text;
-        text.assign(behindLines_);
-        behindLines_.clear();
-        std::size_t end = std::string::npos;
-        for (std::size_t wanted = kPieceBytes, searched = text.size(); end == std::string::npos;) {
-            bool isAtEnd = false;
-            while (!isAtEnd && text.size() < wanted)
-                isAtEnd = !lines_->readMore(text);
-            const std::size_t found = std::string_view(text).substr(searched).rfind('\n');
-            if (isAtEnd)
-                end = text.size();
-            else if (found != std::string_view::npos)
-                end = searched + found + 1;
-            searched = text.size();
-            wanted = text.size() + kPieceBytes;
-        }
-        behindLines_.assign(text, end);
-        text.resize(end);
-        piece.firstLine = nextLine_;
-        for (const char* at = text.data(); at != nullptr;) {
-            at = static_cast<const char*>(
-                std::memchr(at, '\n', static_cast<std::size_t>(text.data() + text.size() - at)));
-            if (at == nullptr) break;
-            ++at;
-            ++nextLine_;
-        }
-        return !text.empty();
+        if (!lines_->pieces.next(piece.text, kPieceBytes)) return false;
+        piece.file = &lines_->file;
+        piece.firstLine = lines_->nextLine;
+        lines_->nextLine += lineFeedsIn(piece.text);
+        return true;
     }
 
     const std::vector<File>& files_;
     std::mutex mutex_;
     std::size_t nextFile_ = 0;
-    std::unique_ptr<Input> lines_;  // the file that is handed out line by line
-    std::uint64_t nextLine_ = 1;
-    std::string behindLines_;  // the beginning of a line whose end has not been read yet
+    std::unique_ptr<LinesFile> lines_;  // the file that is handed out line by line
     std::atomic<std::uint64_t> bytes_ = 0;
 };
+
+// --- Threads ----------------------------------------------------------------------------------------------
 
 // One thread's work.
 class Worker {
@@ -174,13 +171,8 @@ public:
 
 private:
     void addLines(const Piece& piece) {
-        std::uint64_t number = piece.firstLine;
-        for (std::string_view rest = piece.text; !rest.empty(); ++number) {
-            const std::size_t end = std::min(rest.find('\n'), rest.size());
-            const std::string_view line = rest.substr(0, end);
-            rest.remove_prefix(std::min(end + 1, rest.size()));
-            if (line.find_first_not_of(kWhiteSpace) != std::string_view::npos) add(line, *piece.file, number);
-        }
+        for (TextLines lines(piece.text, piece.firstLine); lines.next();)
+            add(lines.line(), *piece.file, lines.number());
     }
 
     void add(std::string_view text, const File& file, std::optional<std::uint64_t> line) {
@@ -198,6 +190,37 @@ private:
     JSONReader reader_;
 };
 
+std::vector<std::future<Audit>> started(std::size_t threads, const std::function<Audit()>& work) {
+    std::vector<std::future<Audit>> workers;
+    try {
+        while (workers.size() < threads)
+            workers.push_back(std::async(std::launch::async, work));
+    } catch (const std::system_error&) {
+        // The system has no more threads to give: those that were started do all the work, or this thread
+        // does.
+        if (workers.empty()) workers.push_back(std::async(std::launch::deferred, work));
+    }
+    return workers;
+}
+
+// What the workers have counted. When some of them throw, the first of these exceptions is thrown after all
+// workers are done.
+Audit sumOf(std::vector<std::future<Audit>> workers, const std::function<void()>& showProgress) {
+    Audit sum;
+    std::exception_ptr failure;
+    for (std::future<Audit>& worker : workers) {
+        while (showProgress && worker.wait_for(kProgressInterval) == std::future_status::timeout)
+            showProgress();
+        try {
+            sum.add(worker.get());
+        } catch (...) {
+            if (!failure) failure = std::current_exception();
+        }
+    }
+    if (failure) std::rethrow_exception(failure);
+    return sum;
+}
+
 }  // namespace
 
 Audit auditDocuments(const Kind& kind,
@@ -205,42 +228,14 @@ Audit auditDocuments(const Kind& kind,
                      std::size_t threads,
                      const std::function<void(const AuditProgress&)>& progress) {
     const std::vector<File> files = filesNamed(paths);
-    const bool isSizeKnown =
-        std::all_of(files.begin(), files.end(), [](const File& file) { return file.size.has_value(); });
-    AuditProgress state;
-    for (const File& file : files)
-        state.allBytes += isSizeKnown ? *file.size : 0;
-
     Pieces pieces(files);
     std::atomic<std::uint64_t> documents = 0;
-    std::vector<std::future<Audit>> workers;
-    const auto start = [&](std::launch how) {
-        workers.push_back(std::async(how, [&] { return Worker(kind, pieces, documents).work(); }));
-    };
-    try {
-        while (workers.size() < threads)
-            start(std::launch::async);
-    } catch (const std::system_error&) {
-        // The system has no more threads to give: those that there are do all the work.
-        if (workers.empty()) start(std::launch::deferred);
-    }
-
-    Audit audit;
+    std::function<void()> showProgress;
+    if (progress)
+        showProgress = [&, allBytes = allBytesOf(files)] { progress({documents, pieces.bytes(), allBytes}); };
+    Audit audit =
+        sumOf(started(threads, [&] { return Worker(kind, pieces, documents).work(); }), showProgress);
     audit.kind = kind.name;
-    std::exception_ptr failure;
-    for (std::future<Audit>& worker : workers) {
-        while (progress && worker.wait_for(kProgressInterval) == std::future_status::timeout) {
-            state.documents = documents;
-            state.bytes = pieces.bytes();
-            progress(state);
-        }
-        try {
-            audit.add(worker.get());
-        } catch (...) {
-            if (!failure) failure = std::current_exception();
-        }
-    }
-    if (failure) std::rethrow_exception(failure);
     return audit;
 }
 

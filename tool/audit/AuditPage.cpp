@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <cstdint>
 #include <iterator>
 #include <string_view>
@@ -15,7 +14,7 @@ namespace QELModels::tool {
 
 namespace {
 
-// What the page may load is said to the browser too: nothing.
+// The page may load nothing, and the browser is told so.
 constexpr std::string_view kHead = R"html(<!DOCTYPE html>
 <html lang="en">
 <meta charset="utf-8">
@@ -26,7 +25,7 @@ constexpr std::string_view kHead = R"html(<!DOCTYPE html>
 <link rel="icon" href="data:,">
 )html";
 
-// The outcomes' colours tell apart for the colour-blind too: they differ in lightness, and each has a mark.
+// The colour-blind can tell the outcomes apart too: their colours differ in lightness, and each has a mark.
 constexpr std::string_view kStyle = R"html(<style>
 :root {
   --page: #f6f7f9; --card: #fff; --text: #1c2128; --faint: #5c6672; --line: #d9dee4; --accent: #0b62c4;
@@ -105,7 +104,7 @@ summary:focus-visible { outline: 2px solid var(--accent); outline-offset: -2px; 
 </style>
 )html";
 
-// Sorts and filters what stands on the page; each list comes in the order that is its first choice.
+// Sorts and filters the rows of the page; each list is written in the order of its first choice.
 constexpr std::string_view kScript = R"html(<script>
 for (const tools of document.querySelectorAll(".tools")) {
   const list = document.getElementById(tools.dataset.list);
@@ -143,8 +142,8 @@ for (const tools of document.querySelectorAll(".tools")) {
 </script>
 )html";
 
-// Any text as HTML shows it, also between quotes: what cannot be shown, or would turn the text around it, has
-// a sign in its place.
+// Any text as HTML shows it, between quotes too. Signs take the place of what cannot be shown, and of what
+// would reverse the text around it.
 std::string escaped(std::string_view text) {
     std::string result;
     while (!text.empty()) {
@@ -195,24 +194,23 @@ private:
         fmt::format_to(std::back_inserter(text_), format, std::forward<Arguments>(arguments)...);
     }
 
-    void addFact(std::string_view name, std::uint64_t count, bool isBad = false) {
+    // Whether a count other than 0 is bad news.
+    enum class Fact { neutral, bad };
+
+    void addFact(std::string_view name, std::uint64_t count, Fact fact = Fact::neutral) {
         add("<div{}><dt>{}</dt><dd>{}</dd></div>\n",
-            isBad && count != 0 ? " class=\"bad\"" : "",
+            fact == Fact::bad && count != 0 ? " class=\"bad\"" : "",
             name,
             countText(count));
     }
 
     void addFacts() {
-        const auto withProblems = std::count_if(
-            audit_.properties.begin(), audit_.properties.end(), [](const Audit::Property& property) {
-                return property.second.problems() != 0;
-            });
         add("<h1>Audit of {} documents</h1>\n<dl class=\"facts\">\n", escaped(audit_.kind));
         addFact("documents", audit_.documents);
-        addFact("broken", audit_.broken.count(), true);
-        addFact("faulty", audit_.faulty.count(), true);
+        addFact("broken", audit_.broken.count(), Fact::bad);
+        addFact("faulty", audit_.faulty.count(), Fact::bad);
         addFact("properties", audit_.properties.size());
-        addFact("with problems", static_cast<std::uint64_t>(withProblems), true);
+        addFact("with problems", audit_.propertiesWithProblems(), Fact::bad);
         addFact("unread keys", audit_.unread.size());
         text_ += "</dl>\n";
     }
@@ -248,7 +246,7 @@ private:
         text_ += "</ul>\n";
     }
 
-    // What a row is sorted and filtered by stands in its attributes.
+    // The attributes of a row have what it is sorted and filtered by.
     void addProperty(const Audit::Property& property) {
         const auto& [path, name] = property.first;
         const AuditOutcomes outcomes = audit_.outcomesOf(property);

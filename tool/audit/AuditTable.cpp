@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <limits>
 #include <string>
@@ -16,27 +15,23 @@ namespace {
 
 constexpr std::size_t kUncut = std::numeric_limits<std::size_t>::max();
 
-class Table {
+class TableWriter {
 public:
-    Table(const Audit& audit, bool isColored, Output& output)
+    TableWriter(const Audit& audit, bool isColored, Output& output)
         : audit_(audit), isColored_(isColored), output_(output) {}
 
     void write() {
-        const auto withProblems = std::count_if(
-            audit_.properties.begin(), audit_.properties.end(), [](const Audit::Property& property) {
-                return property.second.problems() != 0;
-            });
         line(fmt::format("{} documents of kind {}, {} broken, {} faulty",
                          countText(audit_.documents),
                          audit_.kind,
                          countText(audit_.broken.count()),
                          countText(audit_.faulty.count())),
-             kBold);
+             Style::bold);
         line(fmt::format("{} properties, {} with problems, {} unread keys",
                          audit_.properties.size(),
-                         withProblems,
+                         audit_.propertiesWithProblems(),
                          audit_.unread.size()),
-             kBold);
+             Style::bold);
         for (const Audit::Property* property : audit_.propertiesProblemsFirst())
             write(*property);
         writeUnread();
@@ -45,19 +40,13 @@ public:
     }
 
 private:
-    static constexpr std::string_view kBold = "\x1b[1m";
-    static constexpr std::string_view kFaint = "\x1b[2m";
-    static constexpr std::string_view kYellow = "\x1b[33m";
-    static constexpr std::string_view kRed = "\x1b[1;31m";
-    static constexpr std::string_view kPlain = "\x1b[0m";
-
-    static std::string_view colorOf(FEMOutcome outcome) {
-        if (outcome == FEMOutcome::set) return kFaint;
-        return outcome == FEMOutcome::missing || outcome == FEMOutcome::null ? kYellow : kRed;
+    static Style styleOf(FEMOutcome outcome) {
+        if (outcome == FEMOutcome::set) return Style::faint;
+        return outcome == FEMOutcome::missing || outcome == FEMOutcome::null ? Style::yellow : Style::red;
     }
 
-    void line(std::string_view text, std::string_view color) {
-        output_.write(isColored_ ? fmt::format("{}{}{}\n", color, text, kPlain) : fmt::format("{}\n", text));
+    void line(std::string_view text, Style style = Style::plain) {
+        output_.write(styled(text, style, isColored_) + '\n');
     }
 
     static std::string placeText(const AuditPlace& place) {
@@ -66,14 +55,14 @@ private:
             "  {}:{} {}", shown(place.file, kUncut).text, place.line, shown(place.pointer, kUncut).text);
     }
 
-    // A property's name with its path, then a line for each outcome that it had.
+    // A property's name and path, then a line for each outcome that it had.
     void write(const Audit::Property& property) {
         const auto& [path, name] = property.first;
         const std::string place = path.empty() ? "the document" : shown(path, kUncut).text;
         const std::string head =
             name.empty() ? place : fmt::format("{}  {}", shown(name, kUncut).text, place);
         const AuditOutcomes outcomes = audit_.outcomesOf(property);
-        line("\n" + head, outcomes.problems() != 0 ? kBold : std::string_view());
+        line("\n" + head, outcomes.problems() != 0 ? Style::bold : Style::plain);
         for (const FEMOutcome outcome : kAuditOutcomes) {
             const AuditTally& tally = outcomes[outcome];
             if (tally.count == 0) continue;
@@ -82,22 +71,21 @@ private:
                              countText(tally.count),
                              shareText(tally.count, outcomes.total()),
                              placeText(tally.example)),
-                 colorOf(outcome));
+                 styleOf(outcome));
         }
     }
 
     void writeUnread() {
-        if (!audit_.unread.empty()) line("\nKeys that no rule reads", kBold);
+        if (!audit_.unread.empty()) line("\nKeys that no rule reads", Style::bold);
         for (const Audit::UnreadKey* key : audit_.unreadMostFrequentFirst())
             line(fmt::format("  {:>11}  {}{}",
                              countText(key->second.count),
                              shown(key->first, kUncut).text,
-                             placeText(key->second.example)),
-                 {});
+                             placeText(key->second.example)));
     }
 
     void write(const AuditProblems& problems, std::string_view title) {
-        if (problems.count() != 0) line(fmt::format("\n{}", title), kBold);
+        if (problems.count() != 0) line(fmt::format("\n{}", title), Style::bold);
         for (const AuditProblem& problem : problems.named()) {
             const std::string place = problem.column != 0 ? fmt::format("{}", problem.column)
                                                           : ' ' + shown(problem.pointer, kUncut).text;
@@ -105,11 +93,10 @@ private:
                              shown(problem.file, kUncut).text,
                              problem.line,
                              place,
-                             shown(problem.reason, kUncut).text),
-                 {});
+                             shown(problem.reason, kUncut).text));
         }
         const std::uint64_t more = problems.count() - problems.named().size();
-        if (more != 0) line(fmt::format("  and {} more", countText(more)), {});
+        if (more != 0) line(fmt::format("  and {} more", countText(more)));
     }
 
     const Audit& audit_;
@@ -120,7 +107,7 @@ private:
 }  // namespace
 
 void writeAuditTable(const Audit& audit, bool isColored, Output& output) {
-    Table(audit, isColored, output).write();
+    TableWriter(audit, isColored, output).write();
 }
 
 }  // namespace QELModels::tool

@@ -14,10 +14,9 @@
 #include <vector>
 
 #include "JSON/JSONWriter.h"
-#include "tool/CommandLine.h"
-#include "tool/Documents.h"
 #include "tool/Explanation.h"
 #include "tool/Kinds.h"
+#include "tool/Options.h"
 #include "tool/audit/Audit.h"
 #include "tool/audit/AuditDocuments.h"
 #include "tool/audit/AuditPage.h"
@@ -58,7 +57,7 @@ void declare(CLI::App& command, Options& options) {
                     "Broken and faulty documents are part of the answer; the exit status is 0 all the same.");
 }
 
-// A bar on standard error that shows how far the work has come, and is gone when that is done.
+// A bar on standard error that shows how far the work has come, and is wiped out at its end.
 class ProgressBar {
 public:
     void show(const AuditProgress& progress) {
@@ -85,7 +84,7 @@ public:
     }
 
 private:
-    // Nobody waits for a bar: what cannot be written is lost.
+    // What cannot be written of a bar is lost.
     static void write(const std::string& text) {
         [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, text.data(), text.size());
     }
@@ -93,12 +92,12 @@ private:
     std::size_t width_ = 0;
 };
 
-// A file for a page. It is opened before the work begins, so that all of that is not in vain.
+// A file for a page. It is opened before the work begins: a file that cannot be written is reported at once.
 class PageFile {
 public:
     explicit PageFile(const std::string& name)
         : name_(name), file_(::open(name.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666)) {
-        if (file_ < 0) fail();
+        if (file_ < 0) fail(errno);
     }
     PageFile(const PageFile&) = delete;
     PageFile& operator=(const PageFile&) = delete;
@@ -106,31 +105,25 @@ public:
 
     void write(std::string_view text) {
         // A device or a pipe has nothing to cut off.
-        if (::ftruncate(file_, 0) != 0 && errno != EINVAL) fail();
-        while (!text.empty()) {
-            const ssize_t written = ::write(file_, text.data(), text.size());
-            if (written >= 0)
-                text.remove_prefix(static_cast<std::size_t>(written));
-            else if (errno != EINTR)
-                fail();
-        }
+        if (::ftruncate(file_, 0) != 0 && errno != EINVAL) fail(errno);
+        if (const int error = writeAll(file_, text); error != 0) fail(error);
     }
 
 private:
-    [[noreturn]] void fail() const {
+    [[noreturn]] void fail(int error) const {
         throw OutputFailure(
-            fmt::format("cannot write {}: {}", name_, std::generic_category().message(errno)));
+            fmt::format("cannot write {}: {}", name_, std::generic_category().message(error)));
     }
 
     std::string name_;
     int file_;
 };
 
-Audit merged(const std::vector<std::string>& files) {
+Audit merged(const std::vector<std::string>& files, Session& session) {
     std::optional<Audit> sum;
     for (const std::string& file : files) {
         try {
-            const Audit audit = Audit::read(readDocument(file));
+            const Audit audit = Audit::read(session.readDocument(file));
             if (!sum) {
                 sum.emplace();
                 sum->kind = audit.kind;
@@ -156,25 +149,25 @@ Audit audited(const Kind& kind, const Options& options) {
         kind, options.files, threads, [&bar](const AuditProgress& progress) { bar.show(progress); });
 }
 
-ExitStatus run(const Options& options, Output& output) {
+ExitStatus run(const Options& options, Session& session) {
     if (options.isJSON && options.page) throw UsageError("--json and --html exclude each other");
-    // What comes first is a file too when audits are merged.
+    // When audits are merged, the first argument is a file too.
     std::vector<std::string> audits{options.kind};
     audits.insert(audits.end(), options.files.begin(), options.files.end());
     const Kind* kind = options.isMerge ? nullptr : &kindNamed(options.kind);
 
     std::optional<PageFile> page;
     if (options.page) page.emplace(*options.page);
-    const Audit audit = kind == nullptr ? merged(audits) : audited(*kind, options);
+    const Audit audit = kind == nullptr ? merged(audits, session) : audited(*kind, options);
     if (page) {
         page->write(auditPage(audit));
     } else if (options.isJSON || options.isMerge) {
         std::string text;
         JSONWriter writer(text);
         audit.write(writer);
-        output.write(text + '\n');
+        session.output.write(text + '\n');
     } else {
-        writeAuditTable(audit, Output::isColored(), output);
+        writeAuditTable(audit, Output::isColored(), session.output);
     }
     return ExitStatus::success;
 }

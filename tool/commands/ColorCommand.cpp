@@ -3,17 +3,17 @@
 
 #include "JSON/JSONFromValue.h"
 #include "QELModels/Categories/UIColor+QELUtils.h"
-#include "tool/CommandLine.h"
+#include "tool/Options.h"
 
 namespace QELModels::tool {
 
 namespace {
 
-ExitStatus run(const std::vector<std::string>& arguments, Output& output) {
+ExitStatus run(const std::vector<std::string>& arguments, Session& session) {
     if (arguments.empty()) throw UsageError("HEX is required");
     for (const std::string& text : arguments) {
         const auto color = QELUtils::colorFromRGBHexString(text);
-        output.write(jsonFromValue(color ? Value(*color) : Value()) + '\n');
+        session.output.write(jsonFromValue(color ? Value(*color) : Value()) + '\n');
     }
     return ExitStatus::success;
 }

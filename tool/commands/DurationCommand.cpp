@@ -1,11 +1,10 @@
-#include <cstdint>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "JSON/JSONWriter.h"
 #include "QELModels/Functions/QELDateFormattingFunctions.h"
-#include "tool/CommandLine.h"
+#include "tool/Members.h"
+#include "tool/Options.h"
 
 namespace QELModels::tool {
 
@@ -14,34 +13,26 @@ namespace {
 std::string duration(double seconds) {
     std::string text;
     JSONWriter writer(text);
-    const auto number = [&writer](std::string_view key, std::int64_t value) {
-        writer.key(key);
-        writer.number(value);
-    };
-    const auto string = [&writer](std::string_view key, const std::string& value) {
-        writer.key(key);
-        writer.string(value);
-    };
     const QELTimeDifference parts = QELTimeDifferenceFromSeconds(seconds);
     writer.beginDictionary();
-    number("days", parts.days);
-    number("hours", parts.hours);
-    number("minutes", parts.minutes);
-    number("seconds", parts.seconds);
-    string("countdown", NSStringRepresentingTimeLeftUntilLive(seconds));
-    string("named", NSStringWithNamedSeparatorsFromMovieDuration(seconds));
-    string("clock", NSStringFromMovieDuration(seconds));
+    writeMember(writer, "days", parts.days);
+    writeMember(writer, "hours", parts.hours);
+    writeMember(writer, "minutes", parts.minutes);
+    writeMember(writer, "seconds", parts.seconds);
+    writeMember(writer, "countdown", NSStringRepresentingTimeLeftUntilLive(seconds));
+    writeMember(writer, "named", NSStringWithNamedSeparatorsFromMovieDuration(seconds));
+    writeMember(writer, "clock", NSStringFromMovieDuration(seconds));
     writer.endDictionary();
     return text;
 }
 
-ExitStatus run(const std::vector<std::string>& arguments, Output& output) {
+ExitStatus run(const std::vector<std::string>& arguments, Session& session) {
     if (arguments.empty()) throw UsageError("SECONDS is required");
     // Nothing is written unless all of it can be.
     std::string lines;
     for (const std::string& argument : arguments)
         lines += duration(numberFrom(argument)) + '\n';
-    output.write(lines);
+    session.output.write(lines);
     return ExitStatus::success;
 }
 

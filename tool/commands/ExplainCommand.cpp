@@ -11,11 +11,11 @@
 
 #include "JSON/JSONWriter.h"
 #include "QELModels/Records/MappingFault.h"
-#include "tool/CommandLine.h"
 #include "tool/Display.h"
-#include "tool/Documents.h"
 #include "tool/Explanation.h"
 #include "tool/Kinds.h"
+#include "tool/Members.h"
+#include "tool/Options.h"
 
 namespace QELModels::tool {
 
@@ -35,36 +35,29 @@ void declare(CLI::App& command, Options& options) {
     addKeyPath(command, options.keyPath);
 }
 
-// How an outcome is shown to people: what is as it should be is faint, and what is wrong stands out.
+// How an outcome is shown to people: a filled property is faint, and what is wrong stands out.
 struct Look {
     std::string_view outcome;
-    std::string_view label;    // in front of a line
+    std::string_view label;    // at the start of a line
     std::string_view counted;  // in the summary
-    std::string_view color;    // for a terminal
+    Style style;
     bool showsValue;
     bool isAlwaysCounted = true;
 };
-constexpr std::string_view kFaint = "\x1b[2m";
-constexpr std::string_view kPlain = "\x1b[0m";
 constexpr std::array<Look, 7> kLooks{{
-    {"set", "set", "set", kFaint, false},
-    {"missing", "missing", "missing", "\x1b[33m", false},
-    {"null", "null", "null", "\x1b[33m", false},
-    {"refused", "refused", "refused", "\x1b[1;31m", true},
-    {"wrongKind", "wrong kind", "of the wrong kind", "\x1b[1;31m", true},
-    {"fault", "fault", "faulty", "\x1b[1;37;41m", true, false},
-    {kUnread, "unread", "unread", "\x1b[36m", true},
+    {"set", "set", "set", Style::faint, false},
+    {"missing", "missing", "missing", Style::yellow, false},
+    {"null", "null", "null", Style::yellow, false},
+    {"refused", "refused", "refused", Style::red, true},
+    {"wrongKind", "wrong kind", "of the wrong kind", Style::red, true},
+    {"fault", "fault", "faulty", Style::alarm, true, false},
+    {kUnread, "unread", "unread", Style::cyan, true},
 }};
 
 std::size_t lookOf(std::string_view outcome) {
     const auto* look = std::find_if(
         kLooks.begin(), kLooks.end(), [outcome](const Look& one) { return one.outcome == outcome; });
     return static_cast<std::size_t>(look - kLooks.begin());
-}
-
-std::string colored(std::string_view text, std::string_view color) {
-    if (color.empty()) return std::string(text);
-    return fmt::format("{}{}{}", color, text, kPlain);
 }
 
 // A value as JSON, for one line of a table. Of large ones only as much is written as is shown.
@@ -86,16 +79,16 @@ std::string shownValue(RepresentationView value) {
     return shown(jsonFromRepresentation(value), kColumns).text;
 }
 
-// Takes the findings as they come, for people.
-class Table {
+// The findings for people, as they come.
+class FindingsTable {
 public:
-    explicit Table(bool isColored) : isColored_(isColored) {}
+    explicit FindingsTable(bool isColored) : isColored_(isColored) {}
 
     void add(const Finding& finding) {
         Row row;
         row.look = lookOf(finding.outcome);
         ++counts_[row.look];
-        // A root has no property, and a key that is not read has none either: the place stands in for it.
+        // A root and a key that is not read have no property: their place is shown instead.
         constexpr std::size_t kWhole = static_cast<std::size_t>(-1);
         const std::string place = finding.path.empty() ? "the document" : finding.path;
         row.name = shown(finding.property.empty() ? place : finding.property, kWhole);
@@ -123,7 +116,7 @@ private:
         std::string value;
     };
 
-    std::string_view color(std::string_view color) const { return isColored_ ? color : std::string_view(); }
+    std::string inStyle(Style style, std::string_view text) const { return styled(text, style, isColored_); }
 
     std::string line(const Row& row, std::size_t nameWidth) const {
         constexpr std::string_view kGap = "  ";
@@ -133,13 +126,13 @@ private:
         if (!row.place.empty() || !row.value.empty())
             name.append(nameWidth - std::min(nameWidth, row.name.width), ' ');
         const std::string place = row.place.empty() ? "" : fmt::format("{}{}", kGap, row.place);
-        // Of a filled property all is faint, of another one only its place.
-        if (look.color == kFaint)
-            return colored(fmt::format("{}{}{}{}", text, kGap, name, place), color(kFaint));
-        text = fmt::format("{}{}{}", colored(text, color(look.color)), kGap, name);
-        if (!place.empty()) text += colored(place, color(kFaint));
-        const std::string_view valueColor = look.outcome == kUnread ? kFaint : look.color;
-        if (!row.value.empty()) text += fmt::format("{}{}", kGap, colored(row.value, color(valueColor)));
+        // The whole line of a filled property is faint, and only the place of any other.
+        if (look.style == Style::faint)
+            return inStyle(Style::faint, fmt::format("{}{}{}{}", text, kGap, name, place));
+        text = fmt::format("{}{}{}", inStyle(look.style, text), kGap, name);
+        text += inStyle(Style::faint, place);
+        const Style valueStyle = look.outcome == kUnread ? Style::faint : look.style;
+        if (!row.value.empty()) text += fmt::format("{}{}", kGap, inStyle(valueStyle, row.value));
         return text;
     }
 
@@ -150,7 +143,7 @@ private:
             if (counts_[i] == 0 && !look.isAlwaysCounted) continue;
             if (!text.empty()) text += ", ";
             const std::string part = fmt::format("{} {}", counts_[i], look.counted);
-            text += colored(part, color(counts_[i] == 0 ? kFaint : look.color));
+            text += inStyle(counts_[i] == 0 ? Style::faint : look.style, part);
         }
         return text;
     }
@@ -164,40 +157,34 @@ std::string jsonLine(const Finding& finding) {
     std::string line;
     JSONWriter writer(line);
     writer.beginDictionary();
-    writer.key("path");
-    writer.string(finding.path);
-    if (finding.outcome != kUnread) {
-        writer.key("property");
-        writer.string(finding.property);
-    }
-    writer.key("outcome");
-    writer.string(finding.outcome);
+    writeMember(writer, "path", finding.path);
+    if (finding.outcome != kUnread) writeMember(writer, "property", finding.property);
+    writeMember(writer, "outcome", finding.outcome);
     writer.endDictionary();
     return line + '\n';
 }
 
-ExitStatus run(const Options& options, Output& output) {
+ExitStatus run(const Options& options, Session& session) {
     const Kind& kind = kindNamed(options.kind);
     const std::string keyPath = keyPathFor(kind, options.keyPath);
-    const Representation document = readDocument(options.file);
-    Table table(Output::isColored());
+    const Representation document = session.readDocument(options.file);
+    FindingsTable table(Output::isColored());
     const auto visit = [&](const Finding& finding) {
         if (options.isJSON)
-            output.write(jsonLine(finding));
+            session.output.write(jsonLine(finding));
         else
             table.add(finding);
     };
-    std::optional<MappingFault> fault;
     const SilentLog silentLog;
     try {
         explain(kind, document, keyPath, visit);
-    } catch (const MappingFault& thrown) {
-        fault = thrown;
+    } catch (const MappingFault&) {
+        if (!options.isJSON) table.writeTo(session.output);
+        session.output.flush();  // what became of the rules before the fault comes before its message
+        throw;
     }
-    if (!options.isJSON) table.writeTo(output);
-    if (!fault) return ExitStatus::success;
-    output.flush();  // the rules before the fault stand before the message
-    throw BadInput(faultMessage(options.file, *fault));
+    if (!options.isJSON) table.writeTo(session.output);
+    return ExitStatus::success;
 }
 
 }  // namespace

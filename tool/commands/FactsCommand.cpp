@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -12,8 +13,8 @@
 #include "QELModels/Models/QELAssetAdditional+Utils.h"
 #include "QELModels/Models/QELCategory+Utilities.h"
 #include "QELModels/Models/QELEditorial+Utilities.h"
-#include "tool/CommandLine.h"
-#include "tool/Documents.h"
+#include "tool/Answers.h"
+#include "tool/Options.h"
 
 namespace QELModels::tool {
 
@@ -39,101 +40,114 @@ void declare(CLI::App& command, Options& options) {
     addFlag(command, "--lines", options.isLines, "Every line of FILE is a document of its own");
 }
 
-// Facts of one document, each under the name of the operation that answers it.
-class FactWriter {
-public:
-    explicit FactWriter(JSONWriter& writer) : writer_(writer) { writer_.beginDictionary(); }
+// --- The facts, in the order in which they are written ----------------------------------------------------
 
-    void fact(std::string_view name, const std::string& text) {
-        writer_.key(name);
-        writer_.string(text);
-    }
-    void fact(std::string_view name, Number number) {
-        writer_.key(name);
-        writer_.number(number);
-    }
-    void fact(std::string_view name, const std::optional<URL>& url) {
-        writer_.key(name);
-        if (url)
-            writer_.string(url->text());
-        else
-            writer_.null();
-    }
-    void fact(std::string_view name, const ListBase* list) {
-        writer_.key(name);
-        writeJSON(writer_, list);
-    }
-    void end() { writer_.endDictionary(); }
+Value valueOf(const std::string& text) {
+    return Value::text(text);
+}
+Value valueOf(Number number) {
+    return number;
+}
+Value valueOf(const std::optional<URL>& url) {
+    return url ? Value::url(*url) : Value();
+}
+template <class T>
+Value valueOf(const List<T>* list) {
+    return Value(list);
+}
 
-private:
-    JSONWriter& writer_;
+// A fact under the name of the operation that answers it.
+template <class Model>
+struct Fact {
+    std::string_view name;
+    Value (*answer)(const Model& model, double playhead);
+    bool needsPlayhead = false;
 };
 
-void writeAssetFacts(const QELAsset& asset, std::optional<double> playhead, JSONWriter& writer) {
-    FactWriter facts(writer);
-    facts.fact("shareURLString", shareURLString(asset));
-    facts.fact("commentsShareURLString", commentsShareURLString(asset));
-    if (playhead) facts.fact("shareURLFromPlayhead", shareURLFromPlayhead(asset, *playhead));
-    facts.fact("durationInSeconds", durationInSeconds(asset));
-    facts.fact("featuredChaptersOrDefaultChapters", featuredChaptersOrDefaultChapters(asset));
-    facts.fact("isLive", isLive(asset));
-    facts.fact("wasLive", wasLive(asset));
-    facts.fact("secondsUntilLive", secondsUntilLive(asset));
-    facts.fact("hasLiveStreamType", hasLiveStreamType(asset));
-    facts.fact("isLastAssetInCategory", isLastAssetInCategory(asset));
-    facts.fact("remotePlaybackAllowed", remotePlaybackAllowed(asset));
-    facts.fact("showAds", showAds(asset));
-    facts.fact("isSeries", isSeries(asset));
-    facts.fact("showCategory", showCategory(asset));
-    facts.fact("categoryShowComments", categoryShowComments(asset));
-    facts.fact("settingsShowComments", settingsShowComments(asset));
-    facts.fact("showPlayerLogo", showPlayerLogo(asset));
-    facts.fact("isInvalidObject", isInvalidObject(asset));
-    facts.fact("isSecured", isSecured(asset));
+// What an operation that needs nothing but the model answers.
+template <auto operation, class Model>
+Value answer(const Model& model, double) {
+    return valueOf(operation(model));
+}
+
+Value linkFromPlayhead(const QELAsset& asset, double playhead) {
+    return valueOf(shareURLFromPlayhead(asset, playhead));
+}
+
+Value cuePoints(const QELAsset& asset, double) {
     const QELAssetAdditional* additional = asset.assetAdditional();
-    const auto sorted = additional == nullptr ? nullptr : sortedAdCuePoints(*additional);
-    facts.fact("sortedAdCuePoints", sorted.get());
-    facts.end();
+    return additional == nullptr ? Value() : Value(sortedAdCuePoints(*additional));
 }
 
-void writeCategoryFacts(const QELCategory& category, JSONWriter& writer) {
-    FactWriter facts(writer);
-    facts.fact("editorialKey", editorialKey(category));
-    facts.fact("parentCategoryEditorialKey", parentCategoryEditorialKey(category));
-    facts.fact("allowAllDevices", allowAllDevices(category));
-    facts.end();
-}
+// Of operations with several forms, the one that needs nothing but the asset.
+constexpr bool (*kIsLive)(const QELAsset& asset) = &isLive;
+constexpr bool (*kWasLive)(const QELAsset& asset) = &wasLive;
+constexpr double (*kSecondsUntilLive)(const QELAsset& asset) = &secondsUntilLive;
 
-void writeEditorialFacts(const QELEditorial& editorial, JSONWriter& writer) {
-    FactWriter facts(writer);
-    facts.fact("categoryIdentifier", categoryIdentifier(editorial));
-    facts.end();
+constexpr Fact<QELAsset> kAssetFacts[] = {
+    {"shareURLString", &answer<&shareURLString>},
+    {"commentsShareURLString", &answer<&commentsShareURLString>},
+    {"shareURLFromPlayhead", &linkFromPlayhead, true},
+    {"durationInSeconds", &answer<&durationInSeconds>},
+    {"featuredChaptersOrDefaultChapters", &answer<&featuredChaptersOrDefaultChapters>},
+    {"isLive", &answer<kIsLive>},
+    {"wasLive", &answer<kWasLive>},
+    {"secondsUntilLive", &answer<kSecondsUntilLive>},
+    {"hasLiveStreamType", &answer<&hasLiveStreamType>},
+    {"isLastAssetInCategory", &answer<&isLastAssetInCategory>},
+    {"remotePlaybackAllowed", &answer<&remotePlaybackAllowed>},
+    {"showAds", &answer<&showAds>},
+    {"isSeries", &answer<&isSeries>},
+    {"showCategory", &answer<&showCategory>},
+    {"categoryShowComments", &answer<&categoryShowComments>},
+    {"settingsShowComments", &answer<&settingsShowComments>},
+    {"showPlayerLogo", &answer<&showPlayerLogo>},
+    {"isInvalidObject", &answer<&isInvalidObject>},
+    {"isSecured", &answer<&isSecured>},
+    {"sortedAdCuePoints", &cuePoints},
+};
+constexpr Fact<QELCategory> kCategoryFacts[] = {
+    {"editorialKey", &answer<&editorialKey>},
+    {"parentCategoryEditorialKey", &answer<&parentCategoryEditorialKey>},
+    {"allowAllDevices", &answer<&allowAllDevices>},
+};
+constexpr Fact<QELEditorial> kEditorialFacts[] = {
+    {"categoryIdentifier", &answer<&categoryIdentifier>},
+};
+
+// --- Answering --------------------------------------------------------------------------------------------
+
+// Answers all facts of a document that a mapper maps. Those that need a playhead are left out without one.
+template <class Mapper, class Model>
+Answer factsOf(std::span<const Fact<Model>> facts, std::optional<double> playhead) {
+    return [facts, playhead](RepresentationView document, JSONWriter& writer) {
+        const Ref<Model> model = Mapper().mappedResponseFromJSONObject(document);
+        writer.beginDictionary();
+        for (const Fact<Model>& fact : facts) {
+            if (fact.needsPlayhead && !playhead) continue;
+            writer.key(fact.name);
+            writeJSON(writer, fact.answer(*model, playhead.value_or(0)));
+        }
+        writer.endDictionary();
+    };
 }
 
 Answer answerFor(const Options& options) {
     const auto playhead =
         options.playhead ? std::optional(numberFrom(*options.playhead)) : std::optional<double>();
-    if (options.kind == "asset")
-        return [playhead](RepresentationView document, JSONWriter& writer) {
-            writeAssetFacts(*QELAssetMapper().mappedResponseFromJSONObject(document), playhead, writer);
-        };
-    if (options.kind == "category")
-        return [](RepresentationView document, JSONWriter& writer) {
-            writeCategoryFacts(*QELCategoryMapper().mappedResponseFromJSONObject(document), writer);
-        };
+    if (options.kind == "asset") return factsOf<QELAssetMapper, QELAsset>(kAssetFacts, playhead);
+    if (options.kind == "category") return factsOf<QELCategoryMapper, QELCategory>(kCategoryFacts, playhead);
     if (options.kind == "editorial")
-        return [](RepresentationView document, JSONWriter& writer) {
-            writeEditorialFacts(*QELEditorialMapper().mappedResponseFromJSONObject(document), writer);
-        };
+        return factsOf<QELEditorialMapper, QELEditorial>(kEditorialFacts, playhead);
     throw UsageError(
         fmt::format("there are facts of an asset, a category and an editorial, not of '{}'", options.kind));
 }
 
-ExitStatus run(const Options& options, Output& output) {
+ExitStatus run(const Options& options, Session& session) {
     const Answer answer = answerFor(options);
     setCurrentTime(options.at);
-    if (options.isLines) return answerLines(options.file, output, answer);
-    return answerDocument(options.file, JSONWriter::Layout::indented, output, answer);
+    if (options.isLines) return answerLines(session, options.file, answer);
+    return answerDocument(session, options.file, JSONWriter::Layout::indented, answer);
 }
 
 }  // namespace

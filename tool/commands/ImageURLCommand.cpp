@@ -6,7 +6,7 @@
 
 #include "QELModels/Categories/NSURL+QELKavoHelper.h"
 #include "QELModels/Values/URL.h"
-#include "tool/CommandLine.h"
+#include "tool/Options.h"
 
 namespace QELModels::tool {
 
@@ -58,7 +58,7 @@ Wanted wantedBy(const Options& options) {
     return wanted;
 }
 
-ExitStatus run(const Options& options, Output& output) {
+ExitStatus run(const Options& options, Session& session) {
     const Choose choose = chooserNamed(options.automatic);
     const double scale = options.scale ? numberFrom(*options.scale) : 1;
     setScreenScale(options.screenScale);
@@ -69,7 +69,7 @@ ExitStatus run(const Options& options, Output& output) {
     std::string lines;
     for (const Size size : sizes)
         lines += fmt::format("{}\n", choose(*url, size, scale).text());
-    output.write(lines);
+    session.output.write(lines);
     return ExitStatus::success;
 }
 

@@ -15,9 +15,9 @@
 #include "QELModels/Mappers/QELSeasonMapper.h"
 #include "QELModels/Models/QELAsset+Utilities.h"
 #include "QELModels/Process/Clock.h"
-#include "tool/CommandLine.h"
 #include "tool/Display.h"
-#include "tool/Documents.h"
+#include "tool/Options.h"
+#include "tool/Texts.h"
 
 namespace QELModels::tool {
 
@@ -47,25 +47,12 @@ constexpr std::string_view kSeparator = " | ";
 
 // --- Pieces of text ---------------------------------------------------------------------------------------
 
-/// What a piece of the listing is, as far as colours show it.
-enum class Style { plain, title, live, soon, faint };
+// How the pieces of the listing stand out.
+constexpr Style kTitle = Style::bold, kLive = Style::red, kSoon = Style::yellow, kOver = Style::faint;
 
-std::string styled(std::string text, Style style) {
+std::string inStyle(Style style, std::string_view text) {
     static const bool isColored = Output::isColored();
-    if (!isColored || text.empty() || style == Style::plain) return text;
-    constexpr std::string_view codes[] = {"", "1", "1;31", "33", "2"};
-    return fmt::format("\x1b[{}m{}\x1b[0m", codes[static_cast<std::size_t>(style)], text);
-}
-
-// The pieces that are there, with something between them.
-std::string joined(const std::vector<std::string>& pieces, std::string_view separator) {
-    std::string text;
-    for (const std::string& piece : pieces) {
-        if (piece.empty()) continue;
-        if (!text.empty()) text += separator;
-        text += piece;
-    }
-    return text;
+    return styled(text, style, isColored);
 }
 
 std::string dateAndTime(Date date) {
@@ -96,17 +83,16 @@ bool hasFlightStart(const QELAsset& asset) {
     return asset.flightTimes() != nullptr && asset.flightTimes()->flightStart();
 }
 
-// Whether it can be watched now, or when. The end of the flight is asked first, since an asset whose flight
-// is over still counts as live.
+// Whether it can be watched now, or when. The end of the flight is looked at first: an asset whose flight is
+// over still counts as live.
 std::string status(const QELAsset& asset) {
     const bool isBroadcast = hasLiveStreamType(asset);
     if (wasLive(asset))
-        return styled(fmt::format("off air since {}", dateAndTime(*flightEnd(asset))), Style::faint);
-    if (!hasFlightStart(asset))
-        return isBroadcast ? styled("live, start not known", Style::soon) : std::string();
-    if (isLive(asset)) return isBroadcast ? styled("LIVE NOW", Style::live) : std::string();
+        return inStyle(kOver, fmt::format("off air since {}", dateAndTime(*flightEnd(asset))));
+    if (!hasFlightStart(asset)) return isBroadcast ? inStyle(kSoon, "live, start not known") : std::string();
+    if (isLive(asset)) return isBroadcast ? inStyle(kLive, "LIVE NOW") : std::string();
     const std::string countdown = NSStringRepresentingTimeLeftUntilLive(secondsUntilLive(asset));
-    return styled(fmt::format("{} in {}", isBroadcast ? "live" : "available", countdown), Style::soon);
+    return inStyle(kSoon, fmt::format("{} in {}", isBroadcast ? "live" : "available", countdown));
 }
 
 std::string typeOf(const QELAsset& asset) {
@@ -147,18 +133,18 @@ std::string imageOf(const QELAsset& asset, Size size) {
 std::string titleLine(const QELAsset& asset) {
     const std::string duration =
         asset.duration() ? NSStringFromMovieDuration(durationInSeconds(asset)) : std::string();
-    const std::size_t room = kColumns - (duration.empty() ? 0 : duration.size() + kIndent.size());
-    const Shown title = shown(asset.title().value_or("(no title)"), room);
-    if (duration.empty()) return styled(title.text, Style::title);
+    const std::size_t columns = kColumns - (duration.empty() ? 0 : duration.size() + kIndent.size());
+    const Shown title = shown(asset.title().value_or("(no title)"), columns);
+    if (duration.empty()) return inStyle(kTitle, title.text);
     const std::string gap(kColumns - title.width - duration.size(), ' ');
-    return styled(title.text, Style::title) + gap + duration;
+    return inStyle(kTitle, title.text) + gap + duration;
 }
 
-void writeAsset(const QELAsset& asset, std::optional<Size> imageSize, Output& output) {
+std::string assetText(const QELAsset& asset, std::optional<Size> imageSize) {
     const auto identifier = asset.assetIdentifier();
     const auto category = asset.category() == nullptr ? std::nullopt : asset.category()->title();
     const auto published = asset.publishedAt();
-    // A long name of a category must not push the rest of its line away.
+    // A long name of a category leaves columns for the rest of its line.
     constexpr std::size_t kCategoryColumns = 36;
     const std::string lines[] = {
         titleLine(asset),
@@ -173,7 +159,7 @@ void writeAsset(const QELAsset& asset, std::optional<Size> imageSize, Output& ou
     std::string text = "\n" + lines[0] + '\n';
     for (const std::string& further : std::span(lines).subspan(1))
         if (!further.empty()) text += fmt::format("{}{}\n", kIndent, further);
-    output.write(text);
+    return text;
 }
 
 // --- The document -----------------------------------------------------------------------------------------
@@ -231,22 +217,18 @@ Listing listingOf(RepresentationView document) {
     return listing;
 }
 
-ExitStatus run(const Options& options, Output& output) {
+ExitStatus run(const Options& options, Session& session) {
     const auto size = options.size ? std::optional(sizeFrom(*options.size)) : std::optional<Size>();
     setScreenScale(options.screenScale);
     setCurrentTime(options.at);
     const Date now = Clock::now();
     Clock::setSource([now] { return now; });  // one moment for the whole page
 
-    const Representation document = readDocument(options.file);
-    try {
-        const Listing listing = listingOf(document);
-        output.write(fmt::format("{}\nSeen at {}\n", listing.heading, dateAndTime(now)));
-        for (std::size_t i = 0; i < listing.size(); ++i)
-            writeAsset((*listing.assets)[i], size, output);
-    } catch (const MappingFault& fault) {
-        throw BadInput(faultMessage(options.file, fault));
-    }
+    const Representation document = session.readDocument(options.file);
+    const Listing listing = listingOf(document);
+    session.output.write(fmt::format("{}\nSeen at {}\n", listing.heading, dateAndTime(now)));
+    for (std::size_t i = 0; i < listing.size(); ++i)
+        session.output.write(assetText((*listing.assets)[i], size));
     return ExitStatus::success;
 }
 

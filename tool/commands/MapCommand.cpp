@@ -2,9 +2,9 @@
 #include <string>
 
 #include "JSON/JSONFromValue.h"
-#include "tool/CommandLine.h"
-#include "tool/Documents.h"
+#include "tool/Answers.h"
 #include "tool/Kinds.h"
+#include "tool/Options.h"
 
 namespace QELModels::tool {
 
@@ -26,15 +26,15 @@ void declare(CLI::App& command, Options& options) {
     addKeyPath(command, options.keyPath);
 }
 
-ExitStatus run(const Options& options, Output& output) {
+ExitStatus run(const Options& options, Session& session) {
     const Kind& kind = kindNamed(options.kind);
     const std::string keyPath = keyPathFor(kind, options.keyPath);
     const Answer answer = [&](RepresentationView document, JSONWriter& writer) {
         writeJSON(writer, kind.map(document, keyPath, {}));
     };
-    if (options.isLines) return answerLines(options.file, output, answer);
+    if (options.isLines) return answerLines(session, options.file, answer);
     const auto layout = options.isCompact ? JSONWriter::Layout::compact : JSONWriter::Layout::indented;
-    return answerDocument(options.file, layout, output, answer);
+    return answerDocument(session, options.file, layout, answer);
 }
 
 }  // namespace

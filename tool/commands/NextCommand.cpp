@@ -10,8 +10,8 @@
 #include "QELModels/Mappers/QELAssetMapper.h"
 #include "QELModels/Mappers/QELSeasonMapper.h"
 #include "QELModels/Models/QELSeason+Utilities.h"
-#include "tool/CommandLine.h"
-#include "tool/Documents.h"
+#include "tool/Input.h"
+#include "tool/Options.h"
 
 namespace QELModels::tool {
 
@@ -47,6 +47,11 @@ Number identifierFrom(const std::string& text) {
     return numberFrom(text);
 }
 
+template <class Mapper>
+auto mapped(Session& session, const std::string& file) {
+    return Mapper().mappedResponseFromJSONObject(session.readDocument(file));
+}
+
 const QELAsset* assetWithIdentifier(const QELSeason& season, Number identifier) {
     const List<QELAsset>* assets = season.assets();
     if (assets == nullptr) return nullptr;
@@ -56,8 +61,8 @@ const QELAsset* assetWithIdentifier(const QELSeason& season, Number identifier) 
     return found == assets->end() ? nullptr : &*found;
 }
 
-Ref<QELAsset> playedVideo(const Options& options, const QELSeason& season) {
-    if (!options.after) return mappedDocument<QELAssetMapper>(*options.video);
+Ref<QELAsset> playedVideo(const Options& options, const QELSeason& season, Session& session) {
+    if (!options.after) return mapped<QELAssetMapper>(session, *options.video);
     const QELAsset* asset = assetWithIdentifier(season, identifierFrom(*options.after));
     if (asset == nullptr)
         throw BadInput(fmt::format(
@@ -65,17 +70,17 @@ Ref<QELAsset> playedVideo(const Options& options, const QELSeason& season) {
     return Ref<QELAsset>(asset);
 }
 
-ExitStatus run(const Options& options, Output& output) {
+ExitStatus run(const Options& options, Session& session) {
     if (options.after.has_value() == options.video.has_value())
         throw UsageError("one of --after and --video is required");
     if (options.seasonFile == kStandardInput && options.video == kStandardInput)
         throw UsageError("standard input cannot be both the season and the video");
     if (options.after)
-        identifierFrom(*options.after);  // what is no number is reported before anything is read
-    const Ref<QELSeason> season = mappedDocument<QELSeasonMapper>(options.seasonFile);
-    const Ref<QELAsset> video = playedVideo(options, *season);
+        identifierFrom(*options.after);  // what is not a number is reported before anything is read
+    const Ref<QELSeason> season = mapped<QELSeasonMapper>(session, options.seasonFile);
+    const Ref<QELAsset> video = playedVideo(options, *season, session);
     const QELAsset* next = nextVideoForVideo(*season, video.get());
-    output.write(jsonFromValue(Value(next), JSONWriter::Layout::indented) + '\n');
+    session.output.write(jsonFromValue(Value(next), JSONWriter::Layout::indented) + '\n');
     return ExitStatus::success;
 }
 

@@ -1,7 +1,7 @@
 #include <string>
 
-#include "tool/CommandLine.h"
 #include "tool/Kinds.h"
+#include "tool/Options.h"
 #include "tool/generate/Schema.h"
 
 namespace QELModels::tool {
@@ -16,8 +16,8 @@ void declare(CLI::App& command, Options& options) {
     addKind(command, options.kind, "What the documents are: " + kindNames());
 }
 
-ExitStatus run(const Options& options, Output& output) {
-    output.write(schemaOf(kindNamed(options.kind)) + '\n');
+ExitStatus run(const Options& options, Session& session) {
+    session.output.write(schemaOf(kindNamed(options.kind)) + '\n');
     return ExitStatus::success;
 }
 

@@ -10,8 +10,10 @@
 #include "JSON/JSONWriter.h"
 #include "QELModels/Categories/NSString+HTMLRemoval.h"
 #include "QELModels/Values/Text.h"
-#include "tool/CommandLine.h"
-#include "tool/Documents.h"
+#include "tool/Input.h"
+#include "tool/Lines.h"
+#include "tool/Messages.h"
+#include "tool/Options.h"
 
 namespace QELModels::tool {
 
@@ -48,7 +50,7 @@ const Action& actionNamed(std::string_view name) {
     return *action;
 }
 
-// Where the first lone surrogate half stands; npos if there is none. All other text must be well formed.
+// The offset of the first lone surrogate half; npos if there is none. All other text must be well formed.
 std::size_t findHalf(std::string_view text, std::size_t from) {
     constexpr char kHalfLead = '\xED';
     for (std::size_t at = text.find(kHalfLead, from); at != std::string_view::npos;
@@ -66,7 +68,7 @@ std::string withoutHalves(std::string text) {
     return text;
 }
 
-// UTF-8 has no halves, so the first of them is a fault as well as bytes that make no character.
+// UTF-8 has no halves: the first of them is a fault, as are bytes that make no character.
 void requireUTF8(std::string_view name, std::string_view text) {
     const std::size_t malformed = Text::firstMalformedByte(text);
     const std::size_t offset = std::min(findHalf(text.substr(0, malformed), 0), malformed);
@@ -77,37 +79,37 @@ void requireUTF8(std::string_view name, std::string_view text) {
     throw BadInput(messageAt(name, line, column, "not UTF-8", text, offset));
 }
 
-ExitStatus applyToText(const Action& action, Output& output) {
+ExitStatus applyToText(const Action& action, Session& session) {
     Input input{std::string(kStandardInput)};
     const std::string text = input.readAll();
     requireUTF8(input.name(), text);
-    output.write(withoutHalves(action.apply(text)));
+    session.output.write(withoutHalves(action.apply(text)));
     return ExitStatus::success;
 }
 
-ExitStatus applyToLines(const Action& action, Output& output) {
+ExitStatus applyToLines(const Action& action, Session& session) {
     Input input{std::string(kStandardInput)};
-    LineReader lines(input, [&output] { output.flush(); });
+    LineReader lines(input, [&session] { session.output.flush(); });
     JSONReader reader;
     while (lines.next()) {
         JSONError error{1, 1, 0, "not a string"};
         const auto document = reader.read(lines.line(), &error);
         const auto text = document ? document->view().text() : std::nullopt;
         if (!text) {
-            output.flush();  // the lines before it were all right
+            session.output.flush();  // the lines before it were all right
             throw BadInput(messageAt(
                 input.name(), lines.number(), error.column, error.reason, lines.line(), error.offset));
         }
         std::string line;
         JSONWriter(line).string(action.apply(*text));
-        output.write(line + '\n');
+        session.output.write(line + '\n');
     }
     return ExitStatus::success;
 }
 
-ExitStatus run(const Options& options, Output& output) {
+ExitStatus run(const Options& options, Session& session) {
     const Action& action = actionNamed(options.action);
-    return options.isJSON ? applyToLines(action, output) : applyToText(action, output);
+    return options.isJSON ? applyToLines(action, session) : applyToText(action, session);
 }
 
 }  // namespace

@@ -8,12 +8,14 @@
 #include <vector>
 
 #include "JSON/JSONWriter.h"
+#include "QELModels/Platform/KeyPath.h"
+#include "tool/Members.h"
 
 namespace QELModels::tool {
 
 namespace {
 
-// One key of a dictionary: a rule's, or one that key paths lead through.
+// One key of a dictionary: the last one of a rule's key path, or one that key paths lead through.
 struct Key {
     std::string_view name;
     const FEMRule* rule = nullptr;
@@ -21,14 +23,14 @@ struct Key {
 };
 
 void add(std::vector<Key>& keys, std::string_view keyPath, const FEMRule& rule) {
-    const std::size_t dot = keyPath.find('.');
-    const std::string_view name = keyPath.substr(0, dot);
-    auto key = std::find_if(keys.begin(), keys.end(), [name](const Key& one) { return one.name == name; });
-    if (key == keys.end()) key = keys.insert(keys.end(), Key{name});
-    if (dot == std::string_view::npos)
+    const KeyPath path(keyPath);
+    auto key =
+        std::find_if(keys.begin(), keys.end(), [&path](const Key& one) { return one.name == path.first; });
+    if (key == keys.end()) key = keys.insert(keys.end(), Key{path.first});
+    if (path.isLast())
         key->rule = &rule;
     else
-        add(key->further, keyPath.substr(dot + 1), rule);
+        add(key->further, path.rest, rule);
 }
 
 class SchemaWriter {
@@ -37,11 +39,12 @@ public:
 
     void document(const Kind& kind) {
         json_.beginDictionary();
-        text("$schema", "https://json-schema.org/draft/2020-12/schema");
-        text("description",
-             fmt::format("What the apps read of a document of the kind {} ({})",
-                         kind.name,
-                         kind.rules->objectClass->name()));
+        writeMember(json_, "$schema", "https://json-schema.org/draft/2020-12/schema");
+        writeMember(json_,
+                    "description",
+                    fmt::format("What the apps read of a document of the kind {} ({})",
+                                kind.name,
+                                kind.rules->objectClass->name()));
         if (kind.isPage()) {
             type({"object", "null"});
             page(kind.keyPath, *kind.rules);
@@ -54,15 +57,15 @@ public:
 private:
     // The list at the end of a key path.
     void page(std::string_view keyPath, const FEMRules& rules) {
-        const std::size_t dot = keyPath.find('.');
+        const KeyPath path(keyPath);
         json_.key("properties");
         json_.beginDictionary();
-        json_.key(keyPath.substr(0, dot));
+        json_.key(path.first);
         json_.beginDictionary();
-        if (dot == std::string_view::npos)
+        if (path.isLast())
             list(rules);
         else
-            page(keyPath.substr(dot + 1), rules);
+            page(path.rest, rules);
         json_.endDictionary();
         json_.endDictionary();
     }
@@ -91,7 +94,7 @@ private:
         for (const Key& key : keys) {
             json_.key(key.name);
             json_.beginDictionary();
-            // Whatever stands in the middle of a key path is no mistake: what it leads to is missing then.
+            // Any value in the middle of a key path is right: what the path leads to is then missing.
             if (key.rule != nullptr) value(*key.rule);
             if (!key.further.empty()) properties(key.further);
             json_.endDictionary();
@@ -100,7 +103,7 @@ private:
     }
 
     void value(const FEMRule& rule) {
-        text("title", rule.property->name);
+        writeMember(json_, "title", rule.property->name);
         if (rule.isRelationship()) return rule.toMany ? list(rule.nestedRules()) : record(rule.nestedRules());
         switch (rule.accepts()) {
             case FEMAccepts::anything:
@@ -111,11 +114,11 @@ private:
                 return type({"string", "null"});
             case FEMAccepts::reference:
                 type({"string", "null"});
-                return text("format", "uri-reference");
+                return writeMember(json_, "format", "uri-reference");
             case FEMAccepts::color:
                 type({"string", "null"});
                 // Reading is lenient in all but the length.
-                return text("pattern", R"(^[\s\S]{7}$)");
+                return writeMember(json_, "pattern", R"(^[\s\S]{7}$)");
             case FEMAccepts::word:
                 return words(rule.map);
             case FEMAccepts::number:
@@ -142,11 +145,6 @@ private:
         for (const std::string_view type : types)
             json_.string(type);
         json_.endArray();
-    }
-
-    void text(std::string_view key, std::string_view value) {
-        json_.key(key);
-        json_.string(value);
     }
 
     JSONWriter& json_;
