@@ -14,7 +14,7 @@ namespace QELModels::tool {
 
 namespace {
 
-// Appends the answer to one line to `text`; what is wrong with the line, or nothing.
+// Appends the answer to one line to `text`. Returns what is wrong with the line, or an empty text.
 std::string appendAnswer(std::string& text,
                          const LineReader& lines,
                          std::string_view file,

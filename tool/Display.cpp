@@ -152,7 +152,7 @@ Character firstCharacter(std::string_view text) {
 
 Shown shown(std::string_view text, std::size_t columns) {
     Shown result;
-    std::size_t cutSize = 0, cutWidth = 0;  // as much as leaves room for the sign that it is cut
+    std::size_t cutSize = 0, cutWidth = 0;  // of the part that leaves columns for kCut
     while (!text.empty()) {
         Character character = firstCharacter(text);
         const char byte = text.front();

@@ -27,7 +27,7 @@ struct Shown {
 /// A text cut to `columns`, with "..." at its end where something was cut off.
 Shown shown(std::string_view text, std::size_t columns);
 
-/// How a text stands out on a terminal.
+/// How a text looks on a terminal.
 enum class Style { plain, bold, faint, cyan, yellow, red, alarm };
 /// A text in a style, or as it is where there are no colours.
 std::string styled(std::string_view text, Style style, bool isColored);

@@ -19,7 +19,7 @@ struct BadInput : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// What was asked cannot be done: one line for people, who are then pointed to `--help`.
+/// The command cannot be called in this way: one line for people, who are then pointed to `--help`.
 struct UsageError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };

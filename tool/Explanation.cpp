@@ -47,7 +47,7 @@ void observeMapping(const Kind& kind,
                     RepresentationView document,
                     std::string_view keyPath,
                     FEMObserver& observer) {
-    // A page's mapper would only see that there is no list; that there is no page says more.
+    // A page's mapper would report a missing list. That the document is not a page says more.
     if (kind.isPage() && !document.isDictionary()) {
         const FEMOutcome outcome = document.isNull() ? FEMOutcome::null : FEMOutcome::wrongKind;
         return observer.ruleApplied({FEMPath(), nullptr, outcome, document});

@@ -20,16 +20,15 @@ std::string_view outcomeName(FEMOutcome outcome) noexcept;
 /// The word for a key that no rule reads.
 inline constexpr std::string_view kUnread = "unread";
 
-/// Maps a document and tells an observer what became of every rule, in the order of application. An empty
-/// key path means the kind's own. A page that is no dictionary is one event at the document's root. Throws
-/// `MappingFault`, of which the last event tells.
+/// Maps a document and reports to an observer what became of every rule, in the order of application. An
+/// empty key path means the kind's own. A page that is not a dictionary is one event at the document's root.
+/// Throws `MappingFault`, which the last event reports too.
 void observeMapping(const Kind& kind,
                     RepresentationView document,
                     std::string_view keyPath,
                     FEMObserver& observer);
 
-/// Keeps the library's log quiet while it lives: what a mapping logs, its observer is told as well, and
-/// where.
+/// Keeps the library's log quiet while it lives: a mapping reports to its observer what it logs, and where.
 class SilentLog {
 public:
     SilentLog() {
@@ -40,7 +39,7 @@ public:
     ~SilentLog() { Log::setSink({}); }
 };
 
-/// Tells of every key of a document that no rule reads.
+/// Visits every key of a document that no rule reads.
 void enumerateUnreadKeys(const Kind& kind,
                          RepresentationView document,
                          std::string_view keyPath,
@@ -54,8 +53,8 @@ struct Finding {
     std::optional<RepresentationView> value;  ///< nothing when it is missing
 };
 
-/// All that there is to tell of a document: the rules, then the unread keys. After a fault comes nothing more
-/// but its `MappingFault`.
+/// Visits all findings of a document: those of the rules, then the unread keys. A fault is the last finding,
+/// and its `MappingFault` is thrown.
 void explain(const Kind& kind,
              RepresentationView document,
              std::string_view keyPath,

@@ -21,7 +21,7 @@ struct Kind {
     std::string_view name;
     const FEMRules* rules;     ///< of the record, or of the page's records
     std::string_view keyPath;  ///< where a page has its list; empty for a single record
-    bool takesKeyPath;         ///< whether its mapper can look elsewhere
+    bool takesKeyPath;         ///< whether its mapper takes another key path
     Map map;
 
     bool isPage() const noexcept { return !keyPath.empty(); }
@@ -33,10 +33,10 @@ std::span<const Kind> kinds() noexcept;
 /// Their names, for people.
 std::string kindNames();
 
-/// The kind of that name; throws `UsageError` when there is none.
+/// The kind with that name; throws `UsageError` when no kind has it.
 const Kind& kindNamed(std::string_view name);
 
-/// The key path that was asked for, empty when none was; throws `UsageError` for a kind that takes none.
+/// The key path that was given, or an empty one; throws `UsageError` for a kind that does not take one.
 std::string keyPathFor(const Kind& kind, const std::optional<std::string>& keyPath);
 
 }  // namespace QELModels::tool

@@ -41,7 +41,7 @@ void addOptional(CLI::App& command,
                  std::string type,
                  std::optional<std::string>& text,
                  std::string description) {
-    // As a function: the parser would take an empty text for none.
+    // A function, since the parser would ignore an empty text.
     const auto take = [&text](const std::string& given) { text = given; };
     command.add_option_function<std::string>(std::move(name), take, std::move(description))
         ->type_name(std::move(type));

@@ -31,7 +31,7 @@ void addOptional(CLI::App& command,
                  std::string type,
                  std::optional<std::string>& text,
                  std::string description);
-/// An argument or an option with any number of values; when it is required, one at least.
+/// An argument or an option with any number of values; when it is required, at least one.
 enum class Required { no, yes };
 void addRepeated(CLI::App& command,
                  std::string name,
@@ -49,18 +49,18 @@ void addCount(CLI::App& command,
 void addClosingWords(CLI::App& command, std::string words);
 /// The option `--at EPOCH`, for `setCurrentTime`.
 void addCurrentTime(CLI::App& command, std::optional<std::string>& time);
-/// Fixes the current time for all that is asked; throws `UsageError` when it is no date.
+/// Fixes the current time for everything that follows; throws `UsageError` when it is not a date.
 void setCurrentTime(const std::optional<std::string>& time);
 /// The option `--screen-scale S`, for `setScreenScale`.
 void addScreenScale(CLI::App& command, std::optional<std::string>& scale);
-/// Sets the main screen's scale for all that is asked; throws `UsageError` when it is no number.
+/// Sets the main screen's scale for everything that follows; throws `UsageError` when it is not a number.
 void setScreenScale(const std::optional<std::string>& scale);
 
-/// A number that is the whole text; nothing when it is none. Negative ones, `nan` and `inf` are taken.
+/// The number that is the whole text, if it is one. Negative numbers, `nan` and `inf` are accepted.
 std::optional<double> numberIn(std::string_view text);
-/// A size like "320x180"; nothing when it is none.
+/// The size that a text such as "320x180" is, if it is one.
 std::optional<Size> sizeIn(std::string_view text);
-/// The same; throws `UsageError` when it is none.
+/// The same; these throw `UsageError` when the text is something else.
 double numberFrom(std::string_view text);
 Size sizeFrom(std::string_view text);
 

@@ -11,7 +11,7 @@ namespace QELModels::tool {
 
 namespace {
 
-constexpr std::size_t kMuch = std::size_t{1} << 20;
+constexpr std::size_t kMostWaiting = std::size_t{1} << 20;
 
 bool isSet(const char* variable) {
     const char* value = std::getenv(variable);
@@ -33,7 +33,7 @@ int writeAll(int file, std::string_view text) {
 
 void Output::write(std::string_view text) {
     waiting_ += text;
-    if (waiting_.size() >= kMuch) flush();
+    if (waiting_.size() >= kMostWaiting) flush();
 }
 
 void Output::flush() {
@@ -51,7 +51,7 @@ bool Output::isColored() {
 
 void report(std::string message) {
     message += '\n';
-    writeAll(STDERR_FILENO, message);  // there is nobody left to tell if this fails
+    writeAll(STDERR_FILENO, message);  // a failure cannot be reported either
 }
 
 }  // namespace QELModels::tool

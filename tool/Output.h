@@ -8,7 +8,7 @@
 
 namespace QELModels::tool {
 
-/// Nobody reads the results any more: the command ends without a word.
+/// The results have no reader any more: the command ends without a message.
 struct ClosedPipe {};
 
 /// The results could not be written.
@@ -23,11 +23,12 @@ public:
     Output(const Output&) = delete;
     Output& operator=(const Output&) = delete;
 
-    /// Adds to what is to be written. It is written by `flush`, and before that when there is much of it.
+    /// Adds to what is to be written. It is written by `flush`, or earlier when it is long.
     void write(std::string_view text);
     void flush();
 
-    /// Whether results may be coloured: a person watches them on a terminal and has not asked for plain text.
+    /// Whether results may be coloured: they are shown on a terminal, for a person who has not asked for
+    /// plain text.
     static bool isColored();
 
 private:

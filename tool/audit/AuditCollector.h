@@ -44,7 +44,7 @@ private:
     bool comesBefore(const FEMPath& path, const Example& example);
 
     const Kind& kind_;
-    Audit documents_;  // what is not counted in the trees
+    Audit documents_;  // all but what the trees count
     std::unique_ptr<Steps> rules_;
     std::unique_ptr<Steps> unread_;
     std::uint64_t document_ = 0;  // its number, from 1

@@ -25,7 +25,7 @@ namespace QELModels::tool {
 
 namespace {
 
-// Long enough that threads seldom meet, and short enough that all of them end at much the same time.
+// Long enough that threads seldom wait for each other, and short enough that they end at about the same time.
 constexpr std::size_t kPieceBytes = std::size_t{1} << 20;
 constexpr std::chrono::milliseconds kProgressInterval{100};
 constexpr std::array<std::string_view, 2> kLinesSuffixes{".ndjson", ".jsonl"};

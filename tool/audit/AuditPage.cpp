@@ -194,12 +194,12 @@ private:
         fmt::format_to(std::back_inserter(text_), format, std::forward<Arguments>(arguments)...);
     }
 
-    // Whether a count other than 0 is bad news.
-    enum class Fact { neutral, bad };
+    // Whether a count other than 0 is a problem.
+    enum class Fact { neutral, problem };
 
     void addFact(std::string_view name, std::uint64_t count, Fact fact = Fact::neutral) {
         add("<div{}><dt>{}</dt><dd>{}</dd></div>\n",
-            fact == Fact::bad && count != 0 ? " class=\"bad\"" : "",
+            fact == Fact::problem && count != 0 ? " class=\"bad\"" : "",
             name,
             countText(count));
     }
@@ -207,10 +207,10 @@ private:
     void addFacts() {
         add("<h1>Audit of {} documents</h1>\n<dl class=\"facts\">\n", escaped(audit_.kind));
         addFact("documents", audit_.documents);
-        addFact("broken", audit_.broken.count(), Fact::bad);
-        addFact("faulty", audit_.faulty.count(), Fact::bad);
+        addFact("broken", audit_.broken.count(), Fact::problem);
+        addFact("faulty", audit_.faulty.count(), Fact::problem);
         addFact("properties", audit_.properties.size());
-        addFact("with problems", audit_.propertiesWithProblems(), Fact::bad);
+        addFact("with problems", audit_.propertiesWithProblems(), Fact::problem);
         addFact("unread keys", audit_.unread.size());
         text_ += "</dl>\n";
     }

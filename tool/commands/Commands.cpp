@@ -4,7 +4,7 @@
 
 namespace QELModels::tool {
 
-// Every command lies in a source file of its own.
+// Every command has a source file of its own.
 void addListCommand(CommandLine& commandLine);
 void addMapCommand(CommandLine& commandLine);
 void addFactsCommand(CommandLine& commandLine);

@@ -35,8 +35,8 @@ void declare(CLI::App& command, Options& options) {
     addKeyPath(command, options.keyPath);
 }
 
-// How an outcome is shown to people: a filled property is faint, and what is wrong stands out.
-struct Look {
+// How an outcome is shown to people: a filled property is faint, and a wrong value is easily seen.
+struct Appearance {
     std::string_view outcome;
     std::string_view label;    // at the start of a line
     std::string_view counted;  // in the summary
@@ -44,7 +44,7 @@ struct Look {
     bool showsValue;
     bool isAlwaysCounted = true;
 };
-constexpr std::array<Look, 7> kLooks{{
+constexpr std::array<Appearance, 7> kAppearances{{
     {"set", "set", "set", Style::faint, false},
     {"missing", "missing", "missing", Style::yellow, false},
     {"null", "null", "null", Style::yellow, false},
@@ -54,13 +54,14 @@ constexpr std::array<Look, 7> kLooks{{
     {kUnread, "unread", "unread", Style::cyan, true},
 }};
 
-std::size_t lookOf(std::string_view outcome) {
-    const auto* look = std::find_if(
-        kLooks.begin(), kLooks.end(), [outcome](const Look& one) { return one.outcome == outcome; });
-    return static_cast<std::size_t>(look - kLooks.begin());
+std::size_t appearanceOf(std::string_view outcome) {
+    const auto* found = std::find_if(kAppearances.begin(),
+                                     kAppearances.end(),
+                                     [outcome](const Appearance& one) { return one.outcome == outcome; });
+    return static_cast<std::size_t>(found - kAppearances.begin());
 }
 
-// A value as JSON, for one line of a table. Of large ones only as much is written as is shown.
+// A value as JSON, for one line of a table. Large values are not written as a whole.
 std::string shownValue(RepresentationView value) {
     constexpr std::size_t kColumns = 48;
     constexpr std::size_t kMostNodes = 64;
@@ -86,14 +87,14 @@ public:
 
     void add(const Finding& finding) {
         Row row;
-        row.look = lookOf(finding.outcome);
-        ++counts_[row.look];
+        row.appearance = appearanceOf(finding.outcome);
+        ++counts_[row.appearance];
         // A root and a key that is not read have no property: their place is shown instead.
         constexpr std::size_t kWhole = static_cast<std::size_t>(-1);
         const std::string place = finding.path.empty() ? "the document" : finding.path;
         row.name = shown(finding.property.empty() ? place : finding.property, kWhole);
         if (!finding.property.empty()) row.place = shown(finding.path, kWhole).text;
-        if (finding.value && kLooks[row.look].showsValue) row.value = shownValue(*finding.value);
+        if (finding.value && kAppearances[row.appearance].showsValue) row.value = shownValue(*finding.value);
         rows_.push_back(std::move(row));
     }
 
@@ -110,7 +111,7 @@ public:
 
 private:
     struct Row {
-        std::size_t look = 0;
+        std::size_t appearance = 0;
         Shown name;
         std::string place;
         std::string value;
@@ -120,37 +121,37 @@ private:
 
     std::string line(const Row& row, std::size_t nameWidth) const {
         constexpr std::string_view kGap = "  ";
-        const Look& look = kLooks[row.look];
-        std::string text = fmt::format("{:<10}", look.label);
+        const Appearance& appearance = kAppearances[row.appearance];
+        std::string text = fmt::format("{:<10}", appearance.label);
         std::string name = row.name.text;
         if (!row.place.empty() || !row.value.empty())
             name.append(nameWidth - std::min(nameWidth, row.name.width), ' ');
         const std::string place = row.place.empty() ? "" : fmt::format("{}{}", kGap, row.place);
         // The whole line of a filled property is faint, and only the place of any other.
-        if (look.style == Style::faint)
+        if (appearance.style == Style::faint)
             return inStyle(Style::faint, fmt::format("{}{}{}{}", text, kGap, name, place));
-        text = fmt::format("{}{}{}", inStyle(look.style, text), kGap, name);
+        text = fmt::format("{}{}{}", inStyle(appearance.style, text), kGap, name);
         text += inStyle(Style::faint, place);
-        const Style valueStyle = look.outcome == kUnread ? Style::faint : look.style;
+        const Style valueStyle = appearance.outcome == kUnread ? Style::faint : appearance.style;
         if (!row.value.empty()) text += fmt::format("{}{}", kGap, inStyle(valueStyle, row.value));
         return text;
     }
 
     std::string summary() const {
         std::string text;
-        for (std::size_t i = 0; i < kLooks.size(); ++i) {
-            const Look& look = kLooks[i];
-            if (counts_[i] == 0 && !look.isAlwaysCounted) continue;
+        for (std::size_t i = 0; i < kAppearances.size(); ++i) {
+            const Appearance& appearance = kAppearances[i];
+            if (counts_[i] == 0 && !appearance.isAlwaysCounted) continue;
             if (!text.empty()) text += ", ";
-            const std::string part = fmt::format("{} {}", counts_[i], look.counted);
-            text += inStyle(counts_[i] == 0 ? Style::faint : look.style, part);
+            const std::string part = fmt::format("{} {}", counts_[i], appearance.counted);
+            text += inStyle(counts_[i] == 0 ? Style::faint : appearance.style, part);
         }
         return text;
     }
 
     bool isColored_;
     std::vector<Row> rows_;
-    std::array<std::size_t, kLooks.size()> counts_{};
+    std::array<std::size_t, kAppearances.size()> counts_{};
 };
 
 std::string jsonLine(const Finding& finding) {

@@ -39,7 +39,7 @@ Choose chooserNamed(const std::optional<std::string>& automatic) {
     throw UsageError(fmt::format("--auto is width or height, not '{}'", *automatic));
 }
 
-// The address may stand among the sizes: in front of further options the parser takes it for one.
+// The address may be among the sizes: after `--size` the parser takes it for one of them.
 struct Wanted {
     std::optional<std::string> url;
     std::vector<Size> sizes;

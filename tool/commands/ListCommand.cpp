@@ -47,7 +47,7 @@ constexpr std::string_view kSeparator = " | ";
 
 // --- Pieces of text ---------------------------------------------------------------------------------------
 
-// How the pieces of the listing stand out.
+// How the pieces of the listing look.
 constexpr Style kTitle = Style::bold, kLive = Style::red, kSoon = Style::yellow, kOver = Style::faint;
 
 std::string inStyle(Style style, std::string_view text) {

@@ -50,7 +50,7 @@ const Action& actionNamed(std::string_view name) {
     return *action;
 }
 
-// The offset of the first lone surrogate half; npos if there is none. All other text must be well formed.
+// The offset of the first lone surrogate half, or npos. All other text must be well formed.
 std::size_t findHalf(std::string_view text, std::size_t from) {
     constexpr char kHalfLead = '\xED';
     for (std::size_t at = text.find(kHalfLead, from); at != std::string_view::npos;
