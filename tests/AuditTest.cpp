@@ -1,16 +1,13 @@
 // Promise: an audit is the sum of what is explained of each document, and sums of parts are the sum of the
 // whole, to the byte, whatever the threads, the files and their order.
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
-#include <stdlib.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cctype>
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -18,52 +15,24 @@
 #include <vector>
 
 #include "JSON/JSONReader.h"
-#include "QELModels/Process/Log.h"
 #include "QELModels/Records/MappingFault.h"
+#include "tests/Command.h"
 #include "tool/Explanation.h"
 #include "tool/audit/Audit.h"
 #include "tool/audit/AuditDocuments.h"
 #include "tool/audit/AuditPage.h"
-#include "tool/commands/Commands.h"
 
 namespace QELModels::tool {
 namespace {
 
-using Texts = std::vector<std::string>;
+using test::contains;
+using test::Result;
+using test::run;
+using test::Texts;
 
-// --- A folder of documents --------------------------------------------------------------------------------
-
-/// A new folder that is the current one until the test ends: files have short names in all that is answered.
-class Folder {
-public:
-    Folder() : before_(std::filesystem::current_path()) {
-        std::string name = testing::TempDir() + "auditXXXXXX";
-        EXPECT_NE(::mkdtemp(name.data()), nullptr);
-        path_ = name;
-        std::filesystem::current_path(path_);
-        Log::setSink([](std::string_view) {});
-    }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-    ~Folder() {
-        Log::setSink({});
-        std::filesystem::current_path(before_);
-        std::filesystem::remove_all(path_);
-    }
-
-    std::string write(const std::string& name, std::string_view text) const {
-        std::ofstream(name, std::ios::binary) << text;
-        return name;
-    }
-    std::string writeLines(const std::string& name, const Texts& lines) const {
-        std::string text;
-        for (const std::string& line : lines)
-            text += line + '\n';
-        return write(name, text);
-    }
-
-private:
-    std::filesystem::path before_, path_;
+/// A folder of documents, in which nothing is logged.
+class Folder : public test::Folder {
+    SilentLog silentLog_;
 };
 
 std::string json(const Audit& audit) {
@@ -104,23 +73,11 @@ Texts with(std::string_view word, const Texts& lines) {
     return some;
 }
 
-struct Result {
-    int status;
-    std::string out, err;
-};
-
-Result run(const Texts& arguments) {
-    testing::internal::CaptureStdout();
-    testing::internal::CaptureStderr();
-    const int status = static_cast<int>(runProgram(arguments));
-    return {status, testing::internal::GetCapturedStdout(), testing::internal::GetCapturedStderr()};
-}
-
 // --- What is counted --------------------------------------------------------------------------------------
 
 TEST(Audit, CountsOutcomesAndNamesTheLeastPlace) {
     const Folder folder;
-    // Line ends of both kinds, lines that hold nothing, a mark in front, and no line end at the end.
+    // Line ends of both kinds, lines without a document, a mark at the start, and no line end at the end.
     const std::string lines = folder.write("b.ndjson",
                                            "\xEF\xBB\xBF{\"title\":\"a\",\"seasonNumber\":1}\r\n \n\n"
                                            "{\"title\":null,\"seasonNumber\":\"x\",\"extra\":[1]}\n"
@@ -196,12 +153,12 @@ TEST(Audit, RecordsCountAsSetForPeople) {
     const auto title = audit.properties.find({"/_embedded/assets/*/title", "[*].title"});
     ASSERT_NE(title, audit.properties.end());
     EXPECT_EQ(audit.outcomesOf(*title), title->second);
-    // One element that is none does not put a list at the head of those that are filled least.
+    // One element that is not a record does not make the list one of the properties that are filled least.
     const std::string table = run({"audit", "assets", "p.jsonl"}).out;
-    EXPECT_NE(table.find("[*]  /_embedded/assets/*\n"
+    EXPECT_TRUE(contains(table,
+                         "[*]  /_embedded/assets/*\n"
                          "  set                  3  75.0 %\n"
-                         "  null                 1  25.0 %  p.jsonl:1 /_embedded/assets/1\n"),
-              std::string::npos)
+                         "  null                 1  25.0 %  p.jsonl:1 /_embedded/assets/1\n"))
         << table;
 }
 
@@ -226,7 +183,7 @@ TEST(Audit, BrokenAndFaultyDocumentsAreNamedAndDoNotStopIt) {
     const Texts all = said(audit);
     EXPECT_EQ(with("fault ", all).size(), 1u);
     EXPECT_EQ(with("set 2 /id", all).size(), 1u);
-    // Nothing more is told of a document once its mapping has faulted.
+    // After a fault nothing more of its document is counted.
     EXPECT_TRUE(with(kUnread, all).empty());
 }
 
@@ -304,7 +261,7 @@ rc::Gen<std::string> anyText(bool isPage) {
     return rc::gen::weightedOneOf<std::string>({{8, page}, {1, other}, {1, broken}});
 }
 
-RC_GTEST_PROP(AuditSum, IsTheSumOfWhatIsExplainedAndOfItsParts, ()) {
+RC_GTEST_PROP(Audit, IsTheSumOfWhatIsExplainedAndOfItsParts, ()) {
     const Folder folder;
     const bool isPage = *rc::gen::arbitrary<bool>();
     const Kind& kind = kindNamed(isPage ? "assets" : "asset");
@@ -332,7 +289,7 @@ RC_GTEST_PROP(AuditSum, IsTheSumOfWhatIsExplainedAndOfItsParts, ()) {
     RC_ASSERT(json(sum) == json(whole));
 }
 
-TEST(AuditSum, DoesNotDependOnThreadsAndOrder) {
+TEST(Audit, DoesNotDependOnThreadsAndOrder) {
     const Folder folder;
     // Several pieces a file, a line that is longer than one, and more broken lines than are named.
     const std::string large = R"({"id":"large","odd":")" + std::string(std::size_t{3} << 20, 'x') + "\"}";
@@ -369,28 +326,51 @@ constexpr std::string_view kNothing =
     R"({"kind":"season","documents":0,"broken":{"count":0,"named":[]},"faulty":{"count":0,"named":[]},)"
     R"("properties":[],"unread":[]})";
 
-TEST(AuditCommand, MergesWhatItWrites) {
+TEST(Audit, MergesWhatItWrites) {
     const Folder folder;
     folder.writeLines("a.ndjson", {"{\"title\":\"a\"}", "{", "{\"\\ud800\":1}"});
     folder.write("b.json", R"({"title":5,"odd":"<&\"'>"})");
     const std::string whole = run({"audit", "season", "b.json", "a.ndjson", "--json", "--threads", "2"}).out;
     folder.write("A", run({"audit", "season", "a.ndjson", "--json"}).out);
     folder.write("B", run({"audit", "season", "b.json", "--json"}).out);
-    for (const Texts& arguments :
-         {Texts{"audit", "--merge", "A", "B"}, Texts{"audit", "B", "A", "--merge"}}) {
-        const Result merged = run(arguments);
-        EXPECT_EQ(merged.out, whole);
-        EXPECT_EQ(merged.err, "");
-        EXPECT_EQ(merged.status, 0);
-    }
-    EXPECT_NE(
-        whole.find(R"("unread":[{"path":"/odd","count":1,"example":{"file":"b.json","line":1,"pointer":)"
-                   R"("/odd"}},{"path":"/\ud800")"),
-        std::string::npos);
+    test::expect({{{"audit", "--merge", "A", "B"}, "", whole}, {{"audit", "B", "A", "--merge"}, "", whole}});
+    EXPECT_TRUE(
+        contains(whole,
+                 "\"unread\":[{\"path\":\"/odd\",\"count\":1,\"example\":{\"file\":\"b.json\",\"line\":1,"
+                 "\"pointer\":\"/odd\"}},{\"path\":\"/\\ud800\""));
     EXPECT_EQ(whole.back(), '\n');
 }
 
-TEST(AuditCommand, SaysWhatIsWrong) {
+TEST(Audit, ReadsPipesOnce) {
+    const Folder folder;
+    const std::string document = R"({"title":"a","seasonNumber":1,"assets":[]})";
+    const auto counted = [](std::string name) {
+        return "1 documents of kind season, 0 broken, 0 faulty\n3 properties, 0 with problems, 0 unread "
+               "keys\n\n"
+               "assets  /assets\n  set                  1   100 %  " +
+               name + ":1 /assets\n\n";
+    };
+    for (const std::string name : {"-", "/dev/stdin", "/dev/fd/0"}) {
+        int in[2];
+        ASSERT_EQ(pipe(in), 0);
+        ASSERT_EQ(write(in[1], document.data(), document.size()), static_cast<ssize_t>(document.size()));
+        close(in[1]);
+        const test::Scratch out, err;
+        const pid_t process =
+            test::start({"audit", "season", name}, {in[0], out.descriptor(), err.descriptor()});
+        close(in[0]);
+        EXPECT_EQ(test::exitStatus(process), 0);
+        EXPECT_TRUE(out.content().starts_with(counted(name))) << out.content();
+        EXPECT_EQ(err.content(), "");
+    }
+    // A pipe with a name is opened once: its writer has gone when it is opened again.
+    ASSERT_EQ(mkfifo("named", 0600), 0);
+    std::thread writer([&] { folder.write("named", document); });
+    EXPECT_TRUE(run({"audit", "season", "named"}).out.starts_with(counted("named")));
+    writer.join();
+}
+
+TEST(Audit, ReportsWhatIsWrong) {
     const Folder folder;
     folder.write("good", kNothing);
     folder.write("d.json", "{}");
@@ -398,11 +378,12 @@ TEST(AuditCommand, SaysWhatIsWrong) {
         std::string text(kNothing);
         return text.replace(text.find(from), from.size(), to);
     };
-    const std::string begun = R"({"path":"","property":"","set":)";
-    struct Row {
-        std::string audit, message;
+    const auto withProperty = [&](const std::string& set) {
+        return changed("\"properties\":[]", R"("properties":[{"path":"","property":"","set":)" + set + "}]");
     };
-    const std::vector<Row> rows{
+    const struct {
+        std::string audit, message;
+    } rows[] = {
         {"[1,", "bad:1:4: the document ends before its value does\n[1,\n   ^\n"},
         {"[]", "bad: : 'kind' is missing\n"},
         {changed("season", "seasonal"), "bad: /kind: no kind of document\n"},
@@ -416,90 +397,110 @@ TEST(AuditCommand, SaysWhatIsWrong) {
                  R"("count":1,"named":[{"file":"f","line":1,"column":1,"reason":"r"}])"),
          "bad: /documents: fewer than are broken or faulty\n"},
         {changed("\"properties\":[]", "\"properties\":{}"), "bad: /properties: not an array\n"},
-        {changed("\"properties\":[]", "\"properties\":[" + begun + "5}]"),
-         "bad: /properties/0/set: 'count' is missing\n"},
-        {changed("\"properties\":[]", "\"properties\":[" + begun + R"({"count":1,"example":null}}])"),
+        {withProperty("5"), "bad: /properties/0/set: 'count' is missing\n"},
+        {withProperty(R"({"count":1,"example":null})"),
          "bad: /properties/0/set/example: does not go with the count\n"},
         {changed("\"unread\":[]", R"("unread":[{"path":5}])"), "bad: /unread/0/path: not a string\n"}};
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.audit);
+    for (const auto& row : rows) {
         folder.write("bad", row.audit);
-        const Result result = run({"audit", "--merge", "good", "bad"});
-        EXPECT_EQ(result.out, "");
-        EXPECT_EQ(result.err, row.message);
-        EXPECT_EQ(result.status, 1);
+        SCOPED_TRACE(row.audit);
+        test::expect({{{"audit", "--merge", "good", "bad"}, "", "", row.message, 1}});
     }
     // A file that cannot be read stops it: nobody takes a part for the whole.
-    EXPECT_EQ(run({"audit", "asset", "d.json", "none.json", "--json"}).err,
-              "none.json: cannot be read: No such file or directory\n");
-    const Result folderGiven = run({"audit", "asset", "d.json", "."});
-    EXPECT_EQ(folderGiven.status, 1);
-    EXPECT_EQ(folderGiven.out, "");
-    EXPECT_EQ(run({"audit", "asset", "d.json", "--html", "no/such.html"}).status, 1);
-    const std::vector<Texts> misused{{"audit"},
-                                     {"audit", "asset"},
-                                     {"audit", "thing", "d.json"},
-                                     {"audit", "asset", "d.json", "--json", "--html", "o"},
-                                     {"audit", "asset", "d.json", "--threads", "0"},
-                                     {"audit", "assets", "d.json", "--key-path", "a"}};
-    for (const Texts& arguments : misused)
-        EXPECT_EQ(run(arguments).status, 2) << testing::PrintToString(arguments);
+    test::expect({
+        {{"audit", "asset", "d.json", "none.json", "--json"},
+         "",
+         "",
+         "none.json: cannot be read: No such file or directory\n",
+         1},
+        {{"audit", "asset", "d.json", "."}, "", "", ".: cannot be read: Is a directory\n", 1},
+        {{"audit", "asset", "d.json", "--html", "no/such.html"},
+         "",
+         "",
+         "qelmodels: cannot write no/such.html: No such file or directory\n",
+         1},
+    });
 }
 
-TEST(AuditCommand, ShowsPeopleProblemsFirst) {
+TEST(Audit, ShowsPeopleProblemsFirst) {
     const Folder folder;
     folder.writeLines("s.ndjson",
                       {"{\"title\":\"a\",\"odd\":1}", "{\"title\":\"b\",\"seasonNumber\":[]}", "["});
-    const Result result = run({"audit", "season", "s.ndjson"});
-    EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(result.err, "");
-    EXPECT_EQ(result.out,
-              "3 documents of kind season, 1 broken, 0 faulty\n"
-              "3 properties, 1 with problems, 1 unread keys\n\n"
-              "seasonNumber  /seasonNumber\n"
-              "  missing              1  50.0 %  s.ndjson:1 /seasonNumber\n"
-              "  wrong kind           1  50.0 %  s.ndjson:2 /seasonNumber\n\n"
-              "assets  /assets\n"
-              "  missing              2   100 %  s.ndjson:1 /assets\n\n"
-              "title  /title\n"
-              "  set                  2   100 %  s.ndjson:1 /title\n\n"
-              "Keys that no rule reads\n"
-              "            1  /odd  s.ndjson:1 /odd\n\n"
-              "Broken documents\n"
-              "  s.ndjson:3:2: the document ends before its value does\n");
+    test::expect({{{"audit", "season", "s.ndjson"},
+                   "",
+                   "3 documents of kind season, 1 broken, 0 faulty\n"
+                   "3 properties, 1 with problems, 1 unread keys\n\n"
+                   "seasonNumber  /seasonNumber\n"
+                   "  missing              1  50.0 %  s.ndjson:1 /seasonNumber\n"
+                   "  wrong kind           1  50.0 %  s.ndjson:2 /seasonNumber\n\n"
+                   "assets  /assets\n"
+                   "  missing              2   100 %  s.ndjson:1 /assets\n\n"
+                   "title  /title\n"
+                   "  set                  2   100 %  s.ndjson:1 /title\n\n"
+                   "Keys that no rule reads\n"
+                   "            1  /odd  s.ndjson:1 /odd\n\n"
+                   "Broken documents\n"
+                   "  s.ndjson:3:2: the document ends before its value does\n"}});
     EXPECT_EQ(shareText(1, 100000), "<0.1 %");
     EXPECT_EQ(shareText(99999, 100000), "99.9 %");
     EXPECT_EQ(countText(1234567), "1,234,567");
 }
 
-TEST(AuditPage, HoldsEverythingAndLoadsNothing) {
+std::size_t countOf(std::string_view piece, std::string_view text) {
+    std::size_t count = 0;
+    for (std::size_t at = text.find(piece); at != std::string_view::npos; at = text.find(piece, at + 1))
+        ++count;
+    return count;
+}
+
+TEST(Audit, PageHoldsEverythingAndLoadsNothing) {
     const Folder folder;
     folder.writeLines("<b>.ndjson",
                       {R"({"title":5,"</code><script>alert(1)</script>":1,"\"'&\u202e\ud800":2})",
                        "[",
                        R"({"title":"x","assets":[{"category":{"additional":{"backgroundColor":1}}}]})"});
     folder.write("page.html", std::string(1 << 20, 'x'));
-    const Result result = run({"audit", "season", "<b>.ndjson", "--html", "page.html"});
-    EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(result.out + result.err, "");
-    std::ifstream file("page.html", std::ios::binary);
-    const std::string page(std::istreambuf_iterator<char>(file), {});
-    const auto count = [&page](std::string_view piece) {
-        std::size_t found = 0;
-        for (std::size_t at = page.find(piece); at != std::string::npos; at = page.find(piece, at + 1))
-            ++found;
-        return found;
-    };
+    test::expect({{{"audit", "season", "<b>.ndjson", "--html", "page.html"}, "", ""}});
+    const std::string page = test::fileText("page.html");
     const Audit audit = audited("season", {"<b>.ndjson"});
-    EXPECT_EQ(count("<details>"), audit.properties.size() + audit.unread.size());
-    EXPECT_EQ(count("<code>/&quot;&#39;&amp;\xEF\xBF\xBD\xEF\xBF\xBD</code>"),
-              2u);  // the key and its example
-    EXPECT_EQ(count("<script>"), 1u);
-    EXPECT_EQ(count("alert(1)"), 3u);  // as text alone: to filter by, to read, and in the example
-    EXPECT_EQ(count("<code>&lt;b&gt;.ndjson:2:2</code> the document ends"), 1u);
-    EXPECT_EQ(count("<code>&lt;b&gt;.ndjson:3 /assets/0/category/additional/backgroundColor</code>"), 1u);
-    EXPECT_EQ(count("http:") + count("https:") + count(" src=") + count("@import") + count("url("), 0u);
-    EXPECT_EQ(page.substr(page.size() - 10), "</script>\n");
+    const struct {
+        std::string piece;
+        std::size_t count;
+    } rows[] = {
+        {"<details>", audit.properties.size() + audit.unread.size()},
+        {"<code>/&quot;&#39;&amp;\xEF\xBF\xBD\xEF\xBF\xBD</code>", 2},  // the key and its example
+        {"<script>", 1},
+        {"alert(1)", 3},  // as text alone: to filter by, to read, and in the example
+        {"<code>&lt;b&gt;.ndjson:2:2</code> the document ends", 1},
+        {"<code>&lt;b&gt;.ndjson:3 /assets/0/category/additional/backgroundColor</code>", 1},
+        {"http:", 0},
+        {"https:", 0},
+        {" src=", 0},
+        {"@import", 0},
+        {"url(", 0},
+    };
+    for (const auto& [piece, count] : rows)
+        EXPECT_EQ(countOf(piece, page), count) << piece;
+    EXPECT_TRUE(page.ends_with("</script>\n"));
+}
+
+TEST(Audit, PageMarksCountsOfProblems) {
+    const Folder folder;
+    folder.write("good.json", R"({"title":"a"})");
+    folder.writeLines("bad.ndjson",
+                      {"[", R"({"title":5,"assets":[)" + std::string(test::kFaultyAsset) + "]}"});
+    const auto marked = [](const std::string& file) {
+        const std::string page = auditPage(audited("season", {file}));
+        Texts names;
+        constexpr std::string_view kMark = "<div class=\"bad\"><dt>";
+        for (std::size_t at = page.find(kMark); at != std::string::npos; at = page.find(kMark, at + 1))
+            names.push_back(
+                page.substr(at + kMark.size(), page.find('<', at + kMark.size()) - at - kMark.size()));
+        EXPECT_EQ(countOf("<div><dt>", page) + names.size(), 6u);
+        return names;
+    };
+    EXPECT_EQ(marked("good.json"), Texts{});
+    EXPECT_EQ(marked("bad.ndjson"), (Texts{"broken", "faulty", "with problems"}));
 }
 
 }  // namespace

@@ -3,165 +3,61 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <spawn.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
-#include <fstream>
+#include <new>
+#include <regex>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "QELModels/Mappers/QELAssetMapper.h"
+#include "QELModels/Records/MappingFault.h"
+#include "tests/Command.h"
+#include "tests/TestSupport.h"
+#include "tool/CommandLine.h"
 #include "tool/Display.h"
 
-extern char** environ;
-
-namespace QELModels {
-inline namespace QELMODELS_ABI {
+namespace QELModels::test {
 namespace {
 
-using Arguments = std::vector<std::string>;
-
-// --- Running the command ----------------------------------------------------------------------------------
-
-struct Files {
-    int in, out, err;
-};
-
-pid_t start(const Arguments& arguments, const Files& files) {
-    Arguments all{QELMODELS_COMMAND};
-    all.insert(all.end(), arguments.begin(), arguments.end());
-    std::vector<char*> texts;
-    for (std::string& text : all)
-        texts.push_back(text.data());
-    texts.push_back(nullptr);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, files.in, STDIN_FILENO);
-    posix_spawn_file_actions_adddup2(&actions, files.out, STDOUT_FILENO);
-    posix_spawn_file_actions_adddup2(&actions, files.err, STDERR_FILENO);
-    pid_t process = 0;
-    EXPECT_EQ(posix_spawn(&process, all[0].c_str(), &actions, nullptr, texts.data(), environ), 0);
-    posix_spawn_file_actions_destroy(&actions);
-    return process;
-}
-
-int exitStatus(pid_t process) {
-    int status = 0;
-    waitpid(process, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
-/// A nameless file that is gone when the test is.
-class Scratch {
-public:
-    explicit Scratch(std::string_view content = {}) : file_(std::tmpfile()) {
-        std::fwrite(content.data(), 1, content.size(), file_);
-        std::rewind(file_);
-    }
-    Scratch(const Scratch&) = delete;
-    Scratch& operator=(const Scratch&) = delete;
-    ~Scratch() { std::fclose(file_); }
-    int descriptor() const { return fileno(file_); }
-    std::string content() const {
-        std::string text;
-        std::array<char, 4096> piece{};
-        std::rewind(file_);
-        while (const std::size_t size = std::fread(piece.data(), 1, piece.size(), file_))
-            text.append(piece.data(), size);
-        return text;
-    }
-
-private:
-    std::FILE* file_;
-};
-
-struct Result {
-    int status;
-    std::string out, err;
-};
-
-Result run(const Arguments& arguments, std::string_view input = {}) {
-    const Scratch in(input), out, err;
-    const int status = exitStatus(start(arguments, {in.descriptor(), out.descriptor(), err.descriptor()}));
-    return {status, out.content(), err.content()};
-}
-
-std::string example(const std::string& name) {
-    return QELMODELS_EXAMPLES_DIR "/documents/" + name;
-}
-
-/// The arguments of a call, what it is given, and all that it answers.
-struct Row {
-    Arguments arguments;
-    std::string in, out, err;
-    int status = 0;
-};
-
-void expect(const std::vector<Row>& rows) {
-    for (const Row& row : rows) {
-        std::string call;
-        for (const std::string& argument : row.arguments)
-            call += argument + ' ';
-        SCOPED_TRACE(call + "< " + row.in);
-        const Result result = run(row.arguments, row.in);
-        EXPECT_EQ(result.out, row.out);
-        EXPECT_EQ(result.err, row.err);
-        EXPECT_EQ(result.status, row.status);
-    }
-}
-
-bool contains(std::string_view text, std::string_view piece) {
-    return text.find(piece) != std::string_view::npos;
-}
+const std::string kEmptySeason = "{\"title\":null,\"seasonNumber\":null,\"assets\":null}";
 
 // --- Results ----------------------------------------------------------------------------------------------
 
-constexpr std::string_view kColoured =
-    R"({"additional":{"playerBranding":{"id":1}},"category":{"additional":{"backgroundColor":5}}})";
-constexpr std::string_view kFault =
-    "/category/additional/backgroundColor: QELUIColorTransformer: a colour must be a string, not 5\n";
-constexpr std::string_view kEmptySeries = R"({"title":null,"seasonNumber":null,"assets":null})";
-
 TEST(Tool, MapPrintsTheModel) {
-    EXPECT_EQ(
-        run({"map", "asset"}, R"({"id": 42, "streamType": "live"})").out,
-        "{\n  \"assetIdentifier\": 42,\n  \"title\": null,\n  \"titleFront\": null,\n"
-        "  \"assetDescription\": null,\n  \"assetDescriptionFront\": null,\n  \"displays\": null,\n"
-        "  \"showDisplays\": false,\n  \"createdAt\": null,\n  \"updatedAt\": null,\n"
-        "  \"publishedAt\": null,\n  \"flightTimes\": null,\n  \"duration\": null,\n  \"assetType\": 0,\n"
-        "  \"streamType\": 2,\n  \"status\": null,\n  \"series\": null,\n"
-        "  \"streamConfiguration\": null,\n  \"articleUrl\": null,\n  \"category\": null,\n"
-        "  \"images\": null,\n  \"streamUrls\": null,\n  \"assetAdditional\": null\n}\n");
     const std::string season = R"({"seasonNumber":1.0,"title":"&#xD800;<b>\u00e5</b>","more":[1]})";
-    const std::string seasonOut = "{\"title\":\"\\ud800\xC3\xA5\",\"seasonNumber\":1,\"assets\":null}";
+    const std::string mapped = "{\"title\":\"\\ud800\xC3\xA5\",\"seasonNumber\":1,\"assets\":null}";
     expect({
-        {{"map", "season", "-", "--compact"}, season, seasonOut + "\n", ""},
-        {{"map", "season", "--compact"}, "[5]", std::string(kEmptySeries) + "\n", ""},
+        {{"map", "season"},
+         season,
+         "{\n  \"title\": \"\\ud800\xC3\xA5\",\n  \"seasonNumber\": 1,\n  \"assets\": null\n}\n"},
+        {{"map", "season", "-", "--compact"}, season, mapped + "\n"},
+        {{"map", "season", "--compact"}, "[5]", kEmptySeason + "\n"},
         {{"map", "seasons", "--compact"},
          "{\"_embedded\":{\"seasons\":[" + season + ",null]}}",
-         "[" + seasonOut + "," + std::string(kEmptySeries) + "]\n",
-         ""},
-        {{"map", "seasons"}, "{}", "[]\n", ""},
+         "[" + mapped + "," + kEmptySeason + "]\n"},
+        {{"map", "seasons"}, "{}", "[]\n"},
         {{"map", "editorials", "--compact"},
          R"({"_embedded":{"editorial":[{"key":"k","assetsIds":[true,{"z":1,"a":2}]}]}})",
-         R"([{"key":"k","assetsIdentifiers":[true,{"z":1,"a":2}],"assets":null}])"
-         "\n",
-         ""},
+         "[{\"key\":\"k\",\"assetsIdentifiers\":[true,{\"z\":1,\"a\":2}],\"assets\":null}]\n"},
     });
-    const std::string elsewhere = R"({"top":{"list":[{"id":5}]},"_embedded":{"assets":[{"id":6},{"id":7}]}})";
-    const auto identifiers = [&](const Arguments& arguments) {
-        const std::string text = run(arguments, elsewhere).out;
-        return std::string(contains(text, "\"assetIdentifier\":5") ? "5" : "") +
-               (contains(text, "\"assetIdentifier\":6") && contains(text, "\"assetIdentifier\":7") ? "67"
-                                                                                                   : "");
+    const std::string page = R"({"top":{"list":[{"id":5}]},"_embedded":{"assets":[{"id":6},{"id":7}]}})";
+    const auto identifiers = [&](const Texts& keyPath) {
+        Texts arguments{"map", "assets"};
+        arguments.insert(arguments.end(), keyPath.begin(), keyPath.end());
+        std::string all;
+        const Representation models = json(run(arguments, page).out);
+        for (const RepresentationView model : models.view().elements())
+            all += model.valueForKey("assetIdentifier")->number()->toString();
+        return all;
     };
-    EXPECT_EQ(identifiers({"map", "assets", "--compact"}), "67");
-    EXPECT_EQ(identifiers({"map", "assets", "--compact", "--key-path", ""}), "67");
-    EXPECT_EQ(identifiers({"map", "assets", "--compact", "--key-path", "top.list"}), "5");
+    EXPECT_EQ(identifiers({}), "67");
+    EXPECT_EQ(identifiers({"--key-path", ""}), "67");
+    EXPECT_EQ(identifiers({"--key-path", "top.list"}), "5");
 }
 
 TEST(Tool, LinesAreDocumentsOfTheirOwn) {
@@ -173,16 +69,15 @@ TEST(Tool, LinesAreDocumentsOfTheirOwn) {
          "-:6:7: ':' is missing\n{\"id\" 2}\n      ^\n",
          1},
         {{"map", "asset", "--lines"},
-         "\n" + std::string(kColoured) + "\n{\"id\":\r\n",
+         "\n" + std::string(kFaultyAsset) + "\n{\"id\":\r\n",
          "null\nnull\n",
          "-:2: " + std::string(kFault) +
              "-:3:7: the document ends before its value does\n{\"id\":\n      ^\n",
          1},
-        {{"map", "asset", "--lines"}, "", "", ""},
+        {{"map", "asset", "--lines"}, "", ""},
         {{"facts", "editorial", "--lines"},
          "{\"key\":\"category-7\"}\n{}\n",
-         "{\"categoryIdentifier\":7}\n{\"categoryIdentifier\":-1}\n",
-         ""},
+         "{\"categoryIdentifier\":7}\n{\"categoryIdentifier\":-1}\n"},
     });
 }
 
@@ -206,7 +101,49 @@ TEST(Tool, LinesAreAnsweredAsTheyCome) {
     EXPECT_EQ(exitStatus(process), 0);
 }
 
-TEST(Tool, FactsHaveTheOperationsNames) {
+/// The names of the functions that a header declares for a model, in their order.
+Texts operationsIn(const std::string& header) {
+    const std::string text = fileText(QELMODELS_EXAMPLES_DIR "/../QELModels/Models/" + header);
+    const std::regex declaration(R"(QELMODELS_EXPORT [^;/]*?(\w+)\(\s*const QEL)");
+    Texts names;
+    for (std::sregex_iterator at(text.begin(), text.end(), declaration), end; at != end; ++at)
+        if (names.empty() || names.back() != at->str(1)) names.push_back(at->str(1));
+    return names;
+}
+
+TEST(Tool, FactsAreAllOperations) {
+    // Where the facts of a kind are not the operations of its header, and why.
+    struct Exception {
+        std::string kind, name;
+        bool isFact;
+        const char* reason;
+    };
+    std::vector<Exception> exceptions{
+        {"asset", "sortedAdCuePoints", true, "declared for the asset's additional data"},
+    };
+    const std::vector<Texts> kinds{{"asset", "QELAsset+Utilities.h"},
+                                   {"category", "QELCategory+Utilities.h"},
+                                   {"editorial", "QELEditorial+Utilities.h"}};
+    for (const Texts& kind : kinds) {
+        Texts expected = operationsIn(kind[1]), facts;
+        ASSERT_FALSE(expected.empty()) << kind[1];
+        std::erase_if(exceptions, [&](const Exception& exception) {
+            if (exception.kind != kind[0]) return false;
+            if (exception.isFact)
+                expected.push_back(exception.name);
+            else
+                EXPECT_EQ(std::erase(expected, exception.name), 1u) << exception.name;
+            return true;
+        });
+        const Representation answer = json(run({"facts", kind[0], "--playhead", "1"}, "{}").out);
+        for (const auto& [key, value] : answer.view().members())
+            facts.emplace_back(key);
+        EXPECT_EQ(facts, expected);
+    }
+    EXPECT_TRUE(exceptions.empty()) << "of a kind that has no facts: " << exceptions[0].name;
+}
+
+TEST(Tool, FactsAreWhatTheOperationsAnswer) {
     const std::string document =
         R"({"id":20.5,"duration":1500,"streamType":"live","flightTimes":{"start":100},)"
         R"("category":{"isSeries":true,"lastAsset":{"id":20.5},"showCategory":true,)"
@@ -214,62 +151,66 @@ TEST(Tool, FactsHaveTheOperationsNames) {
         R"("streamConfiguration":{"properties":["tokenSecured"]},)"
         R"("additional":{"chapters":[],"settings":{"showAds":false,"showComments":true},)"
         R"("cuePoints":[{"timeline":9},{"timeline":-1}]}})";
-    const Result result = run({"facts", "asset", "--at", "100.5", "--playhead", "3723"}, document);
-    EXPECT_EQ(result.err, "");
-    const std::size_t cuePoints = result.out.find("\"sortedAdCuePoints\"");
-    ASSERT_NE(cuePoints, std::string::npos);
-    EXPECT_EQ(
-        result.out.substr(0, cuePoints),
-        "{\n  \"shareURLString\": \"https://tv.example/#!/20.5\",\n"
-        "  \"commentsShareURLString\": \"https://tv.example/?id=20.5\",\n"
-        "  \"shareURLFromPlayhead\": \"https://tv.example/#!/20.5/01h02m03s\",\n"
-        "  \"durationInSeconds\": 1.5,\n  \"featuredChaptersOrDefaultChapters\": [],\n"
-        "  \"isLive\": true,\n  \"wasLive\": false,\n  \"secondsUntilLive\": -0.5,\n"
-        "  \"hasLiveStreamType\": true,\n  \"isLastAssetInCategory\": true,\n"
-        "  \"remotePlaybackAllowed\": true,\n  \"showAds\": false,\n  \"isSeries\": true,\n"
-        "  \"showCategory\": true,\n  \"categoryShowComments\": false,\n  \"settingsShowComments\": true,\n"
-        "  \"showPlayerLogo\": false,\n  \"isInvalidObject\": false,\n  \"isSecured\": true,\n  ");
-    EXPECT_LT(result.out.find("-1", cuePoints), result.out.find("9", cuePoints));
-
-    const std::string empty = run({"facts", "asset", "--at", "-7"}, "{}").out;
-    EXPECT_TRUE(contains(empty, "\"secondsUntilLive\": 7,"));
-    EXPECT_TRUE(contains(empty, "\"sortedAdCuePoints\": null\n}"));
-    EXPECT_TRUE(contains(empty, "\"featuredChaptersOrDefaultChapters\": null,"));
-    EXPECT_FALSE(contains(empty, "shareURLFromPlayhead"));
-    expect({{{"facts", "category"},
-             R"({"id":42,"parentId":2.5})",
-             "{\n  \"editorialKey\": \"category-42\",\n  \"parentCategoryEditorialKey\": \"category-2.5\",\n"
-             "  \"allowAllDevices\": true\n}\n",
-             ""}});
+    const struct {
+        Texts arguments;
+        std::string document, facts;
+    } rows[] = {
+        {{"asset", "--at", "100.5", "--playhead", "3723"},
+         document,
+         R"({"shareURLString":"https://tv.example/#!/20.5",)"
+         R"("commentsShareURLString":"https://tv.example/?id=20.5",)"
+         R"("shareURLFromPlayhead":"https://tv.example/#!/20.5/01h02m03s","durationInSeconds":1.5,)"
+         R"("featuredChaptersOrDefaultChapters":[],"isLive":true,"wasLive":false,"secondsUntilLive":-0.5,)"
+         R"("hasLiveStreamType":true,"isLastAssetInCategory":true,"remotePlaybackAllowed":true,)"
+         R"("showAds":false,"isSeries":true,"showCategory":true,"categoryShowComments":false,)"
+         R"("settingsShowComments":true,"showPlayerLogo":false,"isInvalidObject":false,"isSecured":true})"},
+        {{"asset", "--at", "-7", "--playhead", "nan"},
+         "{}",
+         R"({"secondsUntilLive":7,"sortedAdCuePoints":null,"featuredChaptersOrDefaultChapters":null})"},
+        {{"category"},
+         R"({"id":42,"parentId":2.5})",
+         R"({"editorialKey":"category-42","parentCategoryEditorialKey":"category-2.5","allowAllDevices":true})"},
+        {{"editorial"}, R"({"key":"category-7"})", R"({"categoryIdentifier":7})"},
+    };
+    for (const auto& row : rows) {
+        Texts arguments{"facts"};
+        arguments.insert(arguments.end(), row.arguments.begin(), row.arguments.end());
+        const Representation answered = json(run(arguments, row.document).out), expected = json(row.facts);
+        for (const auto& [name, fact] : expected.view().members()) {
+            const auto answer = answered.view().valueForKey(name);
+            ASSERT_TRUE(answer) << name;
+            EXPECT_EQ(jsonFromRepresentation(*answer), jsonFromRepresentation(fact)) << name;
+        }
+    }
+    const std::string sorted = run({"facts", "asset"}, document).out;
+    EXPECT_LT(sorted.find("-1", sorted.find("sortedAdCuePoints")), sorted.rfind("9"));
+    EXPECT_FALSE(contains(sorted, "shareURLFromPlayhead"));
+    expect({{{"facts", "editorial"}, "{}", "{\n  \"categoryIdentifier\": -1\n}\n"}});
 }
 
 TEST(Tool, NextFindsTheEpisodeThatFollows) {
     const std::string season = example("season.json");
-    const auto beginning = [](const Arguments& arguments, std::string_view input = {}) {
-        const Result result = run(arguments, input);
-        return result.out.substr(0, result.out.find(','));
+    const auto next = [](const Texts& arguments, std::string_view input = {}) {
+        const std::string out = run(arguments, input).out;
+        return out.substr(0, out.find(','));
     };
-    EXPECT_EQ(beginning({"next", season, "--after", "20102"}), "{\n  \"assetIdentifier\": 20103");
-    EXPECT_EQ(beginning({"next", season, "--video", example("asset.json")}),
-              "{\n  \"assetIdentifier\": 20103");
-    EXPECT_EQ(
-        beginning({"next", season, "--video", "-"}, R"({"series":{"seasonNumber":1,"episodeNumber":0}})"),
-        "{\n  \"assetIdentifier\": 20101");
-    const std::string two = R"({"seasonNumber":1,"assets":[{"id":9007199254740992},)"
-                            R"({"id":3,"series":{"seasonNumber":1,"episodeNumber":1}}]})";
-    expect({
-        {{"next", "-", "--after", "3.0"}, two, "null\n", ""},
-        {{"next", "-", "--after", "9007199254740993"},
-         two,
-         "",
-         "-: no asset of the season has the identifier 9007199254740993\n",
-         1},
-        {{"next", "-", "--video", example("asset.json")},
-         R"({"assets":[)" + std::string(kColoured) + "]}",
-         "",
-         "-: /assets/0" + std::string(kFault),
-         1},
-    });
+    const std::string second = "{\n  \"assetIdentifier\": 20103";
+    EXPECT_EQ(next({"next", season, "--after", "20102"}), second);
+    EXPECT_EQ(next({"next", season, "--video", example("asset.json")}), second);
+    EXPECT_EQ(next({"next", season, "--video", "-"}, R"({"series":{"seasonNumber":1,"episodeNumber":0}})"),
+              "{\n  \"assetIdentifier\": 20101");
+    // Identifiers of all 64 bits are told apart, which doubles are not beyond 2^53.
+    const std::string large = R"({"seasonNumber":1,"assets":[{"id":9007199254740992},)"
+                              R"({"id":-9007199254740993},{"id":18446744073709551615},)"
+                              R"({"id":3,"series":{"seasonNumber":1,"episodeNumber":1}}]})";
+    const auto noAsset = [](const std::string& identifier) {
+        return "-: no asset of the season has the identifier " + identifier + "\n";
+    };
+    const std::string unknown[] = {"9007199254740993", "-9007199254740992", "18446744073709551614"};
+    for (const std::string& identifier : unknown)
+        expect({{{"next", "-", "--after=" + identifier}, large, "", noAsset(identifier), 1}});
+    for (const std::string known : {"3.0", "-9007199254740993", "18446744073709551615"})
+        expect({{{"next", "-", "--after=" + known}, large, "null\n"}});
 }
 
 TEST(Tool, ImageURLsComeOneALine) {
@@ -277,15 +218,13 @@ TEST(Tool, ImageURLsComeOneALine) {
     expect({
         {{"image-url", url, "--size", "320x180", "1x1", "--size", "640x360"},
          "",
-         asked + "320x180q80\n" + asked + "80x45q80\n" + asked + "640x360q50\n",
-         ""},
+         asked + "320x180q80\n" + asked + "80x45q80\n" + asked + "640x360q50\n"},
         {{"image-url", url, "--size", "160x90.5", "--screen-scale", "2", "--scale", "2"},
          "",
-         asked + "665x374q80\n",
-         ""},
-        {{"image-url", "--size", "10x10", url, "--auto", "width"}, "", asked + "x50q80\n", ""},
-        {{"image-url", "--size", "-5xinf", "--auto", "height", url}, "", asked + "316q80\n", ""},
-        {{"image-url", "", "--size", "nanxnan"}, "", "?t[]=2048x1536q50\n", ""},
+         asked + "665x374q80\n"},
+        {{"image-url", "--size", "10x10", url, "--auto", "width"}, "", asked + "x50q80\n"},
+        {{"image-url", "--size", "-5xinf", "--auto", "height", url}, "", asked + "316q80\n"},
+        {{"image-url", "", "--size", "nanxnan"}, "", "?t[]=2048x1536q50\n"},
         {{"image-url", "no url", "--size", "1x1"}, "", "", "no valid URL: no url\n", 1},
     });
 }
@@ -293,14 +232,13 @@ TEST(Tool, ImageURLsComeOneALine) {
 TEST(Tool, TextsKeepTheirLastByte) {
     const std::string html = "<b>\xC3\xA5 &amp;lt; &#xD800;</b>";
     expect({
-        {{"text", "strip"}, html + "\n\n", "\xC3\xA5 &lt; \xEF\xBF\xBD\n\n", ""},
-        {{"text", "decode"}, html, "<b>\xC3\xA5 &lt; \xEF\xBF\xBD</b>", ""},
-        {{"text", "encode"}, "a<&", "a&lt;&amp;", ""},
-        {{"text", "strip"}, "", "", ""},
+        {{"text", "strip"}, html + "\n\n", "\xC3\xA5 &lt; \xEF\xBF\xBD\n\n"},
+        {{"text", "decode"}, html, "<b>\xC3\xA5 &lt; \xEF\xBF\xBD</b>"},
+        {{"text", "encode"}, "a<&", "a&lt;&amp;"},
+        {{"text", "strip"}, "", ""},
         {{"text", "strip", "--json"},
          "\"<i>a\\nb &#xD800;\"\n\r\n\"\\udc00\"",
-         "\"a\\nb \\ud800\"\n\"\\udc00\"\n",
-         ""},
+         "\"a\\nb \\ud800\"\n\"\\udc00\"\n"},
         {{"text", "strip", "--json"}, "\"a\"\n[]\n\"b\"\n", "\"a\"\n", "-:2:1: not a string\n[]\n^\n", 1},
         {{"text", "strip"}, "a\nb\xC3\n", "", "-:2:2: not UTF-8\nb\xEF\xBF\xBD\n ^\n", 1},
         {{"text", "strip"}, "a\xED\xA0\x80", "", "-:1:2: not UTF-8\na\xEF\xBF\xBD\n ^\n", 1},
@@ -322,14 +260,12 @@ TEST(Tool, DurationsAndColours) {
          "\"clock\":\"00:00\"}\n"
          "{\"days\":0,\"hours\":0,\"minutes\":0,\"seconds\":-1,\"countdown\":\"18446744073709551615 "
          "sekunder\","
-         "\"named\":\"00m18446744073709551615s\",\"clock\":\"00:18446744073709551615\"}\n",
-         ""},
+         "\"named\":\"00m18446744073709551615s\",\"clock\":\"00:18446744073709551615\"}\n"},
         {{"color", "#ff0033", "[00000]", "", "--", "--00000", "-h"},
          "",
          "{\"red\":1,\"green\":0,\"blue\":0.2,\"alpha\":1}\n{\"red\":0,\"green\":0,\"blue\":0,\"alpha\":1}"
          "\nnull\n"
-         "{\"red\":0,\"green\":0,\"blue\":0,\"alpha\":1}\nnull\n",
-         ""},
+         "{\"red\":0,\"green\":0,\"blue\":0,\"alpha\":1}\nnull\n"},
     });
     for (const std::string infinite : {"inf", "-inf"})
         EXPECT_TRUE(contains(run({"duration", infinite}).out, "106751991167300,"));
@@ -361,22 +297,18 @@ TEST(Tool, ListIsForPeople) {
              "(no title)" +
              gap +
              "    01:02:03\n"
-             "  video of a past broadcast | off air since 1970-01-01 00:00 UTC\n  no image\n",
-         ""},
+             "  video of a past broadcast | off air since 1970-01-01 00:00 UTC\n  no image\n"},
         {{"list", "--at", "0"},
          R"({"key":"category-42","_embedded":{"assets":[{}]}})",
          "Editorial \"category-42\": 1 asset\nSeen at 1970-01-01 00:00 UTC\n\n"
-         "(no title)\n  video on demand\n  ads, comments\n",
-         ""},
+         "(no title)\n  video on demand\n  ads, comments\n"},
         {{"list", "--at", "1e300"},
          R"({"seasonNumber":2,"title":"H&oslash;st","assets":[]})",
-         "Season 2 \"H\xC3\xB8st\": 0 episodes\nSeen at 1e+300 s from 1970\n",
-         ""},
+         "Season 2 \"H\xC3\xB8st\": 0 episodes\nSeen at 1e+300 s from 1970\n"},
         {{"list", "--at", "0"},
          R"({"id":1})",
          "Page of 0 assets\nNothing stands at _embedded.assets, and it is neither a season nor an editorial\n"
-         "Seen at 1970-01-01 00:00 UTC\n",
-         ""},
+         "Seen at 1970-01-01 00:00 UTC\n"},
     });
 }
 
@@ -395,12 +327,6 @@ TEST(Tool, BadInputHasItsPlace) {
          "",
          "-:1:7: something follows the document's value\n\xEF\xBB\xBF{} x\n   ^\n",
          1},
-        {{"map", "asset"}, std::string(kColoured), "", "-: " + std::string(kFault), 1},
-        {{"list"},
-         "{\"_embedded\":{\"assets\":[{}," + std::string(kColoured) + "]}}",
-         "",
-         "-: /_embedded/assets/1" + std::string(kFault),
-         1},
         {{"map", "asset", "no/such.json"},
          "",
          "",
@@ -411,9 +337,66 @@ TEST(Tool, BadInputHasItsPlace) {
     EXPECT_TRUE(run({"map", "asset"}, std::string(100'000, '[')).err.starts_with("-:1:1025: "));
 }
 
+TEST(Tool, FaultsOfMappingsHaveTheirPlace) {
+    const std::string asset(kFaultyAsset), assets = "{\"assets\":[{}," + asset + "]}";
+    const std::string category = R"({"additional":{"backgroundColor":5}})";
+    const struct {
+        Texts arguments;
+        std::string document, pointer;
+    } rows[] = {
+        {{"map", "asset"}, asset, {}},
+        {{"map", "assets"}, "{\"_embedded\":" + assets + "}", "/_embedded/assets/1"},
+        {{"facts", "asset"}, asset, {}},
+        {{"list"}, "{\"_embedded\":" + assets + "}", "/_embedded/assets/1"},
+        {{"list"}, "{\"key\":\"k\",\"_embedded\":" + assets + "}", "/_embedded/assets/1"},
+        {{"list"}, assets, "/assets/1"},
+        {{"next", "-", "--after", "1"}, assets, "/assets/1"},
+        {{"next", "-", "--video", example("asset.json")}, assets, "/assets/1"},
+        {{"next", example("season.json"), "--video", "-"}, asset, {}},
+    };
+    for (const auto& row : rows)
+        expect({{row.arguments, row.document, "", "-: " + row.pointer + std::string(kFault), 1}});
+    const std::string fault(kFault.substr(kFault.find("/additional")));
+    expect({{{"facts", "category"}, category, "", "-: " + fault, 1}});
+}
+
+// A command of the test's own that maps a document and forgets that it may fault, and others that throw.
+using Work = tool::ExitStatus (*)(const Texts& arguments, tool::Session& session);
+Work workOnTrial;
+
+TEST(Tool, WhateverACommandThrowsBecomesAMessage) {
+    const Folder folder;
+    const std::string file = folder.write("faulty.json", kFaultyAsset);
+    const struct {
+        Work work;
+        std::string message;
+    } rows[] = {
+        {[](const Texts& arguments, tool::Session& session) {
+             QELAssetMapper().mappedResponseFromJSONObject(session.readDocument(arguments[0]));
+             return tool::ExitStatus::success;
+         },
+         file + ": " + std::string(kFault)},
+        {[](const Texts&, tool::Session&) -> tool::ExitStatus { throw MappingFault("no such property"); },
+         "qelmodels: no such property\n"},
+        {[](const Texts&, tool::Session&) -> tool::ExitStatus { throw std::bad_alloc(); },
+         "qelmodels: not enough memory\n"},
+        {[](const Texts&, tool::Session&) -> tool::ExitStatus { throw std::length_error("too long"); },
+         "qelmodels: too long\n"},
+    };
+    const tool::AddCommand add = [](tool::CommandLine& commandLine) {
+        commandLine.addPlain("try", "FILE", "On trial", workOnTrial);
+    };
+    for (const auto& row : rows) {
+        workOnTrial = row.work;
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(tool::CommandLine(std::span(&add, 1)).run({"try", file}), tool::ExitStatus::badInput);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), row.message);
+    }
+}
+
 TEST(Tool, BadUsageIsOneLineThatPointsToHelp) {
     const std::string season = example("season.json");
-    const Arguments calls[] = {
+    const Texts calls[] = {
         {},
         {"bogus"},
         {"map"},
@@ -442,8 +425,20 @@ TEST(Tool, BadUsageIsOneLineThatPointsToHelp) {
         {"duration", "+1"},
         {"color"},
         {"color", "--compact"},
+        {"explain"},
+        {"explain", "film"},
+        {"explain", "season", "--key-path", "a"},
+        {"schema"},
+        {"schema", "film"},
+        {"generate", "csh"},
+        {"audit"},
+        {"audit", "asset"},
+        {"audit", "thing", season},
+        {"audit", "asset", season, "--json", "--html", "o"},
+        {"audit", "asset", season, "--threads", "0"},
+        {"audit", "assets", season, "--key-path", "a"},
     };
-    for (const Arguments& call : calls) {
+    for (const Texts& call : calls) {
         const Result result = run(call, "{}");
         SCOPED_TRACE(result.err);
         EXPECT_EQ(result.status, 2);
@@ -455,21 +450,24 @@ TEST(Tool, BadUsageIsOneLineThatPointsToHelp) {
 }
 
 TEST(Tool, HelpAndVersionWorkEverywhere) {
-    for (const std::string command :
-         {"", "list", "map", "facts", "next", "image-url", "text", "duration", "color"}) {
-        SCOPED_TRACE(command);
-        const Arguments base = command.empty() ? Arguments{} : Arguments{command};
-        const auto with = [&base](const std::string& option) {
-            Arguments arguments = base;
-            arguments.push_back(option);
-            return run(arguments);
-        };
-        const Result help = with("--help"), version = with("--version");
-        EXPECT_TRUE(contains(help.out, "Usage: qelmodels " + command));
-        EXPECT_TRUE(version.out.starts_with("qelmodels 1."));
-        for (const Result& result : {help, version}) {
-            EXPECT_EQ(result.status, 0);
+    Texts commands{""};
+    const std::string help = run({"--help"}).out;
+    const std::regex command("\n  ([a-z][-a-z]*) ");
+    for (std::sregex_iterator
+             at(help.begin() + static_cast<std::ptrdiff_t>(help.find("\nCommands:")), help.end(), command),
+         end;
+         at != end;
+         ++at)
+        commands.push_back(at->str(1));
+    EXPECT_GE(commands.size(), 12u);
+    for (const std::string& name : commands) {
+        SCOPED_TRACE(name);
+        for (const auto& [option, answer] : {std::pair("--help", "Usage: qelmodels " + name),
+                                             std::pair("--version", std::string("qelmodels 1."))}) {
+            const Result result = run(name.empty() ? Texts{option} : Texts{name, option});
+            EXPECT_TRUE(contains(result.out, answer)) << result.out;
             EXPECT_EQ(result.err, "");
+            EXPECT_EQ(result.status, 0);
         }
     }
     EXPECT_TRUE(contains(run({"map", "film", "--bogus", "--help"}).out, "Usage: "));
@@ -553,5 +551,4 @@ TEST(Display, ExcerptsPointAtThePlace) {
 }
 
 }  // namespace
-}  // namespace QELMODELS_ABI
-}  // namespace QELModels
+}  // namespace QELModels::test
