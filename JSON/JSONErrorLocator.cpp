@@ -9,7 +9,7 @@
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
-namespace jsonDetail {
+namespace detail {
 
 namespace {
 
@@ -206,6 +206,6 @@ JSONError locateError(std::string_view document, std::size_t maxDepth) {
     return Locator(document, maxDepth).locate();
 }
 
-}  // namespace jsonDetail
+}  // namespace detail
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

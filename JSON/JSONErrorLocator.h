@@ -8,12 +8,12 @@
 // The reader's own; applications have no use for it.
 namespace QELModels {
 inline namespace QELMODELS_ABI {
-namespace jsonDetail {
+namespace detail {
 
 /// The first mistake in a document that the reader has refused. Slow and simple, byte by byte: a reader that
 /// has to be fast need not know where it is.
 JSONError locateError(std::string_view document, std::size_t maxDepth);
 
-}  // namespace jsonDetail
+}  // namespace detail
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

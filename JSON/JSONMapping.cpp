@@ -7,7 +7,7 @@
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
-namespace jsonDetail {
+namespace detail {
 
 namespace {
 
@@ -43,8 +43,12 @@ private:
 
 }  // namespace
 
-Ref<ListBase> mappedList(JSONReader& reader, std::string_view bytes, std::string_view keyPath,
-                         const FEMMapping& mapping, JSONError* error, const FEMOptions& options) {
+Ref<ListBase> mappedList(JSONReader& reader,
+                         std::string_view bytes,
+                         std::string_view keyPath,
+                         const FEMMapping& mapping,
+                         JSONError* error,
+                         const FEMOptions& options) {
     const std::string listKeyPath = keyPathOfList(options.keyPath, keyPath);
     FEMCollection collection(mapping, {nullptr, options.zone, listKeyPath});
     Collector collector(collection);
@@ -52,6 +56,6 @@ Ref<ListBase> mappedList(JSONReader& reader, std::string_view bytes, std::string
     return collector.finish();
 }
 
-}  // namespace jsonDetail
+}  // namespace detail
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

@@ -10,14 +10,17 @@
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
-namespace jsonDetail {
+namespace detail {
 
 /// The list at a key path, mapped while it is read, as `mappedResponseFromJSON` says; without an observer.
-QELMODELS_EXPORT Ref<ListBase> mappedList(JSONReader& reader, std::string_view bytes,
-                                          std::string_view keyPath, const FEMMapping& mapping,
-                                          JSONError* error, const FEMOptions& options);
+QELMODELS_EXPORT Ref<ListBase> mappedList(JSONReader& reader,
+                                          std::string_view bytes,
+                                          std::string_view keyPath,
+                                          const FEMMapping& mapping,
+                                          JSONError* error,
+                                          const FEMOptions& options);
 
-}  // namespace jsonDetail
+}  // namespace detail
 
 /// Models straight from the bytes of a document, which is not kept: a large page is never held as a whole,
 /// which is quicker too. The result is the mapper's, and null when the document is not JSON: then `error`,
@@ -27,8 +30,11 @@ QELMODELS_EXPORT Ref<ListBase> mappedList(JSONReader& reader, std::string_view b
 /// such as writing to the log, may have been done when a mistake further down in a page is found. With an
 /// observer, a page is read as a whole. Map rules and observers leave the reader alone.
 template <QELMapperProtocol Mapper>
-auto mappedResponseFromJSON(JSONReader& reader, std::string_view bytes, const Mapper& mapper,
-                            JSONError* error = nullptr, const FEMOptions& options = {})
+auto mappedResponseFromJSON(JSONReader& reader,
+                            std::string_view bytes,
+                            const Mapper& mapper,
+                            JSONError* error = nullptr,
+                            const FEMOptions& options = {})
     -> decltype(mapper.mappedResponseFromJSONObject(std::declval<RepresentationView>(), nullptr, options)) {
     // A reader keeps its memory for what it lends, so that may not be much.
     if (bytes.size() <= JSONReader::kUsualWindow) {
@@ -40,7 +46,7 @@ auto mappedResponseFromJSON(JSONReader& reader, std::string_view bytes, const Ma
         if (options.observer == nullptr) {
             using Model = typename Mapper::Model;
             const FEMMapping mapping = Model::defaultMapping();
-            auto list = jsonDetail::mappedList(reader, bytes, mapper.listKeyPath(), mapping, error, options);
+            auto list = detail::mappedList(reader, bytes, mapper.listKeyPath(), mapping, error, options);
             return Ref<List<Model>>::adopt(static_cast<const List<Model>*>(list.release()));
         }
     }

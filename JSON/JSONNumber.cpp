@@ -11,7 +11,7 @@
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
-namespace jsonDetail {
+namespace detail {
 
 namespace {
 
@@ -130,6 +130,6 @@ NumberOutcome readNumber(const char*& at, Number& number) noexcept {
     return NumberOutcome::read;
 }
 
-}  // namespace jsonDetail
+}  // namespace detail
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

@@ -8,7 +8,7 @@
 // The reader's own; applications have no use for it.
 namespace QELModels {
 inline namespace QELMODELS_ABI {
-namespace jsonDetail {
+namespace detail {
 
 enum class NumberOutcome : std::uint8_t { read, malformed, tooLarge };
 
@@ -16,6 +16,6 @@ enum class NumberOutcome : std::uint8_t { read, malformed, tooLarge };
 /// belong to a number stands behind the text. Unless the outcome is `read`, `at` stays where it is.
 NumberOutcome readNumber(const char*& at, Number& number) noexcept;
 
-}  // namespace jsonDetail
+}  // namespace detail
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

@@ -11,18 +11,19 @@
 
 #include "JSON/JSONErrorLocator.h"
 #include "JSON/JSONWalker.h"
-#include "QELModels/Representation/RepresentationBuilder.h"
+#include "QELModels/Representation/detail/RepresentationNodes.h"
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
 namespace {
 
-using jsonDetail::Containers;
-using jsonDetail::kUsualDepth;
-using jsonDetail::nodesNeeded;
-using jsonDetail::Walker;
-using jsonDetail::WalkerPlace;
+using detail::Containers;
+using detail::kUsualDepth;
+using detail::nodesNeeded;
+using detail::RepresentationNodes;
+using detail::Walker;
+using detail::WalkerPlace;
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::size_t kMostBytes = simdjson::SIMDJSON_MAXSIZE_BYTES;
@@ -113,15 +114,14 @@ private:
 // Memory for what is lent, one value after the other.
 struct JSONReader::Scratch {
     Scratch(std::size_t bytes, Zone* zone)
-        : builder(nodesNeeded(bytes / kBytesPerStructural, kUsualDepth), bytes, zone),
-          text(builder.reserveText(bytes)),
+        : nodes(nodesNeeded(bytes / kBytesPerStructural, kUsualDepth), bytes, zone),
+          text(nodes.writer().allocate<char>(bytes)),
           textBytes(bytes) {}
 
     std::size_t bytes() const noexcept {
-        return textBytes + builder.nodeCapacity() * sizeof(RepresentationNode);
+        return textBytes + nodes.capacity() * sizeof(detail::RepresentationNode);
     }
-
-    RepresentationBuilder builder;
+    RepresentationNodes nodes;
     char* text;
     std::size_t textBytes;
 };
@@ -136,14 +136,13 @@ struct JSONReader::Memory {
     // bytes of the document are `behind` it, and other texts of `usual` bytes will follow.
     Outcome take(std::string_view text, std::size_t behind, std::size_t usual, Zone* zone) {
         const std::size_t bytes = text.size() + simdjson::SIMDJSON_PADDING;
-        if (scratch == nullptr || scratch->textBytes < bytes || scratch->builder.isKept())
+        if (scratch == nullptr || scratch->textBytes < bytes || scratch->nodes.isKept())
             scratch = std::make_unique<Scratch>(std::max(bytes, usual + simdjson::SIMDJSON_PADDING), zone);
         const Outcome outcome = index.find(text, behind, scratch->text);
         if (outcome == Outcome::done) {
             // As deep as containers may nest before there is made more room for them.
-            const std::size_t nodes = nodesNeeded(index.size(), containers.size());
-            RepresentationBuilder& builder = scratch->builder;
-            if (builder.nodeCapacity() < nodes) builder.growNodes(0, nodes);
+            const std::size_t needed = nodesNeeded(index.size(), containers.size());
+            if (scratch->nodes.capacity() < needed) scratch->nodes.grow(0, needed);
         }
         return outcome;
     }
@@ -154,7 +153,9 @@ struct JSONReader::Memory {
 // through token by token here, everything else value by value by a `Walker`.
 class JSONReader::ElementsWalk {
 public:
-    ElementsWalk(JSONReader& reader, std::string_view document, std::string_view keyPath,
+    ElementsWalk(JSONReader& reader,
+                 std::string_view document,
+                 std::string_view keyPath,
                  JSONElementHandler& handler)
         : memory_(*reader.memory_),
           zone_(reader.zone_),
@@ -167,7 +168,7 @@ public:
         if (!look(0, window_)) return failure_;
         bool isOnPath = true;
         do {
-            if (!(isOnPath ? valueOnPath() : read() != 0)) return failure_;
+            if (!(isOnPath ? valueOnPath() : read())) return failure_;
         } while (nextMember(isOnPath));
         const bool isAtEnd = isLast_ && place_.structural == memory_.index.end();
         return level_ == 0 && isAtEnd ? Outcome::done : failure_;
@@ -178,7 +179,7 @@ private:
     char peek() const noexcept { return text()[*place_.structural]; }
     char take() noexcept { return text()[*place_.structural++]; }
     Walker walker() const noexcept {
-        return {text(), text() + size_, place_, memory_.containers, depthLeft_, memory_.scratch->builder};
+        return {text(), text() + size_, place_, memory_.containers, depthLeft_, memory_.scratch->nodes};
     }
 
     // Looks at the document from there on, for no more than `length` bytes if a window can end there.
@@ -202,26 +203,25 @@ private:
         return true;
     }
 
-    // How many nodes the next value takes; 0 when it is not well formed.
-    std::size_t read() {
+    // Reads the next value, unless it is not well formed.
+    bool read() {
         for (;;) {
             std::size_t from = *place_.structural;
             // One that the window hardly holds is better looked at from its start at once. That is worth it
             // where half of the window is done with.
             if (!isLast_ && from > size_ / 2 && size_ - from < longest_) {
-                if (!look(begin_ + from, window_)) return 0;
+                if (!look(begin_ + from, window_)) return false;
                 from = *place_.structural;
             }
             Walker walker = this->walker();
-            const std::size_t nodes = walker.walk();
-            if (nodes != 0) {
+            if (walker.walk() != 0) {
                 place_ = walker.place();
                 longest_ = std::max(longest_, *place_.structural - from);
-                return nodes;
+                return true;
             }
             // A value that goes on behind the window is looked at from its start, in a larger one if need be.
-            if (isLast_ || walker.place().structural <= memory_.index.end()) return 0;
-            if (!look(begin_ + from, from == 0 ? 2 * length_ : window_)) return 0;
+            if (isLast_ || walker.place().structural <= memory_.index.end()) return false;
+            if (!look(begin_ + from, from == 0 ? 2 * length_ : window_)) return false;
         }
     }
 
@@ -229,7 +229,7 @@ private:
     // bracket.
     bool valueOnPath() {
         if (level_ == keys_.size() && peek() == '[') return elements();
-        if (level_ == keys_.size() || peek() != '{') return read() != 0;
+        if (level_ == keys_.size() || peek() != '{') return read();
         if (depthLeft_ == 0) return false;
         take();
         --depthLeft_;
@@ -271,10 +271,9 @@ private:
         longest_ = 0;
         char token = peek() == ']' ? take() : ',';
         for (; token != ']'; token = take()) {
-            const std::size_t nodes = token == ',' ? read() : 0;
-            if (nodes == 0) return false;
-            handler_.element(memory_.scratch->builder.lendNodes(nodes));
-            if (memory_.scratch->builder.isKept() && !leaveMemory()) return false;
+            if (token != ',' || !read()) return false;
+            handler_.element(memory_.scratch->nodes.lend());
+            if (memory_.scratch->nodes.isKept() && !leaveMemory()) return false;
         }
         ++depthLeft_;
         return true;
@@ -325,7 +324,7 @@ bool JSONReader::attempt(std::string_view bytes, JSONError* error, const Read& r
         outcome = read(bytes.substr(bytes.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0));
     if (outcome == Outcome::done || error == nullptr) return outcome == Outcome::done;
     if (outcome == Outcome::malformed)
-        *error = jsonDetail::locateError(bytes, maxDepth_);
+        *error = detail::locateError(bytes, maxDepth_);
     else
         *error = {.reason = "a document of 4 GB or more"};
     return false;
@@ -345,16 +344,17 @@ std::optional<RepresentationView> JSONReader::lend(std::string_view bytes, JSONE
     attempt(bytes, error, [&](std::string_view document) {
         const Outcome outcome = memory_->take(document, 0, kUsualWindow, zone_);
         if (outcome != Outcome::done) return outcome;
-        RepresentationBuilder& builder = memory_->scratch->builder;
-        const std::size_t nodes = walk(memory_->scratch->text, document.size(), builder);
-        if (nodes == 0) return Outcome::malformed;
-        result = builder.lendNodes(nodes);
+        RepresentationNodes& nodes = memory_->scratch->nodes;
+        if (walk(memory_->scratch->text, document.size(), nodes) == 0) return Outcome::malformed;
+        result = nodes.lend();
         return Outcome::done;
     });
     return result;
 }
 
-bool JSONReader::readElements(std::string_view bytes, std::string_view keyPath, JSONElementHandler& handler,
+bool JSONReader::readElements(std::string_view bytes,
+                              std::string_view keyPath,
+                              JSONElementHandler& handler,
                               JSONError* error) {
     return attempt(bytes, error, [&](std::string_view document) {
         return ElementsWalk(*this, document, keyPath, handler).walk();
@@ -365,38 +365,39 @@ bool JSONReader::readElements(std::string_view bytes, std::string_view keyPath, 
 // characters are found in that copy, so that the document is read from memory once. Of a small document, the
 // copy has a block of its own, which a record may keep instead of copying texts.
 JSONReader::Outcome JSONReader::readApart(std::string_view bytes, std::optional<Representation>& result) {
-    BlockWriter texts(bytes.size() + simdjson::SIMDJSON_PADDING, zone_);
+    detail::BlockWriter texts(bytes.size() + simdjson::SIMDJSON_PADDING, zone_);
     char* const text = texts.allocate<char>(bytes.size() + simdjson::SIMDJSON_PADDING);
     const Outcome outcome = memory_->index.find(bytes, 0, text);
     if (outcome != Outcome::done) return outcome;
-    RepresentationBuilder builder(nodesNeeded(memory_->index.size(), kUsualDepth), 0, zone_);
-    builder.takeTexts(texts);
-    return finish(walk(text, bytes.size(), builder), builder, result);
+    RepresentationNodes nodes(nodesNeeded(memory_->index.size(), kUsualDepth), 0, zone_);
+    nodes.writer().keeper().takeTexts(texts);
+    return finish(walk(text, bytes.size(), nodes), nodes, result);
 }
 
 // Of a large one, the nodes lie behind the copy, so that the system's memory is kept for the next one.
 JSONReader::Outcome JSONReader::readInOnePiece(std::string_view bytes,
                                                std::optional<Representation>& result) {
-    RepresentationBuilder builder(0, bytes.size() + simdjson::SIMDJSON_PADDING, zone_);
-    char* const text = builder.reserveText(bytes.size() + simdjson::SIMDJSON_PADDING);
+    RepresentationNodes nodes(0, bytes.size() + simdjson::SIMDJSON_PADDING, zone_);
+    char* const text = nodes.writer().allocate<char>(bytes.size() + simdjson::SIMDJSON_PADDING);
     const Outcome outcome = memory_->index.find(bytes, 0, text);
     if (outcome != Outcome::done) return outcome;
-    char* const moved = builder.reserveNodesBehind(text, nodesNeeded(memory_->index.size(), kUsualDepth));
-    return finish(walk(moved, bytes.size(), builder), builder, result);
+    char* const moved = nodes.extendAfter(text, nodesNeeded(memory_->index.size(), kUsualDepth));
+    return finish(walk(moved, bytes.size(), nodes), nodes, result);
 }
 
 // How many nodes the document takes whose structural characters are found; 0 when it is not well formed.
-std::size_t JSONReader::walk(char* text, std::size_t size, RepresentationBuilder& builder) {
+std::size_t JSONReader::walk(char* text, std::size_t size, RepresentationNodes& nodes) {
     const WalkerPlace start{memory_->index.first(), text};
-    Walker walker(text, text + size, start, memory_->containers, maxDepth_, builder);
-    const std::size_t nodes = walker.walk();
-    return walker.place().structural == memory_->index.end() ? nodes : 0;
+    Walker walker(text, text + size, start, memory_->containers, maxDepth_, nodes);
+    const std::size_t count = walker.walk();
+    return walker.place().structural == memory_->index.end() ? count : 0;
 }
 
-JSONReader::Outcome JSONReader::finish(std::size_t nodes, RepresentationBuilder& builder,
+JSONReader::Outcome JSONReader::finish(std::size_t count,
+                                       RepresentationNodes& nodes,
                                        std::optional<Representation>& result) {
-    if (nodes == 0) return Outcome::malformed;
-    result = builder.finishNodes(nodes);
+    if (count == 0) return Outcome::malformed;
+    result = nodes.finish(count);
     return Outcome::done;
 }
 

@@ -13,7 +13,9 @@
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
-class RepresentationBuilder;
+namespace detail {
+class RepresentationNodes;
+}
 
 /// Why a document is no JSON, and where: of several mistakes the one that stands first.
 ///
@@ -80,7 +82,9 @@ public:
     /// its end there are no elements. False when the document is not JSON: elements in front of the mistake
     /// were lent all the same. The handler leaves this reader alone. Throws `std::bad_alloc`, and what the
     /// handler throws.
-    bool readElements(std::string_view bytes, std::string_view keyPath, JSONElementHandler& handler,
+    bool readElements(std::string_view bytes,
+                      std::string_view keyPath,
+                      JSONElementHandler& handler,
                       JSONError* error = nullptr);
 
 private:
@@ -94,8 +98,9 @@ private:
     bool attempt(std::string_view bytes, JSONError* error, const Read& read);
     Outcome readApart(std::string_view bytes, std::optional<Representation>& result);
     Outcome readInOnePiece(std::string_view bytes, std::optional<Representation>& result);
-    std::size_t walk(char* text, std::size_t size, RepresentationBuilder& builder);
-    static Outcome finish(std::size_t nodes, RepresentationBuilder& builder,
+    std::size_t walk(char* text, std::size_t size, detail::RepresentationNodes& nodes);
+    static Outcome finish(std::size_t count,
+                          detail::RepresentationNodes& nodes,
                           std::optional<Representation>& result);
 
     std::size_t maxDepth_;

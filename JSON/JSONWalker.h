@@ -13,14 +13,15 @@
 
 #include "JSON/JSONNumber.h"
 #include "QELModels/Platform/Export.h"
-#include "QELModels/Representation/RepresentationBuilder.h"
+#include "QELModels/Platform/detail/KeyHash.h"
+#include "QELModels/Representation/detail/RepresentationNodes.h"
 #include "QELModels/Values/Text.h"
 
 // The reader's own, and part of its source alone: nothing of it has a name outside, so that the compiler
 // knows every call and what it changes (which is worth 2 % of all instructions).
 namespace QELModels {
 inline namespace QELMODELS_ABI {
-namespace jsonDetail {
+namespace detail {
 namespace {
 
 inline constexpr std::uint8_t kNoHexDigit = 0xFF;
@@ -263,23 +264,23 @@ struct WalkerPlace {
 // needs.
 class Walker {
 public:
-    // `end` is that of the text, where a blank stands; `builder` has room for its nodes at the depth of
+    // `end` is that of the text, where a blank stands; `nodes` has room for it at the depth of
     // `containers`.
     Walker(char* text,
            char* end,
            WalkerPlace place,
            Containers& containers,
            std::size_t maxDepth,
-           RepresentationBuilder& builder) noexcept
+           RepresentationNodes& nodes) noexcept
         : text_(text),
           structural_(place.structural),
           plainUntil_(place.plainUntil),
-          next_(builder.nodes()),
+          next_(nodes.first()),
           container_(containers.data()),
           end_(end),
           depthLeft_(maxDepth),
           containers_(containers),
-          builder_(builder) {}
+          nodes_(nodes) {}
 
     // Behind what was read.
     WalkerPlace place() const noexcept { return {structural_, plainUntil_}; }
@@ -360,7 +361,7 @@ private:
 
     char* take() noexcept { return text_ + *structural_++; }
     char peek() const noexcept { return text_[*structural_]; }
-    std::size_t count() const noexcept { return static_cast<std::size_t>(next_ - builder_.nodes()); }
+    std::size_t count() const noexcept { return static_cast<std::size_t>(next_ - nodes_.first()); }
 
     // Field by field, which makes for the fewest instructions.
     [[gnu::always_inline]] void append(Tag tag, std::uint64_t bits) noexcept {
@@ -403,18 +404,19 @@ private:
         containers_.resize(2 * depth);
         container_ = &containers_[depth - 1];
         const std::size_t used = count();
-        builder_.growNodes(used, builder_.nodeCapacity() + depth / 2);
-        next_ = builder_.nodes() + used;
+        nodes_.grow(used, nodes_.capacity() + depth / 2);
+        next_ = nodes_.first() + used;
     }
 
     // Whether it was the outermost container.
     [[gnu::always_inline]] bool close() {
-        Node* node = builder_.nodes() + container_->node;
+        Node* node = nodes_.first() + container_->node;
         node->size = size_;
-        if (container_->mayRepeatKeys || size_ > RepresentationBuilder::kMostMembersScanned) [[unlikely]] {
+        if (container_->mayRepeatKeys || size_ > RepresentationNodes::kMostMembersScanned) [[unlikely]] {
             if (container_->isDictionary) {
-                next_ = builder_.closeDictionary(container_->node, count());
-                node = builder_.nodes() + container_->node;
+                const std::size_t closed = nodes_.closeDictionary(container_->node, count());
+                next_ = nodes_.first() + closed;
+                node = nodes_.first() + container_->node;
             }
         }
         node->bits = static_cast<std::uint64_t>(next_ - node) |
@@ -428,13 +430,13 @@ private:
     [[gnu::always_inline]] bool key() {
         std::string_view key;
         if (!keyText(key)) return false;
-        const std::uint16_t hash = detail::quotedKeyHash(key.data(), key.size());
+        const std::uint16_t hash = quotedKeyHash(key.data(), key.size());
         append(key, hash);
         std::uint64_t& word = container_->keysSeen[hash >> 14];
         const std::uint64_t seen = word;
         const unsigned bit = hash >> 8 & 63;
         if ((seen >> bit & 1) != 0) [[unlikely]]
-            container_->mayRepeatKeys |= isAmong(builder_.nodes() + container_->node + 1, size_, hash);
+            container_->mayRepeatKeys |= isAmong(nodes_.first() + container_->node + 1, size_, hash);
         word = seen | std::uint64_t{1} << bit;
         return true;
     }
@@ -444,10 +446,10 @@ private:
     [[gnu::noinline]] static bool isAmong(const Node* member,
                                           std::uint32_t members,
                                           std::uint16_t hash) noexcept {
-        if (members > RepresentationBuilder::kMostMembersScanned) return true;
+        if (members > RepresentationNodes::kMostMembersScanned) return true;
         for (std::uint32_t left = members; left != 0; --left) {
             if (member->keyHash == hash) return true;
-            member += 1 + (member + 1)->extent();
+            member = member->nextMember();
         }
         return false;
     }
@@ -497,7 +499,7 @@ private:
     static std::optional<Node> otherNumber(const char* at) {
         Number number;
         if (readNumber(at, number) != NumberOutcome::read || !endsWord(*at)) return std::nullopt;
-        return RepresentationBuilder::node(number);
+        return RepresentationNodes::node(number);
     }
 
     // Reads the text whose opening quote stands at `quote`, unless it holds a bad escape. Between the closing
@@ -529,10 +531,10 @@ private:
     char* const end_;
     std::size_t depthLeft_;
     Containers& containers_;
-    RepresentationBuilder& builder_;
+    RepresentationNodes& nodes_;
 };
 
 }  // namespace
-}  // namespace jsonDetail
+}  // namespace detail
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

@@ -43,6 +43,8 @@
 
 namespace {
 
+using QELModels::detail::RepresentationAccess;
+
 using namespace QELModels;
 
 constexpr std::size_t kMaxBytes = std::size_t{1} << 16;
@@ -81,7 +83,7 @@ struct Told {
     std::string pointer;
     const Property* property;
     FEMOutcome outcome;
-    const RepresentationNode* node;
+    const detail::RepresentationNode* node;
 
     bool operator==(const Told&) const = default;
 };
@@ -204,13 +206,15 @@ private:
         if (rule.property->kind == PropertyKind::url && value->isString()) ++refusedURLs;
     }
 
-    void tell(const std::string& pointer, const Property* property, std::optional<RepresentationView> value,
+    void tell(const std::string& pointer,
+              const Property* property,
+              std::optional<RepresentationView> value,
               bool isSet) {
         const FEMOutcome outcome = !value            ? FEMOutcome::missing
                                    : value->isNull() ? FEMOutcome::null
                                    : isSet           ? FEMOutcome::set
                                                      : FEMOutcome::wrongKind;
-        told.push_back({pointer, property, outcome, value ? value->node() : nullptr});
+        told.push_back({pointer, property, outcome, value ? RepresentationAccess::node(*value) : nullptr});
     }
 };
 
@@ -222,7 +226,7 @@ public:
         told.push_back({event.path.pointer(),
                         event.property,
                         event.outcome,
-                        event.value ? event.value->node() : nullptr});
+                        event.value ? RepresentationAccess::node(*event.value) : nullptr});
     }
 };
 
@@ -470,7 +474,8 @@ std::optional<RepresentationView> valueAt(RepresentationView value, std::string_
 void checkFault(RepresentationView document, const std::string& pointer, const Told& last) {
     const auto value = valueAt(document, pointer);
     require(value && !value->isNull() && !value->isString(), "a fault is a value, neither null nor a string");
-    require(last.pointer == pointer && last.node == value->node(), "a fault ends the mapping");
+    require(last.pointer == pointer && last.node == RepresentationAccess::node(*value),
+            "a fault ends the mapping");
 }
 
 template <class Mapper>
@@ -577,7 +582,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     return 0;
 }
 
-extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t maxSize,
+extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data,
+                                               std::size_t size,
+                                               std::size_t maxSize,
                                                unsigned seed) {
     const std::string input(reinterpret_cast<const char*>(data), size);
     const std::size_t start = startOfDocument(input);

@@ -3,7 +3,7 @@
 
 #include <QELModels/Categories/NSString+HTMLRemoval.h>
 #include <QELModels/Categories/detail/HTMLCleaning.h>
-#include <QELModels/Memory/Block.h>
+#include <QELModels/Memory/detail/BlockArena.h>
 #include <QELModels/Values/Text.h>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -40,9 +40,9 @@ struct Exact {
 void expectNoneOfTheSlack(std::string_view text, std::string_view result) {
     for (const std::string_view behind : {"<", ">", "a>", "&", ";", "amp;lt;", "#65;", "\xED\xB8\x80"}) {
         std::string slack;
-        while (slack.size() < Block::kSlack)
+        while (slack.size() < detail::kSlack)
             slack += behind;
-        slack.resize(Block::kSlack);
+        slack.resize(detail::kSlack);
         const Exact from(std::string(text) + slack);
         const Exact to(std::string(from.size, '?'));
         const std::size_t size =

@@ -29,6 +29,8 @@
 
 namespace {
 
+using QELModels::detail::RepresentationAccess;
+
 using namespace QELModels;
 using namespace std::string_literals;
 using test::CountingZone;
@@ -231,7 +233,9 @@ TEST(JSONReader, TextsOfEveryLengthAndPlace) {
 /// How many nodes and bytes of text each container takes, as both makers of representations have to note.
 std::vector<std::pair<std::size_t, std::size_t>> extents(RepresentationView view) {
     std::vector<std::pair<std::size_t, std::size_t>> result;
-    for (const RepresentationNode* node = view.node(); node != view.node() + view.node()->extent(); ++node) {
+    for (const detail::RepresentationNode* node = RepresentationAccess::node(view);
+         node != RepresentationAccess::node(view) + RepresentationAccess::node(view)->extent();
+         ++node) {
         if (node->isContainer()) result.emplace_back(node->extent(), node->textBytes());
     }
     return result;

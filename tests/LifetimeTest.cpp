@@ -348,8 +348,8 @@ TEST(NothingHalfMade, WhenMemoryRunsOut) {
 }
 
 TEST(Lifetime, WhatIsPutIntoARecordIsKeptAlsoWhenItIsACopy) {
-    BlockWriter writer(ObjectAccess::size(QELAsset::objectClass));
-    Object* asset = ObjectAccess::construct(QELAsset::objectClass, writer);
+    detail::BlockWriter writer(detail::ObjectAccess::size(QELAsset::objectClass));
+    Object* asset = detail::ObjectAccess::construct(QELAsset::objectClass, writer);
     {
         const auto category = copy(*mapped<QELCategory>(R"({"title": "Nyheter"})"));
         ASSERT_TRUE(QELAsset::objectClass.property("category")->setValue(*asset, Value(category), writer));

@@ -219,23 +219,38 @@ public:
     static const ObjectClass objectClass;
     static const FEMRules defaultRules;
 };
-constexpr auto declaredOfCrate = declare<Crate>(
-    property<&Crate::twice>("twice"), property<&Crate::both>("both"), property<&Crate::alsoBoth>("alsoBoth"),
-    property<&Crate::whole>("whole"), property<&Crate::sixteen>("sixteen"),
-    property<&Crate::seventeen>("seventeen"), property<&Crate::thirtyTwo>("thirtyTwo"),
-    property<&Crate::thirtyThree>("thirtyThree"), property<&Crate::otherThirtyThree>("otherThirtyThree"),
-    property<&Crate::part>("part"), property<&Crate::innerPart>("innerPart"),
-    property<&Crate::innerAsItIs>("innerAsItIs"), property<&Crate::rowAsItIs>("rowAsItIs"),
-    property<&Crate::inner>("inner"), property<&Crate::row>("row"));
-constexpr auto rulesOfCrate = mapping<declaredOfCrate>(
-    attribute<&Crate::twice>("first"), attribute<&Crate::twice>("second"), attribute<&Crate::both>("shared"),
-    attribute<&Crate::alsoBoth>("shared"), attribute<&Crate::whole>("a"), attribute<&Crate::part>("a.b"),
-    attribute<&Crate::sixteen>("aKeyOfSixteen_16"), attribute<&Crate::seventeen>("aKeyOfSeventeen17"),
-    attribute<&Crate::thirtyTwo>("aKeyOfThirtyTwo_aKeyOfThirtyTwo_"),
-    attribute<&Crate::thirtyThree>("aKeyOfThirtyThree_BeforeItsMiddle"),
-    attribute<&Crate::otherThirtyThree>("aKeyOfThirtyThree_behindItsMIDDLE"),
-    attribute<&Crate::innerAsItIs>("inner"), attribute<&Crate::innerPart>("inner.a.b"),
-    attribute<&Crate::rowAsItIs>("row"), relationship<&Crate::inner>(), relationship<&Crate::row>());
+constexpr auto declaredOfCrate = declare<Crate>(property<&Crate::twice>("twice"),
+                                                property<&Crate::both>("both"),
+                                                property<&Crate::alsoBoth>("alsoBoth"),
+                                                property<&Crate::whole>("whole"),
+                                                property<&Crate::sixteen>("sixteen"),
+                                                property<&Crate::seventeen>("seventeen"),
+                                                property<&Crate::thirtyTwo>("thirtyTwo"),
+                                                property<&Crate::thirtyThree>("thirtyThree"),
+                                                property<&Crate::otherThirtyThree>("otherThirtyThree"),
+                                                property<&Crate::part>("part"),
+                                                property<&Crate::innerPart>("innerPart"),
+                                                property<&Crate::innerAsItIs>("innerAsItIs"),
+                                                property<&Crate::rowAsItIs>("rowAsItIs"),
+                                                property<&Crate::inner>("inner"),
+                                                property<&Crate::row>("row"));
+constexpr auto rulesOfCrate =
+    mapping<declaredOfCrate>(attribute<&Crate::twice>("first"),
+                             attribute<&Crate::twice>("second"),
+                             attribute<&Crate::both>("shared"),
+                             attribute<&Crate::alsoBoth>("shared"),
+                             attribute<&Crate::whole>("a"),
+                             attribute<&Crate::part>("a.b"),
+                             attribute<&Crate::sixteen>("aKeyOfSixteen_16"),
+                             attribute<&Crate::seventeen>("aKeyOfSeventeen17"),
+                             attribute<&Crate::thirtyTwo>("aKeyOfThirtyTwo_aKeyOfThirtyTwo_"),
+                             attribute<&Crate::thirtyThree>("aKeyOfThirtyThree_BeforeItsMiddle"),
+                             attribute<&Crate::otherThirtyThree>("aKeyOfThirtyThree_behindItsMIDDLE"),
+                             attribute<&Crate::innerAsItIs>("inner"),
+                             attribute<&Crate::innerPart>("inner.a.b"),
+                             attribute<&Crate::rowAsItIs>("row"),
+                             relationship<&Crate::inner>(),
+                             relationship<&Crate::row>());
 constinit const FEMRules Crate::defaultRules = rulesOfCrate;
 constinit const ObjectClass Crate::objectClass(describe<declaredOfCrate>("Crate"));
 
@@ -334,11 +349,11 @@ TEST(Engine, appliesRulesThatGetInEachOthersWayInOrder) {
 TEST(Engine, readsEmptyTextsThatLieNowhere) {
     RepresentationBuilder builder;
     builder.beginDictionary();
-    builder.keyInPlace({});
+    builder.key("");
     builder.null();
     for (const std::string_view key : {"title", "status", "articleUrl"}) {
         builder.key(key);
-        builder.stringInPlace({});
+        builder.string("");
     }
     builder.endDictionary();
     const auto asset =

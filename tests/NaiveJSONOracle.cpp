@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "QELModels/Representation/detail/RepresentationAccess.h"
 #include "QELModels/Values/Text.h"
 
 namespace NaiveJSONOracle {
@@ -19,6 +20,8 @@ using QELModels::RepresentationView;
 using QELModels::Text;
 
 namespace {
+
+using QELModels::detail::RepresentationAccess;
 
 struct Failure {
     std::size_t offset;
@@ -312,7 +315,8 @@ bool isSame(const Value& value, RepresentationView view) {
             for (const auto [key, found] : view.members()) {
                 const auto lookedUp = view.valueForKey(key);
                 if (!isText(value.keys[i], key) || !isSame(value.elements[i], found)) return false;
-                if (!lookedUp || lookedUp->node() != found.node()) return false;
+                if (!lookedUp || RepresentationAccess::node(*lookedUp) != RepresentationAccess::node(found))
+                    return false;
                 ++i;
             }
             return true;
@@ -321,8 +325,10 @@ bool isSame(const Value& value, RepresentationView view) {
     return false;
 }
 
-std::string disagreement(std::string_view document, const std::optional<Representation>& representation,
-                         const JSONError& error, std::size_t maxDepth) {
+std::string disagreement(std::string_view document,
+                         const std::optional<Representation>& representation,
+                         const JSONError& error,
+                         std::size_t maxDepth) {
     const Result expected = read(document, maxDepth);
     if (expected.value) {
         if (!representation) return "refused: " + error.reason + " at " + std::to_string(error.offset);

@@ -22,6 +22,8 @@
 
 namespace {
 
+using QELModels::detail::RepresentationAccess;
+
 using namespace QELModels;
 using detail::keyHash;
 using detail::quotedKeyHash;
@@ -333,7 +335,7 @@ RC_GTEST_PROP(Representation, KeepsMembersLikeAList, (std::uint64_t seed)) {
     for (const auto& [key, value] : expected) {
         RC_ASSERT((*member).key == key);
         const auto found = built.view().valueForKey(key);
-        RC_ASSERT(found && found->node() == (*member).value.node());
+        RC_ASSERT(found && RepresentationAccess::node(*found) == RepresentationAccess::node((*member).value));
         RC_ASSERT((value % 4 == 0 ? *found->elements().begin() : *found).number() == Number(value));
         ++member;
     }
@@ -516,9 +518,9 @@ TEST(RepresentationBuilder, SurvivesFailingAllocations) {
             const Representation value = builder.finish();
             EXPECT_EQ(value.view().size(), 200u);
 
-            BlockWriter writer(64, &zone);
-            const RepresentationNode* copy = copyRepresentation(value, writer);
-            EXPECT_EQ(RepresentationView::at(copy, writer.block()), value.view());
+            detail::BlockWriter writer(64, &zone);
+            const detail::RepresentationNode* copy = RepresentationAccess::copy(value, writer);
+            EXPECT_EQ(RepresentationAccess::at(copy, writer.block()), value.view());
             EXPECT_GT(failAt, 8u);
             return;
         } catch (const std::bad_alloc&) {

@@ -42,12 +42,12 @@ void FEMCollection::clear() noexcept {
 
 Ref<ListBase> FEMCollection::finish() {
     std::vector<Ref<Object>>& list = elements_->list;
-    BlockWriter writer(detail::roomForListOfRoots(list.size()), elements_->options.zone);
+    detail::BlockWriter writer(detail::roomForListOfRoots(list.size()), elements_->options.zone);
     const auto** objects = writer.allocate<const Object*>(list.size());
-    writer.expectKept(list.size());
+    writer.keeper().expect(list.size());
     for (std::size_t i = 0; i < list.size(); ++i) {
         objects[i] = list[i].get();
-        writer.keep(list[i]->block());
+        writer.keeper().keep(list[i]->block());
     }
     const ListBase* made =
         detail::ObjectAccess::list(elements_->mapping.objectClass(), objects, list.size(), writer);

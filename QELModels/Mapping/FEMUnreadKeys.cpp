@@ -9,9 +9,11 @@
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
+using detail::RepresentationAccess;
+
 namespace {
 
-using Node = RepresentationNode;
+using Node = detail::RepresentationNode;
 
 // Which of the mapping's first keys a key is; their number when it is none of them.
 std::size_t positionOf(const Node& key, const FEMRules& rules) {
@@ -60,12 +62,12 @@ private:
     void lookInto(RepresentationView dictionary, std::size_t first, const FEMPath& at) {
         if (!dictionary.isDictionary()) return;
         const std::size_t last = readers_.size();
-        const Node* key = dictionary.node() + 1;
+        const Node* key = RepresentationAccess::node(dictionary) + 1;
         for (std::size_t left = dictionary.size(); left != 0; --left) {
-            const Node* node = key + 1;
             const Reading reading = pushReaders(*key, first, last);
             if (reading != Reading::whole) {
-                const RepresentationView value = RepresentationView::at(node, dictionary.block());
+                const RepresentationView value =
+                    RepresentationAccess::at(key->value(), RepresentationAccess::block(dictionary));
                 const FEMPath path = FEMPath::ofKey(at, key->string());
                 if (reading == Reading::none)
                     visit_(path, value);
@@ -73,7 +75,7 @@ private:
                     lookAt(value, last, path);
             }
             readers_.resize(last);
-            key = node + node->extent();
+            key = key->nextMember();
         }
     }
 

@@ -8,6 +8,10 @@
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
+using detail::BlockKeeper;
+using detail::BlockOrigin;
+using detail::BlockWriter;
+
 namespace {
 
 // A missing timeline stands before all others, and so does one that has no order.
@@ -26,14 +30,12 @@ Ref<List<QELAssetCuePoint>> sortedAdCuePoints(const QELAssetAdditional& addition
     const auto* cuePoints = additional.cuePoints();
     const std::size_t count = cuePoints == nullptr ? 0 : cuePoints->size();
     BlockWriter writer(
-        sizeof(ListBase) + count * sizeof(Object*) + BlockWriter::kRoomToKeep,
-        nullptr,
-        BlockWriter::Origin::copy);
+        sizeof(ListBase) + count * sizeof(Object*) + BlockKeeper::kBytesForFirst, nullptr, BlockOrigin::copy);
     const auto** sorted = writer.allocate<const Object*>(count);
     if (count != 0) {
         std::copy_n(cuePoints->objects().begin(), count, sorted);
         std::stable_sort(sorted, sorted + count, comesBefore);
-        writer.keep(cuePoints->block());
+        writer.keeper().keep(cuePoints->block());
     }
     const ListBase* list = detail::ObjectAccess::list(QELAssetCuePoint::objectClass, sorted, count, writer);
     writer.finish();

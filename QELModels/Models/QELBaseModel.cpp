@@ -118,8 +118,9 @@ PropertyDictionary QELBaseModel::dictionaryValue() const {
 }
 
 Ref<QELBaseModel> QELBaseModel::copyWithZone(Zone* zone) const {
-    BlockWriter writer(
-        detail::ObjectAccess::size(isa()) + BlockWriter::kRoomToKeep, zone, BlockWriter::Origin::copy);
+    detail::BlockWriter writer(detail::ObjectAccess::size(isa()) + detail::BlockKeeper::kBytesForFirst,
+                               zone,
+                               detail::BlockOrigin::copy);
     Object* copy = detail::ObjectAccess::construct(isa(), writer);
     forEachVisibleProperty(isa(), [&](const Property& property) {
         detail::setValue(property, *copy, property.value(*this), writer);

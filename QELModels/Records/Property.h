@@ -12,6 +12,8 @@ inline namespace QELMODELS_ABI {
 
 namespace detail {
 
+class BlockWriter;
+
 /// Where a stored property lies: at the same distance from the start of every object of its class, and of
 /// the classes that derive from it. Two addresses say how far, since constant data cannot hold the difference
 /// of two addresses.

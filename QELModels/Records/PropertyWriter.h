@@ -29,7 +29,7 @@ public:
     };
 
     /// For the engine. Requires: the property is stored, and of the object's class.
-    PropertyWriter(const Property& property, Object& object, BlockWriter& writer) noexcept
+    PropertyWriter(const Property& property, Object& object, detail::BlockWriter& writer) noexcept
         : property_(property), object_(object), writer_(writer) {}
     PropertyWriter(const PropertyWriter&) = delete;
     PropertyWriter& operator=(const PropertyWriter&) = delete;
@@ -63,7 +63,7 @@ private:
 
     const Property& property_;
     Object& object_;
-    BlockWriter& writer_;
+    detail::BlockWriter& writer_;
     Result result_ = Result::nothing;
 };
 

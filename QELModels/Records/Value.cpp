@@ -1,5 +1,8 @@
 #include "QELModels/Records/Value.h"
 
+#include "QELModels/Memory/detail/BlockWriter.h"
+#include "QELModels/Representation/detail/RepresentationAccess.h"
+
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
@@ -7,7 +10,7 @@ Value::Value(RepresentationView raw) noexcept {
     if (const auto number = raw.number())
         *this = *number;
     else if (raw.isString())
-        *this = detail::ValueAccess::keptText(raw.block(), raw.node()->string());
+        *this = detail::ValueAccess::keptText(detail::RepresentationAccess::block(raw), detail::RepresentationAccess::node(raw)->string());
     else if (!raw.isNull())
         *this = detail::ValueAccess::keptRepresentation(raw);
 }
@@ -31,7 +34,7 @@ Value::Value(Kind kind, std::string_view text, const Block* block) noexcept : co
 }
 
 Value Value::copied(Kind kind, std::string_view text) {
-    BlockWriter writer(text.size());
+    detail::BlockWriter writer(text.size());
     const std::string_view copy = writer.copyText(text);
     return Value(kind, copy, writer.block());
 }
@@ -68,7 +71,7 @@ std::optional<Color> Value::color() const noexcept {
 
 std::optional<RepresentationView> Value::representation() const noexcept {
     if (content_.kind != Kind::representation) return std::nullopt;
-    return RepresentationView::at(content_.node, content_.block);
+    return detail::RepresentationAccess::at(content_.node, content_.block);
 }
 
 const Object* Value::record() const noexcept {
@@ -117,8 +120,8 @@ Value ValueAccess::keptURL(const Block* block, URLView url) noexcept {
 Value ValueAccess::keptRepresentation(RepresentationView view) noexcept {
     Value value;
     value.content_.kind = Value::Kind::representation;
-    value.content_.node = view.node();
-    value.content_.block = view.block();
+    value.content_.node = RepresentationAccess::node(view);
+    value.content_.block = RepresentationAccess::block(view);
     if (value.content_.block != nullptr) value.content_.block->retain();
     return value;
 }

@@ -115,7 +115,7 @@ private:
             TextPlace text;
             Date date;
             Color color;
-            const RepresentationNode* node;
+            const detail::RepresentationNode* node;
             const Object* record;
             const ListBase* list;
         };

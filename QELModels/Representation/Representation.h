@@ -12,59 +12,15 @@
 
 #include "QELModels/Memory/Block.h"
 #include "QELModels/Platform/Export.h"
+#include "QELModels/Representation/detail/RepresentationNode.h"
 #include "QELModels/Values/Number.h"
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
-/// One step of a representation's memory, which lies in document order: a container is followed by all that
-/// is in it. For the engine and the readers; everybody else asks a `RepresentationView`.
-struct RepresentationNode {
-    enum class Tag : std::uint8_t {
-        null,
-        int64,
-        uint64,
-        real,
-        boolean,
-        string,
-        array,
-        dictionary,
-        link,
-        index
-    };
-
-    Tag tag = Tag::null;
-    bool indexed = false;       ///< a dictionary that ends with an index of its keys
-    std::uint16_t keyHash = 0;  ///< of a dictionary's key
-    std::uint32_t size = 0;     ///< bytes of a string; elements or members of a container
-    union {
-        std::uint64_t bits =
-            0;  // a number's; of a container, its extent and, in the high half, its text's bytes
-        const char* text;
-        const RepresentationNode* target;  // of a link; the node behind it holds the target's block
-        const Block* block;
-    };
-
-    /// The text of a string or a key.
-    std::string_view string() const noexcept { return {text, size}; }
-    /// What a number's bits are of; numbers' tags stand in the order of their origins.
-    Number::Origin origin() const noexcept {
-        return static_cast<Number::Origin>(static_cast<int>(tag) - static_cast<int>(Tag::int64));
-    }
-    bool isNumber() const noexcept { return tag >= Tag::int64 && tag <= Tag::boolean; }
-    bool isContainer() const noexcept { return tag == Tag::array || tag == Tag::dictionary; }
-    /// How many nodes the value takes, itself included.
-    std::size_t extent() const noexcept {
-        if (tag < Tag::array) return 1;
-        return tag == Tag::link ? 2 : static_cast<std::uint32_t>(bits);
-    }
-    /// About how many bytes the strings in the value take, its keys left out; for those who make room for
-    /// them.
-    std::size_t textBytes() const noexcept {
-        if (tag == Tag::string) return size;
-        return isContainer() ? static_cast<std::size_t>(bits >> 32) : 0;
-    }
-};
+namespace detail {
+struct RepresentationAccess;
+}
 
 class RepresentationView;
 struct RepresentationMember;
@@ -82,11 +38,11 @@ public:
 
     /// Which kind it is.
     Kind kind() const noexcept;
-    bool isDictionary() const noexcept { return node_->tag == RepresentationNode::Tag::dictionary; }
-    bool isArray() const noexcept { return node_->tag == RepresentationNode::Tag::array; }
-    bool isString() const noexcept { return node_->tag == RepresentationNode::Tag::string; }
+    bool isDictionary() const noexcept { return node_->tag == detail::RepresentationNode::Tag::dictionary; }
+    bool isArray() const noexcept { return node_->tag == detail::RepresentationNode::Tag::array; }
+    bool isString() const noexcept { return node_->tag == detail::RepresentationNode::Tag::string; }
     bool isNumber() const noexcept { return node_->isNumber(); }
-    bool isNull() const noexcept { return node_->tag == RepresentationNode::Tag::null; }
+    bool isNull() const noexcept { return node_->tag == detail::RepresentationNode::Tag::null; }
 
     /// A string's text (WTF-8); nothing for another kind.
     std::optional<std::string_view> text() const noexcept;
@@ -113,25 +69,26 @@ public:
     /// Consistent with equality; a container contributes its number of elements.
     std::uint64_t hash() const noexcept;
 
-    /// For the engine: the node of the value at a key of a dictionary, links not followed; null when it is
-    /// missing.
-    const RepresentationNode* nodeForKey(std::string_view key) const noexcept;
-    /// For the engine and the readers: where the value lies. A null block means constant data.
-    const RepresentationNode* node() const noexcept { return node_; }
-    const Block* block() const noexcept { return block_; }
-    /// The value that a node of a block stands for, links followed.
-    static RepresentationView at(const RepresentationNode* node, const Block* block) noexcept {
-        if (node->tag == RepresentationNode::Tag::link) [[unlikely]]
-            return {node->target, (node + 1)->block};
-        return {node, block};
-    }
+    /// About how large the value is with all that is in it, at no cost: values and keys, and bytes of strings
+    /// that are not keys. For those who make room for it.
+    std::size_t nodeCount() const noexcept { return node_->extent(); }
+    std::size_t textBytes() const noexcept { return node_->textBytes(); }
 
 private:
     friend class Representation;
-    RepresentationView(const RepresentationNode* node, const Block* block) noexcept
-        : node_(node), block_(block) {}
+    friend struct detail::RepresentationAccess;
+    template <class Item>
+    friend class RepresentationRange;
+    using Node = detail::RepresentationNode;
 
-    const RepresentationNode* node_;
+    static RepresentationView at(const Node* node, const Block* block) noexcept {
+        if (node->tag == Node::Tag::link) [[unlikely]]
+            return {node->target, (node + 1)->block};
+        return {node, block};
+    }
+    RepresentationView(const Node* node, const Block* block) noexcept : node_(node), block_(block) {}
+
+    const Node* node_;
     const Block* block_;
 };
 
@@ -144,8 +101,7 @@ struct RepresentationMember {
 /// What is in a container, in the document's order: the elements of an array or the members of a dictionary.
 template <class Item>
 class RepresentationRange {
-    // A member's value stands behind its key.
-    static constexpr std::size_t kNodesBefore = std::is_same_v<Item, RepresentationMember> ? 1 : 0;
+    static constexpr bool kHasKeys = std::is_same_v<Item, RepresentationMember>;
 
 public:
     /// Goes through what is in the container; valid as long as the document.
@@ -158,17 +114,16 @@ public:
         using reference = Item;
 
         Iterator() noexcept = default;
-        Iterator(const RepresentationNode* node, const Block* block, std::size_t left) noexcept
+        Iterator(const detail::RepresentationNode* node, const Block* block, std::size_t left) noexcept
             : node_(node), block_(block), left_(left) {}
         Item operator*() const noexcept {
-            const RepresentationView value = RepresentationView::at(node_ + kNodesBefore, block_);
-            if constexpr (kNodesBefore == 0)
-                return value;
+            if constexpr (kHasKeys)
+                return {node_->string(), RepresentationView::at(node_->value(), block_)};
             else
-                return {node_->string(), value};
+                return RepresentationView::at(node_, block_);
         }
         Iterator& operator++() noexcept {
-            node_ += kNodesBefore + node_[kNodesBefore].extent();
+            node_ = kHasKeys ? node_->nextMember() : node_->next();
             --left_;
             return *this;
         }
@@ -180,12 +135,14 @@ public:
         bool operator==(const Iterator& other) const noexcept { return left_ == other.left_; }
 
     private:
-        const RepresentationNode* node_ = nullptr;
+        const detail::RepresentationNode* node_ = nullptr;
         const Block* block_ = nullptr;
         std::size_t left_ = 0;
     };
 
-    RepresentationRange(const RepresentationNode* first, const Block* block, std::size_t size) noexcept
+    RepresentationRange(const detail::RepresentationNode* first,
+                        const Block* block,
+                        std::size_t size) noexcept
         : first_(first), block_(block), size_(size) {}
     Iterator begin() const noexcept { return {first_, block_, size_}; }
     Iterator end() const noexcept { return {nullptr, nullptr, 0}; }
@@ -193,7 +150,7 @@ public:
     bool empty() const noexcept { return size_ == 0; }
 
 private:
-    const RepresentationNode* first_;
+    const detail::RepresentationNode* first_;
     const Block* block_;
     std::size_t size_;
 };
@@ -251,7 +208,7 @@ public:
     friend bool operator==(const Representation& a, const Representation& b) { return a.view_ == b.view_; }
 
 private:
-    friend class RepresentationBuilder;
+    friend struct detail::RepresentationAccess;
     struct Adopt {};
     Representation(Adopt, RepresentationView view) noexcept : view_(view) {}
 

@@ -3,6 +3,7 @@
 #include "QELModels/Categories/NSString+HTMLRemoval.h"
 #include "QELModels/Categories/detail/HTMLCleaning.h"
 #include "QELModels/Records/detail/TextPlacer.h"
+#include "QELModels/Representation/detail/RepresentationAccess.h"
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
@@ -14,7 +15,7 @@ Value QELHTMLTransformer::transformedValue(std::optional<RepresentationView> val
 
 void QELHTMLTransformer::transformInto(PropertyWriter& to, RepresentationView value) const {
     if (!value.isString()) return;
-    const std::string_view text = value.node()->string();
+    const std::string_view text = detail::RepresentationAccess::node(value)->string();
     detail::TextPlacer placer(to);
     if (placer.mayStay(text) && HTMLRemoval::isPlainText(text)) return to.putText(text);
     placer.putReserved(detail::withoutHTMLTagsOfBlock(text, placer.reserve(text.size())));

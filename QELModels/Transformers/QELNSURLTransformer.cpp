@@ -9,6 +9,8 @@
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
+using detail::RepresentationAccess;
+
 namespace {
 
 void writeRefusal(std::string_view text) {
@@ -27,7 +29,7 @@ Value QELNSURLTransformer::transformedValue(std::optional<RepresentationView> va
 
 void QELNSURLTransformer::transformInto(PropertyWriter& to, RepresentationView value) const {
     if (!value.isString()) return;
-    const std::string_view text = value.node()->string();
+    const std::string_view text = RepresentationAccess::node(value)->string();
     if (const auto url = URLView::parse(text))
         detail::TextPlacer(to).putURL(*url);
     else

@@ -74,7 +74,7 @@ std::string shownValue(RepresentationView value) {
         JSONWriter(json).string(text->substr(0, size));
         return shown(json, kColumns).text;
     }
-    if (value.node()->extent() > kMostNodes || value.node()->textBytes() > kMostBytes)
+    if (value.nodeCount() > kMostNodes || value.textBytes() > kMostBytes)
         return value.isArray() ? fmt::format("[{} elements]", value.size())
                                : fmt::format("{{{} members}}", value.size());
     return shown(jsonFromRepresentation(value), kColumns).text;

@@ -37,7 +37,8 @@ std::size_t roomFor(const RepresentationNode& node, std::size_t textBytes) {
 // The block of a document's texts, where keeping it is worth while for a record that reads this many bytes of
 // it; else null.
 const Block* textsToKeep(RepresentationView value, std::size_t bytesRead, const Zone* zone) noexcept {
-    const Block* texts = value.block() == nullptr ? nullptr : value.block()->textsFrom(zone);
+    const Block* document = RepresentationAccess::block(value);
+    const Block* texts = document == nullptr ? nullptr : BlockKeeper::textsOf(*document, zone);
     const bool isWorthWhile = texts != nullptr && texts->size() / kMostBytesKeptPerByte <= bytesRead;
     return isWorthWhile ? texts : nullptr;
 }
@@ -51,7 +52,7 @@ Ref<T> finished(const T* made, BlockWriter& writer) noexcept {
 }  // namespace
 
 std::size_t roomForListOfRoots(std::size_t elements) noexcept {
-    return sizeof(ListBase) + BlockWriter::kRoomToKeep + kBytesPerListedRoot * elements;
+    return sizeof(ListBase) + BlockKeeper::kBytesForFirst + kBytesPerListedRoot * elements;
 }
 
 void RootRoom::learn(std::size_t estimate, const BlockWriter& writer) noexcept {
@@ -100,11 +101,11 @@ Ref<Object> Engine<kObserved>::emptyRoot(const BoundRules& bound) const {
 template <bool kObserved>
 Ref<Object> Engine<kObserved>::onlyRoot(RepresentationView dictionary, const BoundRules& bound,
                                         const FEMPath& path) const {
-    const RepresentationNode& node = *dictionary.node();
+    const RepresentationNode& node = *RepresentationAccess::node(dictionary);
     const FoundValues found(bound.rules, dictionary);
     std::size_t textBytes = found.textBytes();
     const Block* texts = textsToKeep(dictionary, textBytes, zone_);
-    if (texts != nullptr) textBytes = textBytes / kKeptBytesPerCopiedByte + BlockWriter::kRoomToKeep;
+    if (texts != nullptr) textBytes = textBytes / kKeptBytesPerCopiedByte + BlockKeeper::kBytesForFirst;
     BlockWriter writer(ObjectAccess::size(bound.isa) + roomFor(node, textBytes), zone_);
     if (texts != nullptr) writer.borrowTexts(*texts);
     const Filling filling{*ObjectAccess::construct(bound.isa, writer), bound, writer, path};
@@ -117,7 +118,7 @@ Ref<Object> Engine<kObserved>::onlyRoot(RepresentationView dictionary, const Bou
 template <bool kObserved>
 Ref<Object> Engine<kObserved>::root(RepresentationView dictionary, const BoundRules& bound,
                                     const FEMPath& path, RootRoom& room) const {
-    const RepresentationNode& node = *dictionary.node();
+    const RepresentationNode& node = *RepresentationAccess::node(dictionary);
     const std::size_t estimate = ObjectAccess::size(bound.isa) + roomFor(node, node.textBytes());
     BlockWriter writer(room.of(estimate), zone_);
     Object* object = ObjectAccess::construct(bound.isa, writer);
@@ -141,14 +142,14 @@ template <bool kObserved>
 const ListBase* Engine<kObserved>::list(RepresentationView array, const BoundRules& bound,
                                         const ObjectClass& listed, const Place& at, bool ofRoots) const {
     const auto** elements = at.writer.template allocate<const Object*>(array.size());
-    if (ofRoots) at.writer.expectKept(array.size());
+    if (ofRoots) at.writer.keeper().expect(array.size());
     RootRoom room;
     std::size_t count = 0;
     for (const RepresentationView element : array.elements()) {
         const FEMPath path(at.path, count);
         if (ofRoots) {
             const Ref<Object> kept = rootOfList(element, bound, path, room);
-            at.writer.keep(kept->block());
+            at.writer.keeper().keep(kept->block());
             elements[count++] = kept.get();
         } else {
             elements[count++] = record(element, bound, {at.writer, path});
@@ -160,9 +161,9 @@ const ListBase* Engine<kObserved>::list(RepresentationView array, const BoundRul
 // How a value that a rule takes as it is gets into the record.
 template <bool kObserved>
 inline auto Engine<kObserved>::storing(RepresentationView dictionary, const Filling& filling) {
-    return [&object = filling.object, &writer = filling.writer, block = dictionary.block()](
+    return [&object = filling.object, &writer = filling.writer, block = RepresentationAccess::block(dictionary)](
                const RuleKeys& table, const RuleKey& key, const RepresentationNode* value) {
-        key.store(slotAt(key.slot, table.example, object), RepresentationView::at(value, block), writer);
+        key.store(slotAt(key.slot, table.example, object), RepresentationAccess::at(value, block), writer);
     };
 }
 
@@ -297,7 +298,7 @@ inline void Engine<kObserved>::applyRelationship(const FEMRule& rule, Representa
     } else if (isRoot) {
         RootRoom room;
         const Ref<Object> kept = root(value, nested, path, room);
-        filling.writer.keep(kept->block());
+        filling.writer.keeper().keep(kept->block());
         slotOf<RecordSlot>(property, filling.object).record = kept.get();
     } else {
         slotOf<RecordSlot>(property, filling.object).record = record(value, nested, at);

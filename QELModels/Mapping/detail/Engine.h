@@ -10,6 +10,7 @@
 #include "QELModels/Mapping/FEMRules.h"
 #include "QELModels/Mapping/detail/FoundValues.h"
 #include "QELModels/Memory/Block.h"
+#include "QELModels/Memory/detail/BlockWriter.h"
 #include "QELModels/Platform/Export.h"
 #include "QELModels/Records/List.h"
 #include "QELModels/Records/Object.h"

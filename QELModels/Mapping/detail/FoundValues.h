@@ -8,6 +8,7 @@
 #include "QELModels/Mapping/FEMRules.h"
 #include "QELModels/Platform/Export.h"
 #include "QELModels/Representation/Representation.h"
+#include "QELModels/Representation/detail/RepresentationAccess.h"
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
@@ -18,7 +19,7 @@ struct FoundValue {
     const RepresentationNode* node;
     const Block* block;
 
-    RepresentationView view() const noexcept { return RepresentationView::at(node, block); }
+    RepresentationView view() const noexcept { return RepresentationAccess::at(node, block); }
 };
 
 /// Calls `take(known, key, value)`, with the table, the entry of a key in it and a node, for each first key
@@ -30,9 +31,9 @@ template <class Take>
     const RuleKeys known = table;
     const RepresentationNode* member = dictionary + 1;
     for (std::uint32_t left = dictionary->size; left != 0; --left) {
-        const RepresentationNode* const value = member + 1;
+        const RepresentationNode* const value = member->value();
         if (const RuleKey* key = known.find(*member); key != nullptr) take(known, *key, value);
-        member = value + value->extent();
+        member = value->next();
     }
 }
 
@@ -43,11 +44,11 @@ class FoundValues {
 public:
     /// Finds the values of all keys.
     [[gnu::always_inline]] FoundValues(const FEMRules& rules, RepresentationView dictionary)
-        : rules_(rules), block_(dictionary.block()) {
+        : rules_(rules), block_(RepresentationAccess::block(dictionary)) {
         makeRoom(rules.keys.size());
-        if (isWalked(rules.table, dictionary.node()))
+        if (isWalked(rules.table, RepresentationAccess::node(dictionary)))
             forEachFound(rules.table,
-                         dictionary.node(),
+                         RepresentationAccess::node(dictionary),
                          [this](const RuleKeys& known, const RuleKey& key, const Node* value) {
                              values_[known.position(key)] = value;
                          });
@@ -60,11 +61,11 @@ public:
     template <class Store>
     [[gnu::always_inline]] FoundValues(const FEMRules& rules, RepresentationView dictionary,
                                        const Store& store)
-        : rules_(rules), block_(dictionary.block()) {
-        if (isWalked(rules.table, dictionary.node())) {
+        : rules_(rules), block_(RepresentationAccess::block(dictionary)) {
+        if (isWalked(rules.table, RepresentationAccess::node(dictionary))) {
             makeRoom(rules.table.orderedKeys);
             forEachFound(rules.table,
-                         dictionary.node(),
+                         RepresentationAccess::node(dictionary),
                          [&](const RuleKeys& known, const RuleKey& key, const Node* value) {
                              if (key.isStoredAtOnce())
                                  store(known, key, value);
@@ -90,8 +91,8 @@ public:
             const Node* node = values[rule.key];
             if (node == nullptr || !rule.hasFurtherKeys()) [[likely]]
                 return {node, block};
-            const auto value = RepresentationView::at(node, block).valueForKeyPath(rule.furtherKeys);
-            return value ? FoundValue{value->node(), value->block()} : FoundValue{nullptr, nullptr};
+            const auto value = RepresentationAccess::at(node, block).valueForKeyPath(rule.furtherKeys);
+            return value ? FoundValue{RepresentationAccess::node(*value), RepresentationAccess::block(*value)} : FoundValue{nullptr, nullptr};
         }
     };
     Lookup lookup() const noexcept { return {values_, block_}; }
@@ -127,7 +128,7 @@ private:
 
     void lookUp(RepresentationView dictionary) {
         for (std::size_t i = 0; i < rules_.keys.size(); ++i)
-            values_[i] = dictionary.nodeForKey(rules_.keys[i]);
+            values_[i] = RepresentationAccess::nodeForKey(RepresentationAccess::node(dictionary), rules_.keys[i]);
     }
 
     // Values are missing until they are found.

@@ -9,7 +9,7 @@
 #include "QELModels/Platform/Export.h"
 #include "QELModels/Platform/detail/ByteBlock.h"
 #include "QELModels/Records/Property.h"
-#include "QELModels/Representation/Representation.h"
+#include "QELModels/Representation/detail/RepresentationNode.h"
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {

@@ -5,6 +5,7 @@
 #include <type_traits>
 
 #include "QELModels/Memory/Block.h"
+#include "QELModels/Memory/detail/BlockWriter.h"
 #include "QELModels/Platform/Export.h"
 #include "QELModels/Records/List.h"
 #include "QELModels/Records/Object.h"

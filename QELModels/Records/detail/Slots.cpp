@@ -7,7 +7,6 @@
 #include "QELModels/Records/List.h"
 #include "QELModels/Records/Object.h"
 #include "QELModels/Records/Value.h"
-#include "QELModels/Representation/RepresentationBuilder.h"
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
@@ -33,12 +32,12 @@ bool TextSlot::assign(const Value& value, const ObjectClass*, BlockWriter& write
     const auto text = value.text();
     if (!text) return false;
     set(*text);
-    writer.keep(ValueAccess::block(value));
+    writer.keeper().keep(ValueAccess::block(value));
     return true;
 }
 bool TextSlot::store(void* slot, RepresentationView value, BlockWriter& writer) {
     if (!value.isString()) return false;
-    static_cast<TextSlot*>(slot)->set(writer.keepTextOfBlock(value.node()->string()));
+    static_cast<TextSlot*>(slot)->set(writer.keepTextOfBlock(RepresentationAccess::node(value)->string()));
     return true;
 }
 std::uint64_t TextSlot::hash() const noexcept {
@@ -52,7 +51,7 @@ bool URLSlot::assign(const Value& value, const ObjectClass*, BlockWriter& writer
     const auto url = value.url();
     if (!url) return false;
     set(url->text());
-    writer.keep(ValueAccess::block(value));
+    writer.keeper().keep(ValueAccess::block(value));
     return true;
 }
 
@@ -92,14 +91,14 @@ bool RawSlot::equals(const RawSlot& other) const {
 }
 bool RawSlot::assignIf(bool fits, RepresentationView value, BlockWriter& writer) {
     if (!fits) return false;
-    writer.keep(value.block());
-    node = value.node();
-    block = value.block();
+    node = RepresentationAccess::node(value);
+    block = RepresentationAccess::block(value);
+    writer.keeper().keep(block);
     return true;
 }
 bool RawSlot::storeIf(bool fits, RepresentationView value, BlockWriter& writer) {
     if (!fits) return false;
-    node = copyRepresentation(value, writer);
+    node = RepresentationAccess::copy(value, writer);
     block = writer.block();
     return true;
 }
@@ -126,7 +125,7 @@ Value RecordSlot::value(const Object&) const {
 bool RecordSlot::assign(const Value& value, const ObjectClass* target, BlockWriter& writer) {
     const Object* assigned = value.record();
     if (assigned == nullptr || !assigned->isKindOf(*target)) return false;
-    writer.keepBlock(assigned->block());
+    writer.keeper().keepBlock(assigned->block());
     record = assigned;
     return true;
 }
@@ -145,7 +144,7 @@ bool ListSlot::assign(const Value& value, const ObjectClass* target, BlockWriter
     if (assigned == nullptr) return false;
     for (const Object* element : assigned->objects())
         if (!element->isKindOf(*target)) return false;
-    writer.keepBlock(assigned->block());
+    writer.keeper().keepBlock(assigned->block());
     list = assigned;
     return true;
 }

@@ -7,9 +7,12 @@
 #include <string_view>
 
 #include "QELModels/Memory/Block.h"
+#include "QELModels/Memory/detail/BlockWriter.h"
 #include "QELModels/Platform/Export.h"
 #include "QELModels/Records/PropertyKind.h"
 #include "QELModels/Representation/Representation.h"
+#include "QELModels/Representation/detail/RepresentationAccess.h"
+#include "QELModels/Representation/detail/RepresentationNode.h"
 #include "QELModels/Values/Color.h"
 #include "QELModels/Values/Date.h"
 #include "QELModels/Values/Number.h"
@@ -75,7 +78,7 @@ struct QELMODELS_EXPORT NumberSlot {
     Value value(const Object& owner) const;
     bool assign(const Value& value, const ObjectClass* target, BlockWriter& writer);
     static bool store(void* slot, RepresentationView value, BlockWriter&) {
-        const RepresentationNode& node = *value.node();
+        const RepresentationNode& node = *RepresentationAccess::node(value);
         if (!node.isNumber()) return false;
         *static_cast<NumberSlot*>(slot) = {node.bits, node.origin(), true};
         return true;
@@ -168,7 +171,7 @@ struct QELMODELS_EXPORT RawSlot {
 
     bool isEmpty() const noexcept { return node == nullptr; }
     /// Requires: the slot is not empty.
-    RepresentationView view() const noexcept { return RepresentationView::at(node, block); }
+    RepresentationView view() const noexcept { return RepresentationAccess::at(node, block); }
 
     void clear() noexcept { *this = {}; }
     Value value(const Object& owner) const;
@@ -229,7 +232,7 @@ struct QELMODELS_EXPORT BooleanSlot {
     Value value(const Object& owner) const;
     bool assign(const Value& value, const ObjectClass* target, BlockWriter& writer);
     static bool store(void* slot, RepresentationView value, BlockWriter&) {
-        const RepresentationNode& node = *value.node();
+        const RepresentationNode& node = *RepresentationAccess::node(value);
         if (!node.isNumber()) return false;
         static_cast<BooleanSlot*>(slot)->boolean =
             NumberBits::number(node.bits, node.origin()).boolValue();
@@ -248,7 +251,7 @@ struct QELMODELS_EXPORT IntegerSlot {
     Value value(const Object& owner) const;
     bool assign(const Value& value, const ObjectClass* target, BlockWriter& writer);
     static bool store(void* slot, RepresentationView value, BlockWriter&) {
-        const RepresentationNode& node = *value.node();
+        const RepresentationNode& node = *RepresentationAccess::node(value);
         if (!node.isNumber()) return false;
         static_cast<IntegerSlot*>(slot)->integer =
             NumberBits::number(node.bits, node.origin()).int64Value();
