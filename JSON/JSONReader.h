@@ -13,11 +13,7 @@
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
-namespace detail {
-class RepresentationNodes;
-}
-
-/// Why a document is no JSON, and where: of several mistakes the one that stands first.
+/// Why a document is not JSON, and where: of several mistakes the first.
 ///
 /// The place is that of the cause: the opening quote of a text that never ends, the backslash of a bad
 /// escape, the first byte of a bad number or of a sequence that is not UTF-8, the bracket that nests too
@@ -45,7 +41,9 @@ protected:
 };
 
 /// Reads JSON (RFC 8259) into representations. It keeps its working memory from one document to the next, so
-/// a reader that is used again allocates only what the documents themselves need. One thread at a time.
+/// a reader that is used again allocates only what the documents themselves need. One thread at a time. The
+/// destructors of static objects may read, too (where the system runs initialisers by priority, as ELF does;
+/// elsewhere, those of objects that were constructed after something was read first).
 ///
 /// Beyond the letter of the standard: a byte-order mark at the start is passed over; a lone surrogate escape
 /// is kept as that code unit; an integer beyond 64 bits is read as a double. A number that no double can hold
@@ -53,7 +51,7 @@ protected:
 class QELMODELS_EXPORT JSONReader {
 public:
     /// How deep containers may nest unless asked otherwise: far more than any document of the content API,
-    /// and little enough for programs behind this one that handle nesting by recursion.
+    /// and little enough for programs that read its output and handle nesting by recursion.
     static constexpr std::size_t kDefaultMaxDepth = 1024;
 
     /// How many bytes of a document are looked at together when its elements are lent one at a time, unless
@@ -62,8 +60,9 @@ public:
 
     /// A reader that accepts `maxDepth` containers around a value. Reading takes no stack, so any limit is
     /// safe. The representations are allocated in `zone`; null is the usual one.
-    explicit JSONReader(std::size_t maxDepth = kDefaultMaxDepth, Zone* zone = nullptr);
+    explicit JSONReader(std::size_t maxDepth = kDefaultMaxDepth, Zone* zone = nullptr) noexcept;
     ~JSONReader();
+    /// What a reader has lent moves with it. One that was moved from is as it was made, and may be used.
     JSONReader(JSONReader&&) noexcept;
     JSONReader& operator=(JSONReader&&) noexcept;
 
@@ -79,8 +78,8 @@ public:
 
     /// Lends the elements of one array, one after the other, and holds no more of the document than a few of
     /// them at a time. `keyPath` leads there as in `RepresentationView::valueForKeyPath`; without an array at
-    /// its end there are no elements. False when the document is not JSON: elements in front of the mistake
-    /// were lent all the same. The handler leaves this reader alone. Throws `std::bad_alloc`, and what the
+    /// its end there are no elements. False when the document is not JSON: elements before the mistake were
+    /// lent all the same. The handler leaves this reader alone. Throws `std::bad_alloc`, and what the
     /// handler throws.
     bool readElements(std::string_view bytes,
                       std::string_view keyPath,
@@ -88,24 +87,14 @@ public:
                       JSONError* error = nullptr);
 
 private:
-    class StructuralIndex;
-    struct Scratch;
     struct Memory;
-    class ElementsWalk;
-    enum class Outcome : unsigned char { done, malformed, tooLarge };
 
     template <class Read>
     bool attempt(std::string_view bytes, JSONError* error, const Read& read);
-    Outcome readApart(std::string_view bytes, std::optional<Representation>& result);
-    Outcome readInOnePiece(std::string_view bytes, std::optional<Representation>& result);
-    std::size_t walk(char* text, std::size_t size, detail::RepresentationNodes& nodes);
-    static Outcome finish(std::size_t count,
-                          detail::RepresentationNodes& nodes,
-                          std::optional<Representation>& result);
 
     std::size_t maxDepth_;
     Zone* zone_;
-    std::unique_ptr<Memory> memory_;
+    std::unique_ptr<Memory> memory_;  // null before anything is read, and once it is moved away
 };
 
 /// Reads one document as a new `JSONReader` does.

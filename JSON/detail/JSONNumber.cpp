@@ -1,4 +1,4 @@
-#include "JSON/JSONNumber.h"
+#include "JSON/detail/JSONNumber.h"
 
 #include <algorithm>
 #include <array>
@@ -9,15 +9,13 @@
 #include <optional>
 #include <system_error>
 
+#include "QELModels/Platform/detail/ASCII.h"
+
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 namespace detail {
 
 namespace {
-
-bool isDigit(char byte) noexcept {
-    return byte >= '0' && byte <= '9';
-}
 
 // The powers of ten that a double holds exactly, and the largest mantissa below which it holds every integer.
 constexpr std::array<double, 23> kExactPowers = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
@@ -25,13 +23,13 @@ constexpr std::array<double, 23> kExactPowers = {1e0,  1e1,  1e2,  1e3,  1e4,  1
                                                  1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 constexpr std::int64_t kMostExactPower = kExactPowers.size() - 1;
 constexpr std::uint64_t kMostExactInteger = std::uint64_t{1} << DBL_MANT_DIG;
-// So many digits fit 64 bits.
+// How many digits fit into 64 bits, whatever they are.
 constexpr std::int64_t kMostMantissaDigits = std::numeric_limits<std::uint64_t>::digits10;
 // Far beyond what the digits of a document of 4 GB can make up for.
 constexpr std::int64_t kMostExponent = 1'000'000'000'000;
 
 // A number taken apart by the grammar. Its value is `mantissa` times ten to the power of `exponent`, if the
-// digits all found room in the mantissa.
+// mantissa holds all digits.
 struct Parts {
     const char* begin;
     const char* end;

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "JSON/JSONNumber.h"
+#include "JSON/detail/JSONNumber.h"
 #include "QELModels/Platform/Export.h"
 #include "QELModels/Platform/detail/KeyHash.h"
 #include "QELModels/Representation/detail/RepresentationNodes.h"

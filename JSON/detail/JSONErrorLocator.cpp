@@ -1,10 +1,12 @@
-#include "JSON/JSONErrorLocator.h"
+#include "JSON/detail/JSONErrorLocator.h"
 
 #include <algorithm>
 #include <array>
 #include <string>
 
-#include "JSON/JSONNumber.h"
+#include "JSON/detail/ByteOrderMark.h"
+#include "JSON/detail/JSONNumber.h"
+#include "QELModels/Platform/detail/ASCII.h"
 #include "QELModels/Values/Text.h"
 
 namespace QELModels {
@@ -13,7 +15,6 @@ namespace detail {
 
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kSpaces = " \t\n\r";
 constexpr std::string_view kWordEnds = " \t\n\r,:[]{}\"";
 constexpr std::array<std::string_view, 3> kLiterals = {"true", "false", "null"};
@@ -32,11 +33,7 @@ std::size_t sequenceLength(std::string_view bytes) noexcept {
     return sequence.size() == length && Text::isWellFormed(sequence) && !isHalf ? length : 0;
 }
 
-bool isHexDigit(char byte) noexcept {
-    return (byte >= '0' && byte <= '9') || ((byte | 0x20) >= 'a' && (byte | 0x20) <= 'f');
-}
-
-// How many bytes the escape at the start of `bytes` has; 0 when it is none.
+// How many bytes the escape at the start of `bytes` has; 0 when it is not one.
 std::size_t escapeLength(std::string_view bytes) noexcept {
     if (bytes.size() < 2) return 0;
     if (bytes[1] != 'u')
@@ -55,7 +52,7 @@ public:
         : document_(document), maxDepth_(maxDepth) {}
 
     JSONError locate() {
-        if (document_.starts_with(kByteOrderMark)) at_ = kByteOrderMark.size();
+        at_ = byteOrderMarkBytes(document_);
         skipSpaces();
         if (isAtEnd())
             fail(at_, "the document is empty");
@@ -82,7 +79,7 @@ private:
         return fail(at_, wanted);
     }
 
-    // One value with all that is in it, and the space behind it.
+    // One value with all that is in it, and the space after it.
     bool value() {
         for (;;) {
             skipSpaces();
@@ -141,7 +138,7 @@ private:
         const std::size_t end = std::min(document_.find_first_of(kWordEnds, at_), document_.size());
         const std::string word(document_.substr(at_, end - at_));
         if (word.empty()) return failWanting("a value is missing");
-        if (word.front() == '-' || (word.front() >= '0' && word.front() <= '9')) {
+        if (word.front() == '-' || isDigit(word.front())) {
             if (!number(word)) return false;
         } else if (std::find(kLiterals.begin(), kLiterals.end(), word) == kLiterals.end()) {
             const bool isCutShort =
@@ -169,7 +166,7 @@ private:
         std::size_t end = quote + 1;
         while (end < document_.size() && document_[end] != '"')
             end += document_[end] == '\\' ? 2 : 1;
-        // Its quote stands before whatever else may be wrong with it.
+        // Its quote comes before whatever else may be wrong with it.
         if (end >= document_.size()) return fail(quote, "a text without closing quote");
         for (++at_; at_ != end;) {
             const auto byte = static_cast<unsigned char>(document_[at_]);

@@ -5,7 +5,6 @@
 
 #include "JSON/JSONReader.h"
 
-// The reader's own; applications have no use for it.
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 namespace detail {
