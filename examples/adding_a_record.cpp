@@ -15,22 +15,17 @@ using namespace QELModels;
 enum class Language : std::int64_t { other, norwegian, english };
 
 /// Somebody who speaks in a talk. Equal to itself alone.
-class Speaker : public QELBaseModel {
+class Speaker : public Record<Speaker> {
 public:
-    using QELBaseModel::QELBaseModel;
-
     Field<Text> name;  ///< plain text
 
-    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
-    static const ObjectClass objectClass;
-    static const FEMRules defaultRules;
+    static const ObjectClassOf<Speaker> objectClass;
+    static const FEMRulesOf<Speaker> defaultRules;
 };
 
 /// One recorded talk. Talks are equal when their identifiers and titles are.
-class Talk : public QELBaseModel {
+class Talk : public Record<Talk> {
 public:
-    using QELBaseModel::QELBaseModel;
-
     Field<Number> talkIdentifier;   ///< the document's "id"
     Field<Text> title;              ///< plain text, cleaned of HTML
     Field<Number> seconds;          ///< how long it is
@@ -41,9 +36,18 @@ public:
     /// Computed: there is no place to write to, and no rule may fill it.
     bool isLong() const { return seconds() > Number(3600); }
 
-    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
-    static const ObjectClass objectClass;
-    static const FEMRules defaultRules;
+    static const ObjectClassOf<Talk> objectClass;
+    static const FEMRulesOf<Talk> defaultRules;
+};
+
+/// An asset of the library with one key more, which this application is given. It inherits the fields, the
+/// rules and the equality of `QELAsset`.
+class Lecture : public Record<Lecture, QELAsset> {
+public:
+    Field<Text> room;  ///< where it was held; null: not known
+
+    static const ObjectClassOf<Lecture> objectClass;
+    static const FEMRulesOf<Lecture> defaultRules;
 };
 
 // --- What a source would hold: of each record what it is made of ... --------------------------------------
@@ -54,6 +58,7 @@ static constexpr auto talkDeclared =
                   property<&Talk::seconds>("seconds"), property<&Talk::slides>("slides"),
                   property<&Talk::language>("language"), property<&Talk::speakers>("speakers"),
                   property<&Talk::isLong>("isLong"));
+static constexpr auto lectureDeclared = declare<Lecture>(property<&Lecture::room>("room"));
 
 // ... where a document keeps it ...
 struct LanguageWord {
@@ -69,25 +74,29 @@ static constexpr auto talkRules = mapping<talkDeclared>(
     attribute<&Talk::seconds>("media.duration"),
     attribute<&Talk::slides>("slides", captured(kQELNSURLTransformer)),
     attribute<&Talk::language>("language", lookedUpIn(languageWords)), relationship<&Talk::speakers>());
-constinit const FEMRules Speaker::defaultRules = speakerRules;
-constinit const FEMRules Talk::defaultRules = talkRules;
+static constexpr auto lectureRules = mapping<lectureDeclared>(attribute<&Lecture::room>());
+constinit const FEMRulesOf<Speaker> Speaker::defaultRules = speakerRules;
+constinit const FEMRulesOf<Talk> Talk::defaultRules = talkRules;
+constinit const FEMRulesOf<Lecture> Lecture::defaultRules = lectureRules;
 
-// ... and what makes two of them equal. Without the two lists a record is equal to itself alone.
+// ... and what makes two of them equal. Without the two lists a record is equal to itself alone, or compares
+// as the record that it extends.
 using Compared = FieldsOf<&Talk::talkIdentifier, &Talk::title>;
+using ComparedOfLecture = FieldsOf<&Lecture::room>;
 
-constinit const ObjectClass Speaker::objectClass(describe<speakerDeclared>("Speaker"));
-constinit const ObjectClass Talk::objectClass(
+constinit const ObjectClassOf<Speaker> Speaker::objectClass(describe<speakerDeclared>("Speaker"));
+constinit const ObjectClassOf<Talk> Talk::objectClass(
     describe<talkDeclared, Compared, Compared>("Talk", Lives::inItsOwnBlock));
+constinit const ObjectClassOf<Lecture> Lecture::objectClass(
+    describe<lectureDeclared, ComparedOfLecture, ComparedOfLecture>("Lecture", Lives::inItsOwnBlock));
 
 // --- A mapper, for a page of talks ------------------------------------------------------------------------
 
-class TalksMapper {
+class TalksMapper : public PageMapper<TalksMapper, Talk> {
 public:
-    Ref<List<Talk>> mappedResponseFromJSONObject(RepresentationView page, Error* = nullptr) const {
-        return mappedPage<Talk>(page, "_embedded.talks");
-    }
+    static constexpr std::string_view listKeyPath() { return "_embedded.talks"; }
 };
-static_assert(QELModel<Talk> && QELMapperProtocol<TalksMapper>);
+static_assert(QELModel<Talk> && QELPageMapperProtocol<TalksMapper>);
 
 int main() {
     const auto page = representationFromJSON(R"({"_embedded": {"talks": [
@@ -104,6 +113,11 @@ int main() {
     FEMMapping older = Talk::defaultMapping();
     older.addAttributeWithProperty("title", "heading");
     const Representation document{{"id", 9}, {"heading", "From the archive"}};
-    const Ref<Object> talk = FEMDeserializer::objectFromRepresentation(document, older);
-    std::puts(static_cast<const Talk&>(*talk).description().c_str());
+    const Ref<Talk> talk = FEMDeserializer::objectFromRepresentation<Talk>(document, older);
+    std::puts(talk->description().c_str());
+
+    const auto lecture = mappedObject<Lecture>(Representation{{"id", 10}, {"room", "B 14"}});
+    std::printf("%s, asset %s\n",
+                std::string(lecture->room().value_or("?")).c_str(),
+                lecture->assetIdentifier()->toString().c_str());
 }

@@ -206,9 +206,7 @@ private:
         if (rule.property->kind == PropertyKind::url && value->isString()) ++refusedURLs;
     }
 
-    void tell(const std::string& pointer,
-              const Property* property,
-              std::optional<RepresentationView> value,
+    void tell(const std::string& pointer, const Property* property, std::optional<RepresentationView> value,
               bool isSet) {
         const FEMOutcome outcome = !value            ? FEMOutcome::missing
                                    : value->isNull() ? FEMOutcome::null
@@ -281,8 +279,8 @@ void collect(const QELBaseModel& record, std::vector<Ref<QELBaseModel>>& all) {
 }
 
 bool comparesByIdentity(const QELBaseModel& record) {
-    const PropertyOrder& equality = record.isa().equality();
-    return !equality.declared || equality.identityFirst;
+    const ComparedFields& equality = record.isa().equality();
+    return !equality.isDeclared || equality.isIdentityFirst;
 }
 
 /// Whether two records of the same content are equal: a record that is its identity, and all that compare it,
@@ -582,9 +580,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     return 0;
 }
 
-extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data,
-                                               std::size_t size,
-                                               std::size_t maxSize,
+extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t maxSize,
                                                unsigned seed) {
     const std::string input(reinterpret_cast<const char*>(data), size);
     const std::size_t start = startOfDocument(input);

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "QELModels/Mapping/FEMDeserializer.h"
-#include "QELModels/Mapping/FEMRules.h"
+#include "QELModels/Mapping/FEMRuleWords.h"
 #include "QELModels/Models/QELEditorial.h"
 #include "QELModels/Models/QELSeason.h"
 #include "QELModels/Records/Declaration.h"
@@ -21,16 +21,14 @@ namespace QELModels::test {
 namespace {
 
 // A model class of an application: one property stays out of sight, one is computed.
-class Shelf : public QELBaseModel {
+class Shelf : public Record<Shelf> {
 public:
-    using QELBaseModel::QELBaseModel;
     Field<Number> number;
     Field<Text> hidden;
     Field<bool> isOpen;
     Field<std::int64_t> order;
-    static const ObjectClass objectClass;
-    static const FEMRules defaultRules;
-    static FEMMapping defaultMapping() { return FEMMapping(defaultRules); }
+    static const ObjectClassOf<Shelf> objectClass;
+    static const FEMRulesOf<Shelf> defaultRules;
 };
 constexpr auto declaredOfShelf =
     declare<Shelf>(property<&Shelf::number>("number"), property<&Shelf::hidden>("s_hidden"),
@@ -38,20 +36,18 @@ constexpr auto declaredOfShelf =
 constexpr auto rulesOfShelf =
     mapping<declaredOfShelf>(attribute<&Shelf::number>(), attribute<&Shelf::hidden>(),
                              attribute<&Shelf::isOpen>(), attribute<&Shelf::order>());
-constinit const FEMRules Shelf::defaultRules = rulesOfShelf;
+constinit const FEMRulesOf<Shelf> Shelf::defaultRules = rulesOfShelf;
 using ComparedOfShelf = FieldsOf<&Shelf::number, &Shelf::hidden>;
-constinit const ObjectClass Shelf::objectClass(
+constinit const ObjectClassOf<Shelf> Shelf::objectClass(
     describe<declaredOfShelf, ComparedOfShelf, ComparedOfShelf>("Shelf"));
 
 // A class that extends another and adds nothing.
-class TallShelf : public Shelf {
+class TallShelf : public Record<TallShelf, Shelf> {
 public:
-    using Shelf::Shelf;
-    using Super = Shelf;
-    static const ObjectClass objectClass;
+    static const ObjectClassOf<TallShelf> objectClass;
 };
 constexpr auto declaredOfTallShelf = declare<TallShelf>();
-constinit const ObjectClass TallShelf::objectClass(describe<declaredOfTallShelf>("TallShelf"));
+constinit const ObjectClassOf<TallShelf> TallShelf::objectClass(describe<declaredOfTallShelf>("TallShelf"));
 
 static_assert(QELModel<QELAsset> && QELModel<QELEditorial> && QELModel<QELSeason> && QELModel<Shelf>);
 static_assert(!QELModel<QELBaseModel>, "the base class has no mapping");

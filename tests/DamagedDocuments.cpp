@@ -138,9 +138,7 @@ WholeDocument::Steps WholeDocument::addDictionary(Steps at, const std::string& p
 }
 
 // The dictionary in which the last key of a key path belongs; those before it are made on the way.
-WholeDocument::Steps WholeDocument::reach(Steps at,
-                                          std::string& path,
-                                          std::string_view keyPath,
+WholeDocument::Steps WholeDocument::reach(Steps at, std::string& path, std::string_view keyPath,
                                           const Line& lineIfMissing) {
     for (std::size_t dot; (dot = keyPath.find('.')) != std::string_view::npos;
          keyPath.remove_prefix(dot + 1)) {
@@ -177,9 +175,7 @@ Tree WholeDocument::valueFor(const FEMRule& rule) {
     }
 }
 
-void WholeDocument::fillRecord(Steps at,
-                               const std::string& path,
-                               const std::string& property,
+void WholeDocument::fillRecord(Steps at, const std::string& path, const std::string& property,
                                const FEMRules& rules) {
     for (const auto list : {rules.attributes, rules.relationships}) {
         for (const FEMRule& rule : list) {
@@ -207,9 +203,7 @@ void WholeDocument::fillRecord(Steps at,
     }
 }
 
-void WholeDocument::fillList(const Steps& at,
-                             const std::string& path,
-                             const std::string& property,
+void WholeDocument::fillList(const Steps& at, const std::string& path, const std::string& property,
                              const FEMRules& rules) {
     for (std::size_t i = 0; i < 2; ++i) {
         const std::string elementPath = path + '/' + std::to_string(i);

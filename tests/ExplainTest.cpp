@@ -71,9 +71,7 @@ TEST_P(EveryKind, ExplainsARootThatIsNotADictionary) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Explain,
-                         EveryKind,
-                         testing::ValuesIn(tool::kinds().begin(), tool::kinds().end()),
+INSTANTIATE_TEST_SUITE_P(Explain, EveryKind, testing::ValuesIn(tool::kinds().begin(), tool::kinds().end()),
                          [](const auto& kind) { return std::string(kind.param.name); });
 
 TEST(Explain, AColourThatIsNoTextEndsIt) {

@@ -68,11 +68,9 @@ TEST_P(EveryReader, FindsNoFault) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Generate,
-    EveryReader,
+    Generate, EveryReader,
     testing::Values(Reader{"man", "$Q generate man | MANWIDTH=80 man --warnings -l - >/dev/null"},
-                    Reader{"bash", "$Q generate bash | bash -n"},
-                    Reader{"zsh", "$Q generate zsh | zsh -n"},
+                    Reader{"bash", "$Q generate bash | bash -n"}, Reader{"zsh", "$Q generate zsh | zsh -n"},
                     Reader{"fish", "$Q generate fish | fish -n"}),
     [](const auto& reader) { return std::string(reader.param.program); });
 

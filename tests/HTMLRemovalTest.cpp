@@ -73,9 +73,7 @@ void expectSameAsOracle(const std::u16string& units) {
 }
 
 /// All sequences of up to `longest` of the pieces, between two texts.
-void expectSameForAll(const Pieces& pieces,
-                      std::size_t longest,
-                      const std::u16string& before = u"",
+void expectSameForAll(const Pieces& pieces, std::size_t longest, const std::u16string& before = u"",
                       const std::u16string& after = u"") {
     std::vector<std::size_t> odometer;
     while (odometer.size() <= longest) {

@@ -49,8 +49,7 @@ std::vector<Entry> entries(std::span<const QELKavoConfiguration> table) {
 // The rule, word by word: keep what covers; the first that was kept, else the last of all.
 template <typename Predicate>
 const QELKavoConfiguration* literalChoice(std::span<const QELKavoConfiguration> table,
-                                          const std::vector<Entry>& values,
-                                          Predicate covers) {
+                                          const std::vector<Entry>& values, Predicate covers) {
     const auto first = std::find_if(values.begin(), values.end(), covers);
     return first == values.end() ? &table.back() : &table[static_cast<std::size_t>(first - values.begin())];
 }
@@ -105,8 +104,7 @@ TEST(Choice, IsTheFirstThatCoversElseTheLastAtEveryBoundary) {
     }
 }
 
-RC_GTEST_PROP(Choice,
-              IsTheFirstThatCoversElseTheLastForAnyDoubles,
+RC_GTEST_PROP(Choice, IsTheFirstThatCoversElseTheLastForAnyDoubles,
               (std::uint64_t width, std::uint64_t height)) {
     expectLiteralChoices({std::bit_cast<double>(width), std::bit_cast<double>(height)});
     expectLiteralChoices({static_cast<double>(width % 8800) / 4, static_cast<double>(height % 6400) / 4});
@@ -219,8 +217,7 @@ TEST_F(ImageURL, IsAURLForEveryURL) {
 }
 
 // Which factor comes first decides the last bit.
-RC_GTEST_FIXTURE_PROP(ImageURL,
-                      ScalesByTheScreenFirst,
+RC_GTEST_FIXTURE_PROP(ImageURL, ScalesByTheScreenFirst,
                       (std::uint64_t width, std::uint64_t screen, std::uint64_t scale)) {
     const auto factor = [](std::uint64_t bits) { return 0.1 + static_cast<double>(bits >> 11) * 0x1p-50; };
     MainScreen::setScale(factor(screen));

@@ -17,6 +17,8 @@
 #include "QELModels/Models/QELAssetAdditional+Utils.h"
 #include "QELModels/Models/QELEditorial.h"
 #include "QELModels/Models/QELSeason.h"
+#include "QELModels/Records/detail/ObjectAccess.h"
+#include "QELModels/Records/detail/PropertySlot.h"
 #include "QELModels/Representation/RepresentationBuilder.h"
 #include "tests/TestSupport.h"
 
@@ -352,7 +354,8 @@ TEST(Lifetime, WhatIsPutIntoARecordIsKeptAlsoWhenItIsACopy) {
     Object* asset = detail::ObjectAccess::construct(QELAsset::objectClass, writer);
     {
         const auto category = copy(*mapped<QELCategory>(R"({"title": "Nyheter"})"));
-        ASSERT_TRUE(QELAsset::objectClass.property("category")->setValue(*asset, Value(category), writer));
+        const Property& property = *QELAsset::objectClass.property("category");
+        ASSERT_TRUE(detail::setValue(property, *asset, Value(category), writer));
     }
     writer.finish();
     const auto kept = Ref<QELAsset>::adopt(static_cast<const QELAsset*>(asset));

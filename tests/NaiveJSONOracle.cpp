@@ -325,10 +325,8 @@ bool isSame(const Value& value, RepresentationView view) {
     return false;
 }
 
-std::string disagreement(std::string_view document,
-                         const std::optional<Representation>& representation,
-                         const JSONError& error,
-                         std::size_t maxDepth) {
+std::string disagreement(std::string_view document, const std::optional<Representation>& representation,
+                         const JSONError& error, std::size_t maxDepth) {
     const Result expected = read(document, maxDepth);
     if (expected.value) {
         if (!representation) return "refused: " + error.reason + " at " + std::to_string(error.offset);

@@ -140,8 +140,7 @@ TEST(Text, AppendJoinsHalves) {
               "\xED\xA0\xBD");
 }
 
-RC_GTEST_PROP(TextProperty,
-              GluesAsCodeUnitsDo,
+RC_GTEST_PROP(TextProperty, GluesAsCodeUnitsDo,
               (const std::vector<std::uint16_t>& first, const std::vector<std::uint16_t>& second)) {
     // Values by eight, so that most of them are halves.
     const auto units = [](const std::vector<std::uint16_t>& values) {

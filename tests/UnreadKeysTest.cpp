@@ -10,6 +10,7 @@
 #include "QELModels/Mapping/FEMMapping.h"
 #include "QELModels/Mapping/FEMUnreadKeys.h"
 #include "QELModels/Models/QELAsset.h"
+#include "QELModels/Representation/detail/RepresentationAccess.h"
 #include "tests/TestSupport.h"
 
 namespace QELModels::test {
@@ -20,7 +21,8 @@ std::string unread(const FEMRules& rules, std::string_view document, std::string
     std::string pointers;
     FEMUnreadKeys::inObject(
         json(document), keyPath, rules, [&](const FEMPath& path, RepresentationView value) {
-            EXPECT_NE(value.block(), nullptr) << "who wants to keep the value cannot";
+            EXPECT_NE(detail::RepresentationAccess::block(value), nullptr)
+                << "who wants to keep the value cannot";
             pointers += path.pointer() + (value.isDictionary() || value.isArray() ? "/ " : " ");
         });
     return pointers;

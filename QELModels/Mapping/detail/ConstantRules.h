@@ -83,12 +83,12 @@ struct ConstantRules {
 private:
     constexpr std::span<const std::string_view> keysInUse() const { return std::span(keys).first(keyCount); }
 
-    // Whether an attribute's rule takes a value as it is, from a key and into a property that no other rule
-    // has.
+    // Whether an attribute's rule takes a value as it is, from a key that no other rule has. (No other rule
+    // has its property either.)
     constexpr bool isStoredAtOnce(const FEMRule& rule) const {
         if (rule.map.apply != nullptr || rule.hasFurtherKeys()) return false;
         const auto isRival = [&rule](const FEMRule& other) {
-            return &other != &rule && (other.key == rule.key || other.property == rule.property);
+            return &other != &rule && other.key == rule.key;
         };
         return std::none_of(attributes.begin(), attributes.end(), isRival) &&
                std::none_of(relationships.begin(), relationships.end(), isRival);

@@ -23,8 +23,8 @@ struct RuleKey {
         std::copy_n(key.begin(), std::min(key.size(), ByteBlock::kSize), first);
     }
 
-    /// Whether the key's value is stored as soon as the key is found: one rule alone reads the key, takes the
-    /// value as it is, and no other rule fills the same property. Nothing then depends on the order.
+    /// Whether the key's value is stored as soon as the key is found: one rule alone reads the key, and takes
+    /// the value as it is. Nothing then depends on the order.
     constexpr bool isStoredAtOnce() const noexcept { return store != nullptr; }
 
     char first[ByteBlock::kSize] = {};     ///< how it begins; NULs where it is shorter

@@ -130,9 +130,9 @@ consteval void checkCompared() {
 template <class C, auto... Members, std::size_t... I>
 consteval std::size_t firstFieldNotAmong(std::index_sequence<I...>) {
     // Each field of an object says where its slot lies.
-    const void* slots[sizeof...(I) + 1]{};
+    [[maybe_unused]] const void* slots[sizeof...(I) + 1]{};
     const C object{{ObjectAccess::construction(C::objectClass)}, FieldProbe{slots + I}...};
-    const auto isAt = [&]<auto Member>(const void* slot) {
+    [[maybe_unused]] const auto isAt = [&]<auto Member>(const void* slot) {
         if constexpr (MemberOf<Member>::kIsField && std::same_as<typename MemberOf<Member>::Class, C>)
             return slot == FieldAccess::slot(object.*Member);
         else
