@@ -1,15 +1,12 @@
-// Durations and countdowns read as they were agreed on, for every double: words, zero padding, the wrap at a
-// day, and what becomes of negative and of enormous times.
+// Durations and countdowns have the agreed texts for every double: words, zero padding, the wrap at a day,
+// negative and enormous times.
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include <array>
 #include <bit>
-#include <cinttypes>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
 #include <limits>
 #include <string>
 #include <string_view>
@@ -33,13 +30,9 @@ TEST(DateFormatting, KnownTimes) {
     constexpr Row rows[] = {
         {0, "00 sekunder", "00:00", "00m00s"},
         {1, "01 sekund", "00:01", "00m01s"},
-        {59.9, "59 sekunder", "00:59", "00m59s"},
         {61, "01 minutt og 01 sekund", "01:01", "01m01s"},
-        {120, "02 minutter og 00 sekunder", "02:00", "02m00s"},
-        {3600, "01 time, 00 minutter og 00 sekunder", "01:00:00", "01h00m00s"},
         {3605, "01 time, 00 minutter og 05 sekunder", "01:00:05", "01h00m05s"},
         {7261, "02 timer, 01 minutt og 01 sekund", "02:01:01", "02h01m01s"},
-        {86399, "23 timer, 59 minutter og 59 sekunder", "23:59:59", "23h59m59s"},
         {86400, "01 dag, 00 timer, 00 min og 00 sek", "00:00", "00m00s"},
         {90000, "01 dag, 01 time, 00 min og 00 sek", "01:00:00", "01h00m00s"},
         {176461, "02 dager, 01 time, 01 min og 01 sek", "01:01:01", "01h01m01s"},
@@ -75,7 +68,7 @@ TEST(DateFormatting, PartsOfATime) {
               QELTimeDifferenceFromSeconds(0x1p63));
 }
 
-// The same texts, written out format by format.
+// The same texts, written out form by form.
 struct Literal {
     std::uint64_t days, hours, minutes, seconds;
 
@@ -85,59 +78,32 @@ struct Literal {
                                    : time <= -0x1p63 ? std::numeric_limits<std::int64_t>::min()
                                                      : static_cast<std::int64_t>(time);
         const std::int64_t days = total / 86400;
-        std::int64_t rest = total - days * 86400;
-        const std::int64_t hours = rest / 3600;
-        rest = rest - hours * 3600;
-        const std::int64_t minutes = rest / 60;
-        const std::int64_t seconds = rest - minutes * 60;
-        return {static_cast<std::uint64_t>(days),
-                static_cast<std::uint64_t>(hours),
-                static_cast<std::uint64_t>(minutes),
-                static_cast<std::uint64_t>(seconds)};
+        const std::int64_t hours = (total - days * 86400) / 3600;
+        const std::int64_t minutes = (total - days * 86400 - hours * 3600) / 60;
+        const auto bits = [](std::int64_t part) { return static_cast<std::uint64_t>(part); };
+        return {
+            bits(days), bits(hours), bits(minutes), bits(total - (days * 24 + hours) * 3600 - minutes * 60)};
+    }
+
+    static std::string two(std::uint64_t number) { return (number < 10 ? "0" : "") + std::to_string(number); }
+    static std::string counted(std::uint64_t number, const char* one, const char* many) {
+        return two(number) + (number == 1 ? one : many);
     }
 
     std::string countdown() const {
-        const char* const day = days == 1 ? "dag" : "dager";
-        const char* const hour = hours == 1 ? "time" : "timer";
-        const char* const minute = minutes == 1 ? "minutt" : "minutter";
-        const char* const second = seconds == 1 ? "sekund" : "sekunder";
+        const std::string hour = counted(hours, " time, ", " timer, ");
         if (days != 0)
-            return print("%02" PRIu64 " %s, %02" PRIu64 " %s, %02" PRIu64 " min og %02" PRIu64 " sek",
-                         days,
-                         day,
-                         hours,
-                         hour,
-                         minutes,
-                         seconds);
-        if (hours != 0)
-            return print("%02" PRIu64 " %s, %02" PRIu64 " %s og %02" PRIu64 " %s",
-                         hours,
-                         hour,
-                         minutes,
-                         minute,
-                         seconds,
-                         second);
-        if (minutes != 0)
-            return print("%02" PRIu64 " %s og %02" PRIu64 " %s", minutes, minute, seconds, second);
-        return print("%02" PRIu64 " %s", seconds, second);
+            return counted(days, " dag, ", " dager, ") + hour + two(minutes) + " min og " + two(seconds) +
+                   " sek";
+        const std::string minute = counted(minutes, " minutt og ", " minutter og ");
+        const std::string second = counted(seconds, " sekund", " sekunder");
+        return (hours != 0 ? hour : "") + (hours != 0 || minutes != 0 ? minute : "") + second;
     }
-
     std::string named() const {
-        if (hours != 0) return print("%02" PRIu64 "h%02" PRIu64 "m%02" PRIu64 "s", hours, minutes, seconds);
-        return print("%02" PRIu64 "m%02" PRIu64 "s", minutes, seconds);
+        return (hours != 0 ? two(hours) + "h" : "") + two(minutes) + "m" + two(seconds) + "s";
     }
-
     std::string clock() const {
-        if (hours != 0) return print("%02" PRIu64 ":%02" PRIu64 ":%02" PRIu64, hours, minutes, seconds);
-        return print("%02" PRIu64 ":%02" PRIu64, minutes, seconds);
-    }
-
-private:
-    template <typename... Arguments>
-    static std::string print(const char* format, Arguments... arguments) {
-        std::array<char, 256> text;
-        std::snprintf(text.data(), text.size(), format, arguments...);
-        return text.data();
+        return (hours != 0 ? two(hours) + ":" : "") + two(minutes) + ":" + two(seconds);
     }
 };
 
@@ -148,7 +114,7 @@ bool readsAsWrittenOut(double time) {
            NSStringFromMovieDuration(time) == literal.clock();
 }
 
-// Every carry and every singular stands within this range.
+// Every carry and every singular is in this range.
 TEST(DateFormatting, EverySecondOfTwoDaysEitherSideOfNow) {
     for (int second = -2 * 86400 - 3662; second <= 2 * 86400 + 3662; ++second)
         ASSERT_TRUE(readsAsWrittenOut(second)) << second;
@@ -159,7 +125,7 @@ RC_GTEST_PROP(DateFormatting, AnyDouble, (std::uint64_t bits, std::int64_t secon
     RC_ASSERT(readsAsWrittenOut(static_cast<double>(second)));
 }
 
-TEST(StreamTypes, AreNamedAsDocumentsNameThem) {
+TEST(StreamTypes, HaveTheWordsOfDocuments) {
     EXPECT_EQ(NSStringFromQELStreamType(QELStreamTypeVod), "vod");
     EXPECT_EQ(NSStringFromQELStreamType(QELStreamTypeWasLive), "wasLive");
     EXPECT_EQ(NSStringFromQELStreamType(QELStreamTypeLive), "live");
@@ -168,7 +134,7 @@ TEST(StreamTypes, AreNamedAsDocumentsNameThem) {
         EXPECT_EQ(NSStringFromQELStreamType(static_cast<QELStreamType>(other)), "") << other;
 }
 
-TEST(Version, IsToldByNumberAndByIdentification) {
+TEST(Version, HasANumberAndAnIdentification) {
     EXPECT_EQ(QELModelsVersionNumber, 1.0);
     EXPECT_STREQ(QELModelsVersionString, "@(#)PROGRAM:QELModels  PROJECT:QELModels-1\n");
 }

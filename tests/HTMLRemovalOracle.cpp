@@ -1,35 +1,37 @@
 #include "HTMLRemovalOracle.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
+#include <string_view>
+#include <vector>
 
 namespace HTMLRemovalOracle {
 
 namespace {
 
-const std::array<NamedReference, kNamedReferences> kTable = {
-    {{u"&nbsp;", 160},   {u"&iexcl;", 161},  {u"&cent;", 162},   {u"&pound;", 163},  {u"&curren;", 164},
-     {u"&yen;", 165},    {u"&brvbar;", 166}, {u"&sect;", 167},   {u"&uml;", 168},    {u"&copy;", 169},
-     {u"&ordf;", 170},   {u"&laquo;", 171},  {u"&not;", 172},    {u"&shy;", 173},    {u"&reg;", 174},
-     {u"&macr;", 175},   {u"&deg;", 176},    {u"&plusmn;", 177}, {u"&sup2;", 178},   {u"&sup3;", 179},
-     {u"&acute;", 180},  {u"&micro;", 181},  {u"&para;", 182},   {u"&middot;", 183}, {u"&cedil;", 184},
-     {u"&sup1;", 185},   {u"&ordm;", 186},   {u"&raquo;", 187},  {u"&frac14;", 188}, {u"&frac12;", 189},
-     {u"&frac34;", 190}, {u"&iquest;", 191}, {u"&Agrave;", 192}, {u"&Aacute;", 193}, {u"&Acirc;", 194},
-     {u"&Atilde;", 195}, {u"&Auml;", 196},   {u"&Aring;", 197},  {u"&AElig;", 198},  {u"&Ccedil;", 199},
-     {u"&Egrave;", 200}, {u"&Eacute;", 201}, {u"&Ecirc;", 202},  {u"&Euml;", 203},   {u"&Igrave;", 204},
-     {u"&Iacute;", 205}, {u"&Icirc;", 206},  {u"&Iuml;", 207},   {u"&ETH;", 208},    {u"&Ntilde;", 209},
-     {u"&Ograve;", 210}, {u"&Oacute;", 211}, {u"&Ocirc;", 212},  {u"&Otilde;", 213}, {u"&Ouml;", 214},
-     {u"&times;", 215},  {u"&Oslash;", 216}, {u"&Ugrave;", 217}, {u"&Uacute;", 218}, {u"&Ucirc;", 219},
-     {u"&Uuml;", 220},   {u"&Yacute;", 221}, {u"&THORN;", 222},  {u"&szlig;", 223},  {u"&agrave;", 224},
-     {u"&aacute;", 225}, {u"&acirc;", 226},  {u"&atilde;", 227}, {u"&auml;", 228},   {u"&aring;", 229},
-     {u"&aelig;", 230},  {u"&ccedil;", 231}, {u"&egrave;", 232}, {u"&eacute;", 233}, {u"&ecirc;", 234},
-     {u"&euml;", 235},   {u"&igrave;", 236}, {u"&iacute;", 237}, {u"&icirc;", 238},  {u"&iuml;", 239},
-     {u"&eth;", 240},    {u"&ntilde;", 241}, {u"&ograve;", 242}, {u"&oacute;", 243}, {u"&ocirc;", 244},
-     {u"&otilde;", 245}, {u"&ouml;", 246},   {u"&divide;", 247}, {u"&oslash;", 248}, {u"&ugrave;", 249},
-     {u"&uacute;", 250}, {u"&ucirc;", 251},  {u"&uuml;", 252},   {u"&yacute;", 253}, {u"&thorn;", 254},
-     {u"&yuml;", 255},   {u"&amp;", 38},     {u"&lt;", 60},      {u"&gt;", 62},      {u"&apos;", 39},
-     {u"&quot;", 34}}};
+// Of the code points from 160 on.
+constexpr std::u16string_view kLatinNames =
+    u"nbsp iexcl cent pound curren yen brvbar sect uml copy ordf laquo not shy reg macr deg "
+    u"plusmn sup2 sup3 acute micro para middot cedil sup1 ordm raquo frac14 frac12 frac34 iquest "
+    u"Agrave Aacute Acirc Atilde Auml Aring AElig Ccedil Egrave Eacute Ecirc Euml Igrave Iacute "
+    u"Icirc Iuml ETH Ntilde Ograve Oacute Ocirc Otilde Ouml times Oslash Ugrave Uacute Ucirc Uuml "
+    u"Yacute THORN szlig agrave aacute acirc atilde auml aring aelig ccedil egrave eacute ecirc "
+    u"euml igrave iacute icirc iuml eth ntilde ograve oacute ocirc otilde ouml divide oslash "
+    u"ugrave uacute ucirc uuml yacute thorn yuml ";
+
+std::vector<NamedReference> allReferences() {
+    std::vector<NamedReference> all;
+    char16_t character = 160;
+    for (std::size_t at = 0; at < kLatinNames.size();) {
+        const std::size_t end = kLatinNames.find(u' ', at);
+        all.push_back({u"&" + std::u16string(kLatinNames.substr(at, end - at)) + u";", character++});
+        at = end + 1;
+    }
+    all.insert(all.end(),
+               {{u"&amp;", u'&'}, {u"&lt;", u'<'}, {u"&gt;", u'>'}, {u"&apos;", u'\''}, {u"&quot;", u'"'}});
+    return all;
+}
+const std::vector<NamedReference> kTable = allReferences();
 
 bool contains(const std::u16string& text, const std::u16string& part) {
     return text.find(part) != std::u16string::npos;

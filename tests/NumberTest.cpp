@@ -15,9 +15,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
+#include <set>
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -96,19 +98,11 @@ RC_GTEST_PROP(Number, ComparesWithItsNearestDoublesByExactValue, (std::int64_t l
 }
 
 TEST(Number, HashesSpread) {
-    std::vector<std::uint64_t> hashes;
-    for (int i = 0; i < 1000; ++i) {
-        hashes.push_back(Number(i - 500).hash());
-        hashes.push_back(Number(i + 0.25).hash());
-        hashes.push_back(Number(1e300 * (i + 1)).hash());
-    }
-    std::vector<bool> isUsed(std::size_t{1} << 16);
-    std::size_t used = 0;
-    for (const std::uint64_t h : hashes) {
-        if (!isUsed[h & 0xFFFF]) ++used;
-        isUsed[h & 0xFFFF] = true;
-    }
-    EXPECT_GT(used, hashes.size() * 9 / 10) << "hash tables look at the low bits";
+    std::set<std::uint64_t> lowBits;  // which hash tables look at
+    for (int i = 0; i < 1000; ++i)
+        for (const Number number : {Number(i - 500), Number(i + 0.25), Number(1e300 * (i + 1))})
+            lowBits.insert(number.hash() & 0xFFFF);
+    EXPECT_GT(lowBits.size(), 2700u);
 }
 
 TEST(Number, Converts) {
@@ -121,11 +115,8 @@ TEST(Number, Converts) {
     const Row rows[] = {
         {Number(), 0, 0, false},
         {true, 1, 1, true},
-        {false, 0, 0, false},
-        {-7, -7, -7, true},
         {kMaxInt, kMaxInt, 0x1p63, true},
         {kMinInt, kMinInt, -0x1p63, true},
-        {7u, 7, 7, true},
         {std::uint64_t{1} << 63, kMaxInt, 0x1p63, true},
         {kMaxUnsigned, kMaxInt, 0x1p64, true},
         {1.99, 1, 1.99, true},
@@ -135,7 +126,6 @@ TEST(Number, Converts) {
         {0x1p63, kMaxInt, 0x1p63, true},
         {0x1.fffffffffffffp62, 9223372036854774784, 0x1.fffffffffffffp62, true},
         {-0x1p63, kMinInt, -0x1p63, true},
-        {-1e300, kMinInt, -1e300, true},
         {kInfinity, kMaxInt, kInfinity, true},
         {-kInfinity, kMinInt, -kInfinity, true},
         {2.5F, 2, 2.5, true},
@@ -150,47 +140,34 @@ TEST(Number, Converts) {
     EXPECT_FALSE(Number(kNaN) == Number(kNaN));
 }
 
-TEST(Number, HasTheTextThatScriptsPrint) {
-    struct Row {
-        Number number;
-        std::string_view text;
-    };
-    const Row rows[] = {
+TEST(Number, HasTheTextOfECMAScript) {
+    const std::pair<Number, std::string_view> rows[] = {
         {Number(), "0"},
         {true, "1"},
-        {false, "0"},
         {kMinInt, "-9223372036854775808"},
         {kMaxUnsigned, "18446744073709551615"},
         {-0.0, "0"},
-        {100000.0, "100000"},
         {-1.5, "-1.5"},
-        {0.1, "0.1"},
-        {123.456, "123.456"},
-        {9007199254740993.0, "9007199254740992"},
-        {123456789012345680000.0, "123456789012345680000"},
         {999999999999999900000.0, "999999999999999900000"},
         {1e21, "1e+21"},
-        {1.5e21, "1.5e+21"},
         {-123456789012345680000.0 * 10, "-1.2345678901234568e+21"},
         {1e-6, "0.000001"},
         {-1.2345678901234567e-6, "-0.0000012345678901234567"},
         {1e-7, "1e-7"},
-        {1.25e-7, "1.25e-7"},
         {DBL_TRUE_MIN, "5e-324"},
-        {DBL_MIN, "2.2250738585072014e-308"},
         {-DBL_MAX, "-1.7976931348623157e+308"},
-        {1e23, "1e+23"},
         {kNaN, "NaN"},
         {kInfinity, "Infinity"},
         {-kInfinity, "-Infinity"},
     };
-    for (const Row& row : rows) {
-        EXPECT_EQ(row.number.toString(), row.text);
-        EXPECT_LE(row.text.size(), Number::kMaxChars);
+    for (const auto& [number, text] : rows) {
+        EXPECT_EQ(number.toString(), text);
+        EXPECT_LE(text.size(), Number::kMaxChars);
     }
 }
 
-// The definition, read aloud: the fewest digits s that read back as the value s * 10^(n - k), k of them ...
+// The definition, word for word: the fewest digits s that read back as the value s * 10^(n - k), k of them
+// ...
 std::string textByDefinition(double value) {
     std::array<char, 40> buffer{};
     int k = 0;
@@ -236,7 +213,7 @@ TEST(Number, HasTheShortestTextAtEveryMagnitude) {
 }
 
 RC_GTEST_PROP(Number, HasTheShortestTextForAnyDouble, (std::uint64_t bits, std::int32_t integer)) {
-    // Small generated integers are no random bits: spread them.
+    // Generated integers are small: hashing makes random bits of them.
     expectTextByDefinition(std::bit_cast<double>(QELModels::detail::hashOfWord(bits)));
     expectTextByDefinition(integer);
     expectTextByDefinition(integer / 1000.0);
