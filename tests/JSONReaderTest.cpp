@@ -146,7 +146,7 @@ TEST(JSONReader, Numbers) {
         ASSERT_TRUE(value);
         ASSERT_TRUE(value->view().isNumber());
         EXPECT_EQ(value->view().number()->origin(), row.number.origin());
-        EXPECT_EQ(NumberBits::of(*value->view().number()), NumberBits::of(row.number));
+        EXPECT_EQ(detail::NumberBits::of(*value->view().number()), detail::NumberBits::of(row.number));
         for (const char* end : {"", " ", ",3", "]", "}", ":"})
             EXPECT_TRUE(agrees("[" + std::string(row.text) + end));
     }

@@ -14,10 +14,10 @@ namespace NaiveJSONOracle {
 
 using QELModels::JSONError;
 using QELModels::Number;
-using QELModels::NumberBits;
 using QELModels::Representation;
 using QELModels::RepresentationView;
 using QELModels::Text;
+using QELModels::detail::NumberBits;
 
 namespace {
 

@@ -166,7 +166,7 @@ URL withTransformation(URLView url, Pieces... pieces) {
     text += url.text();
     text += kTransformation;
     (append(text, pieces), ...);
-    return URLAccess::ownedFromValidated(std::move(text));
+    return detail::URLAccess::ownedFromValidated(std::move(text));
 }
 
 }  // namespace

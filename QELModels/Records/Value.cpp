@@ -10,7 +10,8 @@ Value::Value(RepresentationView raw) noexcept {
     if (const auto number = raw.number())
         *this = *number;
     else if (raw.isString())
-        *this = detail::ValueAccess::keptText(detail::RepresentationAccess::block(raw), detail::RepresentationAccess::node(raw)->string());
+        *this = detail::ValueAccess::keptText(detail::RepresentationAccess::block(raw),
+                                              detail::RepresentationAccess::node(raw)->string());
     else if (!raw.isNull())
         *this = detail::ValueAccess::keptRepresentation(raw);
 }
@@ -58,7 +59,7 @@ std::optional<std::string_view> Value::text() const noexcept {
 
 std::optional<URLView> Value::url() const noexcept {
     if (content_.kind != Kind::url) return std::nullopt;
-    return URLAccess::fromValidated({content_.text.data, content_.text.size});
+    return detail::URLAccess::fromValidated({content_.text.data, content_.text.size});
 }
 
 std::optional<Date> Value::date() const noexcept {
@@ -88,7 +89,7 @@ bool operator==(const Value& a, const Value& b) {
         case Value::Kind::null:
             return true;
         case Value::Kind::number:
-            return NumberBits::areSame(a.content_.number, b.content_.number);
+            return detail::NumberBits::areSame(a.content_.number, b.content_.number);
         case Value::Kind::text:
         case Value::Kind::url:
             return std::string_view(a.content_.text.data, a.content_.text.size) ==

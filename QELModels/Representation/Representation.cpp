@@ -26,7 +26,7 @@ constinit const Node kEmptyArray = [] {
 }();
 
 Number numberOf(const Node& node) noexcept {
-    return NumberBits::number(node.bits, node.origin());
+    return detail::NumberBits::number(node.bits, node.origin());
 }
 
 }  // namespace

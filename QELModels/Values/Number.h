@@ -16,6 +16,10 @@
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
+namespace detail {
+struct NumberBits;
+}
+
 /// An integer type that a `Number` can be made of: one for numbers, not for characters or truth values.
 template <typename T>
 concept NumberInteger = std::integral<T> && sizeof(T) <= sizeof(std::uint64_t) &&
@@ -114,7 +118,7 @@ public:
     }
 
 private:
-    friend struct NumberBits;
+    friend struct detail::NumberBits;
 
     static constexpr double kTwoTo63 = 9223372036854775808.0;
     static constexpr double kTwoTo64 = 18446744073709551616.0;
@@ -144,6 +148,8 @@ private:
     Origin origin_ = Origin::int64;
 };
 
+namespace detail {
+
 /// A number in two parts, for storing them apart.
 struct NumberBits {
     static constexpr std::uint64_t of(Number number) noexcept { return number.bits_; }
@@ -159,6 +165,7 @@ struct NumberBits {
     }
 };
 
+}  // namespace detail
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels
 

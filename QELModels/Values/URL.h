@@ -14,7 +14,9 @@
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
+namespace detail {
 struct URLAccess;
+}
 
 /// A borrowed text that is known to be a URL. A copy is a pointer and a length.
 ///
@@ -37,7 +39,7 @@ public:
     friend constexpr bool operator==(URLView a, URLView b) noexcept { return a.text() == b.text(); }
 
 private:
-    friend struct URLAccess;
+    friend struct detail::URLAccess;
     friend class URL;
 
     constexpr explicit URLView(std::string_view text) noexcept : data_(text.data()), size_(text.size()) {}
@@ -70,11 +72,13 @@ public:
     friend bool operator==(const URL& a, const URL& b) noexcept { return a.text_ == b.text_; }
 
 private:
-    friend struct URLAccess;
+    friend struct detail::URLAccess;
     explicit URL(std::string&& text) noexcept : text_(std::move(text)) {}
 
     std::string text_;
 };
+
+namespace detail {
 
 /// Makes a URL of a text that is known to be one, since it was parsed before or made of a URL.
 struct URLAccess {
@@ -82,6 +86,7 @@ struct URLAccess {
     static URL ownedFromValidated(std::string&& text) noexcept { return URL(std::move(text)); }
 };
 
+}  // namespace detail
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels
 

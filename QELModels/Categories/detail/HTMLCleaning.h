@@ -9,7 +9,7 @@ namespace QELModels {
 inline namespace QELMODELS_ABI {
 namespace detail {
 
-/// `HTMLRemoval::withoutHTMLTags` in whole blocks. Requires: `Block::kSlack` bytes after the text may be
+/// `HTMLRemoval::withoutHTMLTags` in whole blocks. Requires: `kSlack` bytes after the text may be
 /// read, and as many after its size in `to` may be written.
 QELMODELS_EXPORT std::size_t withoutHTMLTagsOfBlock(std::string_view text, char* to) noexcept;
 
