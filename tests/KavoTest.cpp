@@ -1,5 +1,5 @@
 // An image is asked for at the first size of its table that covers what is wanted, and at the last where none
-// does, for every size that doubles can state.
+// does, for every size that a double can have.
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -46,7 +46,7 @@ std::vector<Entry> entries(std::span<const QELKavoConfiguration> table) {
     return all;
 }
 
-// The rule, word by word: keep what covers; the first that was kept, else the last of all.
+// The rule, word for word: the first that covers, else the last.
 template <typename Predicate>
 const QELKavoConfiguration* literalChoice(std::span<const QELKavoConfiguration> table,
                                           const std::vector<Entry>& values, Predicate covers) {
@@ -70,7 +70,7 @@ void expectLiteralChoices(Size pixels) {
         << pixels.width;
 }
 
-// Between two neighbouring numbers of a table every request is answered alike, so these stand for all.
+// Between two neighbouring numbers of a table, the answer is the same for every request, so these are enough.
 std::vector<double> telling(const std::set<double>& boundaries) {
     std::vector<double> values{kNaN,
                                -kInfinity,
