@@ -104,13 +104,6 @@ TEST(Choice, IsTheFirstThatCoversElseTheLastAtEveryBoundary) {
     }
 }
 
-RC_GTEST_PROP(Choice, IsTheFirstThatCoversElseTheLastForAnyDoubles,
-              (std::uint64_t width, std::uint64_t height)) {
-    expectLiteralChoices({std::bit_cast<double>(width), std::bit_cast<double>(height)});
-    expectLiteralChoices({static_cast<double>(width % 8800) / 4, static_cast<double>(height % 6400) / 4});
-    RC_ASSERT(!::testing::Test::HasFailure());
-}
-
 TEST(SizeTables, HoldTheServersSizes) {
     const std::vector<Entry> autoHeight{
         {316, 0, 80}, {480, 0, 80}, {652, 0, 80}, {725, 0, 80}, {800, 0, 80}, {1080, 0, 80}, {1205, 0, 80}};

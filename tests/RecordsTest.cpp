@@ -49,7 +49,8 @@ Words nextWords(std::istream& text) {
 template <class Model, auto isEqualTo = nullptr>
 Row row(const std::string& contract) {
     std::istringstream text(contract);
-    Row row{Model::objectClass, [] { return FEMMapping(Model::defaultMapping()); }, nullptr, {}, {}, {}, {}};
+    Row row{
+        Model::objectClass, []() -> FEMMapping { return Model::defaultMapping(); }, nullptr, {}, {}, {}, {}};
     for (Words* words : {&row.declared, &row.attributes, &row.relationships, &row.compared})
         *words = nextWords(text);
     if constexpr (!std::is_null_pointer_v<decltype(isEqualTo)>)
@@ -261,12 +262,12 @@ TEST(Records, HaveARowEach) {
     for (const auto& file : std::filesystem::directory_iterator(QELMODELS_MODELS_DIR)) {
         if (file.path().extension() != ".h") continue;
         std::ifstream header(file.path());
-        std::string name;
         for (std::string line; std::getline(header, line);) {
-            std::istringstream text(line);
-            const Words words = nextWords(text);
-            if (words.size() > 2 && words[0] == "class") name = words[2];
-            if (line.ends_with(" ObjectClass objectClass;")) declared.insert(name);
+            constexpr std::string_view kBefore = "static const ObjectClassOf<";
+            const std::size_t at = line.find(kBefore);
+            if (at == line.npos) continue;
+            const std::size_t name = at + kBefore.size();
+            declared.insert(line.substr(name, line.find('>') - name));
         }
     }
     declared.erase("QELBaseModel");
