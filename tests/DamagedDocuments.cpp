@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <span>
 #include <utility>
 
 namespace QELModels::test {
@@ -35,26 +34,7 @@ bool isAtOrUnder(const Line& line, const std::string& path) {
     return line.path == path || line.path.starts_with(path + '/');
 }
 
-void write(std::string& out, const Tree& tree, std::span<const std::size_t> steps, const Damage* damage) {
-    out += tree.scalar;
-    if (!tree.isContainer()) return;
-    bool isFirst = true;
-    for (std::size_t i = 0; i < tree.members.size(); ++i) {
-        const bool isOnTheWay = !steps.empty() && steps.front() == i;
-        const bool isHere = isOnTheWay && steps.size() == 1;
-        if (isHere && !damage->json) continue;
-        if (!std::exchange(isFirst, false)) out += ',';
-        if (tree.isDictionary()) out += '"' + tree.members[i].key + "\":";
-        if (isHere)
-            out += *damage->json;
-        else
-            write(
-                out, tree.members[i], isOnTheWay ? steps.subspan(1) : std::span<const std::size_t>(), damage);
-    }
-    out += tree.isDictionary() ? '}' : ']';
-}
-
-// What a rule makes of a value that stands there.
+// What a rule makes of the value that a damage puts in its place.
 std::string outcome(const FEMRule& rule, const Damage& damage) {
     const std::string_view json = *damage.json;
     if (json == "null") return "null";
@@ -92,142 +72,113 @@ const std::vector<Damage>& allDamages() {
     return damages;
 }
 
-WholeDocument::WholeDocument(const tool::Kind& kind) : root_{"{"} {
-    const auto addUnread = [this] {
-        places.push_back({Place::What::unread, {0}, '/' + std::string(kUnreadToken), {}});
-        unread.push_back({'/' + std::string(kUnreadToken), {}, "unread"});
-        add({}, std::string(kUnreadKey), {"1"});
-    };
-    addUnread();
-    if (!kind.isPage()) {
-        fillRecord({}, {}, {}, *kind.rules);
-        return;
-    }
-    std::string path;
-    Steps at = reach({}, path, kind.keyPath, {pathOf({}, kind.keyPath), {}, "missing"});
-    const std::string key(kind.keyPath.substr(kind.keyPath.rfind('.') + 1));
-    path += '/' + key;
-    at = add(at, key, {"["});
-    places.push_back({Place::What::pagesList, at, path, {}, nullptr, kind.rules});
-    fillList(at, path, {}, *kind.rules);
+WholeDocument::WholeDocument(const tool::Kind& kind) {
+    writeDictionary({}, [&] {
+        if (!kind.isPage()) return addMembers({}, {}, *kind.rules);
+        const std::string path = pathOf({}, kind.keyPath);
+        addAtKeyPath({Place::What::pagesList, path, {}, nullptr, kind.rules}, {}, kind.keyPath, [&] {
+            writeList(path, {}, *kind.rules);
+        });
+    });
 }
 
-Tree& WholeDocument::tree(const Steps& steps) {
-    Tree* tree = &root_;
-    for (const std::size_t step : steps)
-        tree = &tree->members[step];
-    return *tree;
+// A member, or an element where there is no key.
+void WholeDocument::add(Place place, std::string_view key, const Write& write) {
+    place.begin = text_.size();
+    if (text_.back() != '{' && text_.back() != '[') text_ += ',';
+    if (!key.empty()) text_ += '"' + std::string(key) + "\":";
+    place.value = text_.size();
+    const std::size_t position = places.size();
+    places.push_back(std::move(place));
+    write();
+    places[position].end = text_.size();
 }
 
-WholeDocument::Steps WholeDocument::add(Steps at, std::string key, Tree added) {
-    Tree& container = tree(at);
-    added.key = std::move(key);
-    container.members.push_back(std::move(added));
-    at.push_back(container.members.size() - 1);
-    return at;
+void WholeDocument::addAtKeyPath(Place place, std::string path, std::string_view keyPath,
+                                 const Write& write) {
+    const std::size_t dot = keyPath.find('.');
+    const std::string_view key = keyPath.substr(0, dot);
+    if (dot == keyPath.npos) return add(std::move(place), key, write);
+    path = pathOf(std::move(path), key);
+    Place middle{Place::What::middleOfKeyPath, path, {}};
+    middle.linesIfMissing = {{place.path, place.property, "missing"}};
+    add(std::move(middle), key, [&] {
+        writeDictionary(path, [&] { addAtKeyPath(std::move(place), path, keyPath.substr(dot + 1), write); });
+    });
 }
 
-// A dictionary with a key that no rule reads.
-WholeDocument::Steps WholeDocument::addDictionary(Steps at, const std::string& path, std::string key) {
-    at = add(std::move(at), std::move(key), {"{"});
+// A dictionary that begins with a key that no rule reads.
+void WholeDocument::writeDictionary(const std::string& path, const Write& writeMembers) {
+    text_ += '{';
     const std::string unreadPath = path + '/' + std::string(kUnreadToken);
-    const Steps steps = add(at, std::string(kUnreadKey), {"1"});
-    places.push_back({Place::What::unread, steps, unreadPath, {}});
     unread.push_back({unreadPath, {}, "unread"});
-    return at;
+    add({Place::What::unread, unreadPath, {}}, kUnreadKey, [this] { text_ += '1'; });
+    writeMembers();
+    text_ += '}';
 }
 
-// The dictionary in which the last key of a key path belongs; those before it are made on the way.
-WholeDocument::Steps WholeDocument::reach(Steps at, std::string& path, std::string_view keyPath,
-                                          const Line& lineIfMissing) {
-    for (std::size_t dot; (dot = keyPath.find('.')) != std::string_view::npos;
-         keyPath.remove_prefix(dot + 1)) {
-        const std::string key(keyPath.substr(0, dot));
-        path += '/' + key;
-        const Steps dictionary = addDictionary(at, path, key);
-        places.push_back(
-            {Place::What::middleOfKeyPath, dictionary, path, {}, nullptr, nullptr, {lineIfMissing}});
-        at = dictionary;
+void WholeDocument::writeList(const std::string& path, const std::string& property, const FEMRules& rules) {
+    text_ += '[';
+    for (const bool isEmpty : {true, false}) {
+        const std::string elementPath = path + (isEmpty ? "/0" : "/1");
+        const std::string element = property + (isEmpty ? "[0]" : "[1]");
+        add({Place::What::element, elementPath, element, nullptr, &rules}, {}, [&] {
+            writeDictionary(elementPath, [&] {
+                if (!isEmpty) return addMembers(elementPath, element, rules);
+                for (Line& line : missing(rules, elementPath, element))
+                    lines.push_back(std::move(line));
+            });
+        });
     }
-    return at;
+    text_ += ']';
+}
+
+void WholeDocument::addMembers(const std::string& path, const std::string& property, const FEMRules& rules) {
+    for (const auto list : {rules.attributes, rules.relationships}) {
+        for (const FEMRule& rule : list) {
+            const std::string at = pathOf(path, rule.keyPath);
+            const std::string name = joined(property, rule.property->name);
+            lines.push_back({at, name, "set"});
+            addAtKeyPath({Place::What::rule, at, name, &rule}, path, rule.keyPath, [&] {
+                if (!rule.isRelationship())
+                    text_ += valueFor(rule);
+                else if (rule.toMany)
+                    writeList(at, name, rule.nestedRules());
+                else
+                    writeDictionary(at, [&] { addMembers(at, name, rule.nestedRules()); });
+            });
+        }
+    }
 }
 
 // No two values are alike.
-Tree WholeDocument::valueFor(const FEMRule& rule) {
+std::string WholeDocument::valueFor(const FEMRule& rule) {
     const std::string number = std::to_string(++count_);
     switch (rule.accepts()) {
         case FEMAccepts::text:
-            return {"\"text " + number + '"'};
+            return "\"text " + number + '"';
         case FEMAccepts::reference:
-            return {"\"https://tv.example/" + number + '"'};
+            return "\"https://tv.example/" + number + '"';
         case FEMAccepts::color:
-            return {"\"#" + std::to_string(100000 + count_) + '"'};
+            return "\"#" + std::to_string(100000 + count_) + '"';
         case FEMAccepts::word:
-            return {'"' + std::string(rule.map.word(rule.map, rule.map.size - 1)) + '"'};
+            return '"' + std::string(rule.map.word(rule.map, rule.map.size - 1)) + '"';
         case FEMAccepts::number:
-            return {number};
+            return number;
         case FEMAccepts::array:
-            return {"[", {{"{", {{number, {}, "any"}}}}};
+            return R"([{"any":)" + number + "}]";
         case FEMAccepts::dictionary:
-            return {"{", {{"{", {{number, {}, "deep"}}, "any"}}};
+            return R"({"any":{"deep":)" + number + "}}";
         default:
-            return {"null"};
+            return "null";
     }
-}
-
-void WholeDocument::fillRecord(Steps at, const std::string& path, const std::string& property,
-                               const FEMRules& rules) {
-    for (const auto list : {rules.attributes, rules.relationships}) {
-        for (const FEMRule& rule : list) {
-            const Line line{
-                pathOf(path, rule.keyPath), joined(property, rule.property->name), std::string("set")};
-            std::string parent = path;
-            const Steps owner =
-                reach(at, parent, rule.keyPath, {line.path, line.property, std::string("missing")});
-            const std::string key(rule.keyPath.substr(rule.keyPath.rfind('.') + 1));
-            lines.push_back(line);
-            Steps value;
-            if (!rule.isRelationship())
-                value = add(owner, key, valueFor(rule));
-            else if (rule.toMany)
-                value = add(owner, key, {"["});
-            else
-                value = addDictionary(owner, line.path, key);
-            places.push_back({Place::What::rule, value, line.path, line.property, &rule});
-            if (!rule.isRelationship()) continue;
-            if (rule.toMany)
-                fillList(value, line.path, line.property, rule.nestedRules());
-            else
-                fillRecord(value, line.path, line.property, rule.nestedRules());
-        }
-    }
-}
-
-void WholeDocument::fillList(const Steps& at, const std::string& path, const std::string& property,
-                             const FEMRules& rules) {
-    for (std::size_t i = 0; i < 2; ++i) {
-        const std::string elementPath = path + '/' + std::to_string(i);
-        const std::string elementProperty = property + '[' + std::to_string(i) + ']';
-        const Steps element = addDictionary(at, elementPath, {});
-        places.push_back({Place::What::element, element, elementPath, elementProperty, nullptr, &rules});
-        if (i == 0) {
-            for (Line& line : missing(rules, elementPath, elementProperty))
-                lines.push_back(std::move(line));
-        } else {
-            fillRecord(element, elementPath, elementProperty, rules);
-        }
-    }
-}
-
-std::string WholeDocument::json() const {
-    std::string text;
-    write(text, root_, {}, nullptr);
-    return text;
 }
 
 std::string WholeDocument::damagedJSON(const Place& place, const Damage& damage) const {
-    std::string text;
-    write(text, root_, place.steps, &damage);
+    std::string text = text_;
+    if (damage.json) return text.replace(place.value, place.end - place.value, *damage.json);
+    text.erase(place.begin, place.end - place.begin);
+    if (text[place.begin - 1] == '{' && text[place.begin] == ',') text.erase(place.begin, 1);
     return text;
 }
 

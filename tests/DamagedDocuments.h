@@ -3,6 +3,8 @@
 // Documents of every kind that are whole, and each way to damage one key of them, with what there is to tell
 // of each. All of it is made from the rules of the mappings, so that no key can be forgotten.
 
+#include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,17 +15,7 @@
 
 namespace QELModels::test {
 
-/// A document while it is put together.
-struct Tree {
-    std::string scalar;              ///< JSON text; of a container its opening bracket
-    std::vector<Tree> members = {};  ///< of an array, without keys
-    std::string key = {};
-
-    bool isDictionary() const { return scalar == "{"; }
-    bool isContainer() const { return isDictionary() || scalar == "["; }
-};
-
-/// What stands in the place of a value; without text it is missing.
+/// What replaces a value; without text it is missing.
 struct Damage {
     std::string_view name;
     std::optional<std::string_view> json;
@@ -41,11 +33,13 @@ struct Place {
     enum class What { rule, middleOfKeyPath, pagesList, element, unread };
 
     What what;
-    std::vector<std::size_t> steps;  // positions of members and elements, from the root
     std::string path, property;
     const FEMRule* rule = nullptr;    // of a rule
     const FEMRules* rules = nullptr;  // of a page's list and of an element
     Lines linesIfMissing = {};        // of the middle of a key path
+
+    // In the document's text: where the member begins, with the comma before it, and its value.
+    std::size_t begin = 0, value = 0, end = 0;
 };
 
 /// A document in which every rule finds what it wants. Every dictionary has one more key, which no rule
@@ -53,7 +47,7 @@ struct Place {
 struct WholeDocument {
     explicit WholeDocument(const tool::Kind& kind);
 
-    std::string json() const;
+    const std::string& json() const { return text_; }
     std::string damagedJSON(const Place& place, const Damage& damage) const;
     /// The whole explanation of the damaged document; a fault is the last line.
     Lines linesOf(const Place& place, const Damage& damage) const;
@@ -63,20 +57,16 @@ struct WholeDocument {
     std::vector<Place> places;
 
 private:
-    using Steps = std::vector<std::size_t>;
+    using Write = std::function<void()>;  // writes a value at the end of the text
 
-    void fillRecord(Steps at, const std::string& path, const std::string& property, const FEMRules& rules);
-    void fillList(const Steps& at,
-                  const std::string& path,
-                  const std::string& property,
-                  const FEMRules& rules);
-    Steps reach(Steps at, std::string& path, std::string_view keyPath, const Line& lineIfMissing);
-    Tree& tree(const Steps& steps);
-    Steps add(Steps at, std::string key, Tree tree);
-    Tree valueFor(const FEMRule& rule);
-    Steps addDictionary(Steps at, const std::string& path, std::string key);
+    void add(Place place, std::string_view key, const Write& write);
+    void addAtKeyPath(Place place, std::string path, std::string_view keyPath, const Write& write);
+    void writeDictionary(const std::string& path, const Write& writeMembers);
+    void writeList(const std::string& path, const std::string& property, const FEMRules& rules);
+    void addMembers(const std::string& path, const std::string& property, const FEMRules& rules);
+    std::string valueFor(const FEMRule& rule);
 
-    Tree root_;
+    std::string text_;
     int count_ = 0;
 };
 
