@@ -1,5 +1,5 @@
-// What is an asset's own: the words for its types, the flags of its stream, when two of them are equal, and
-// the order of its cue points. What all records have in common is in RecordsTest.
+// What is an asset's own: the words for its types, the flags of its stream, when two of them are equal, which
+// records it holds, and the order of its cue points. What all records have in common is in RecordsTest.
 
 #include <gtest/gtest.h>
 
@@ -73,6 +73,21 @@ TEST(Asset, TellsNullFromEmptyWhenCompared) {
         EXPECT_EQ(*assetFrom(b) == *assetFrom(a), equal) << b << ' ' << a;
         EXPECT_TRUE(!equal || assetFrom(a)->hash() == assetFrom(b)->hash()) << a << ' ' << b;
     }
+}
+
+TEST(Asset, HoldsRecordsOfTheDeclaredClassesAlone) {
+    const auto asset = assetFrom(R"({"series": {}, "category": {},
+        "additional": {"nextAsset": {}, "chapters": [{}, {}], "cuePoints": [{}]}})");
+    const Value series(asset->series());
+    const Value category(asset->category());
+    const Value chapters(asset->assetAdditional()->chapters());
+    const Value cuePoints(asset->assetAdditional()->cuePoints());
+    EXPECT_EQ(showAt(*recordWith<QELAsset>("series", series), "series"), "QELAssetSeries");
+    EXPECT_EQ(showAt(*recordWith<QELAssetAdditional>("chapters", chapters), "chapters"), "[2]");
+    for (const Value& wrong : {category, chapters, Value(Number(7))})
+        EXPECT_FALSE(recordWith<QELAsset>("series", wrong)) << show(wrong);
+    for (const Value& wrong : {category, cuePoints, Value(Number(7))})
+        EXPECT_FALSE(recordWith<QELAssetAdditional>("chapters", wrong)) << show(wrong);
 }
 
 TEST(Asset, SortsItsCuePointsWithoutChangingThem) {

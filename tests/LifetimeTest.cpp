@@ -1,5 +1,5 @@
 // What is kept stays whole, whatever else is dropped, and keeps nothing that it does not need. Whatever fails
-// on the way leaves nothing behind.
+// on the way leaves no memory allocated.
 
 #include <gtest/gtest.h>
 
@@ -9,16 +9,11 @@
 #include <string_view>
 #include <thread>
 #include <utility>
-#include <vector>
 
-#include "QELModels/Mappers/QELAssetMapper.h"
 #include "QELModels/Mappers/QELAssetsMapper.h"
-#include "QELModels/Mappers/QELCategoriesMapper.h"
 #include "QELModels/Models/QELAssetAdditional+Utils.h"
 #include "QELModels/Models/QELEditorial.h"
 #include "QELModels/Models/QELSeason.h"
-#include "QELModels/Records/detail/ObjectAccess.h"
-#include "QELModels/Records/detail/PropertySlot.h"
 #include "QELModels/Representation/RepresentationBuilder.h"
 #include "tests/TestSupport.h"
 
@@ -39,6 +34,10 @@ std::string pageOf(int count, const std::string& filling = "") {
     for (int i = 0; i < count; ++i)
         assets += (i == 0 ? "" : ", ") + assetText(std::to_string(i) + filling);
     return R"({"_embedded": {"assets": [)" + assets + "]}, \"unread\": [1, 2, 3]}";
+}
+
+Representation readIn(CountingZone& zone, std::string_view text) {
+    return *JSONReader(JSONReader::kDefaultMaxDepth, &zone).read(text);
 }
 
 using Reading = std::function<std::string()>;
@@ -160,12 +159,7 @@ TEST(Lifetime, OfAnEpisodeKeepsNeitherItsSiblingsNorThePage) {
     for (const auto& row : rows) {
         CountingZone documents;
         CountingZone models;
-        Ref<QELAsset> kept;
-        {
-            const auto document = JSONReader(JSONReader::kDefaultMaxDepth, &documents).read(row.text);
-            ASSERT_TRUE(document) << row.name;
-            kept = row.keep(*document, {nullptr, &models, {}});
-        }
+        const Ref<QELAsset> kept = row.keep(readIn(documents, row.text), {nullptr, &models, {}});
         EXPECT_EQ(documents.pieces(), 0U) << row.name << ": the document is kept";
         EXPECT_LE(models.bytes(), alone.bytes()) << row.name << ": more than the episode is kept";
         EXPECT_EQ(showAt(*kept, "title"), R"("title & 57")") << row.name;
@@ -174,41 +168,36 @@ TEST(Lifetime, OfAnEpisodeKeepsNeitherItsSiblingsNorThePage) {
 }
 
 // A lone record keeps its document's texts instead of copying them, unless little of them is read, or they
-// lie in memory of another kind than its own. What else is in the document goes in any case.
+// are in another zone than its own. All else of the document is freed in any case.
 TEST(Lifetime, OfALoneRecordIncludesItsDocumentsTextsWhereTheyAreWorthIt) {
     const std::string text = "plain, \u00e5 and " + std::string(1000, 'x');
     const std::string read = R"("title": ")" + text + R"(", "titleFront": "<b>bold</b>", "status": ")" +
                              text + R"(", "additional": {"metadata": {"raw": [")" + text + R"("]}})";
+    const std::string unread = R"(, "unread": ")" + std::string(9000, 'u') + '"';
+    const std::string large = R"(, "status": ")" + std::string(20000, 's') + '"';
+    // clang-format off
     const struct {
         const char* name;
         std::string document;
         bool sameZone, keepsTexts;
         std::size_t bytesAtMost;
     } rows[] = {
-        {"all of it read", '{' + read + '}', true, true, read.size() + 4000},
-        {"another zone", '{' + read + '}', false, false, read.size() + 4000},
-        {"most of it unread",
-         '{' + read + R"(, "unread": ")" + std::string(9000, 'u') + "\"}",
-         true,
-         false,
-         read.size() + 4000},
-        {"a large one",
-         '{' + read + R"(, "status": ")" + std::string(20000, 's') + "\"}",
-         true,
-         false,
-         read.size() + 24000},
+        {"all of it read",    '{' + read + '}',          true,  true,  read.size() + 4000},
+        {"another zone",      '{' + read + '}',          false, false, read.size() + 4000},
+        {"most of it unread", '{' + read + unread + '}', true,  false, read.size() + 4000},
+        {"a large one",       '{' + read + large + '}',  true,  false, read.size() + 24000},
     };
+    // clang-format on
     for (const auto& row : rows) {
         CountingZone documents;
         CountingZone models;
         Ref<QELAssetAdditional> kept;
         {
-            const auto document = JSONReader(JSONReader::kDefaultMaxDepth, &documents).read(row.document);
-            ASSERT_TRUE(document) << row.name;
+            const Representation document = readIn(documents, row.document);
             const auto asset =
-                mappedObject<QELAsset>(*document, {nullptr, row.sameZone ? &documents : &models, {}});
+                mappedObject<QELAsset>(document, {nullptr, row.sameZone ? &documents : &models, {}});
             EXPECT_EQ(showAt(*asset, "titleFront"), "\"bold\"") << row.name;
-            const auto inDocument = document->view().valueForKey("title")->text();
+            const auto inDocument = document.view().valueForKey("title")->text();
             EXPECT_EQ(asset->title(), inDocument) << row.name;
             EXPECT_EQ(asset->title()->data() == inDocument->data(), row.keepsTexts) << row.name;
             kept = Ref(asset->assetAdditional());
@@ -257,8 +246,7 @@ TEST(Lifetime, OfLinkedDocumentsIsThatOfWhatLinksToThem) {
     // Large values that are wrapped are linked, not copied; so are the raw sub-trees that hold them.
     CountingZone zone;
     Representation large =
-        *JSONReader(JSONReader::kDefaultMaxDepth, &zone)
-             .read(R"(["text", 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17])");
+        readIn(zone, R"(["text", 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17])");
     const std::string shown = jsonFromRepresentation(large);
     Ref<QELAsset> asset;
     {
@@ -282,6 +270,12 @@ TEST(Lifetime, OfLinkedDocumentsIsThatOfWhatLinksToThem) {
         EXPECT_EQ(jsonFromRepresentation(link), shown);
     }
     EXPECT_EQ(zone.pieces() + links.pieces(), 0U);
+}
+
+TEST(Lifetime, OfACopyGoesOnInTheRecordThatItIsPutInto) {
+    const auto asset =
+        recordWith<QELAsset>("category", Value(copy(*mapped<QELCategory>(R"({"title": "Nyheter"})"))));
+    EXPECT_EQ(asset->category()->title(), "Nyheter");
 }
 
 // Nothing half made.
@@ -328,12 +322,10 @@ TEST(NothingHalfMade, WhenMemoryRunsOut) {
         mappedObject<QELSeason>(Representation{{"assets", Representation(assets)}}, {nullptr, &zone, {}});
     });
     expectNothingHalfMade("a copy", 1, [&](CountingZone& zone) { copy(*asset, &zone); });
-    expectNothingHalfMade("a document that is read", 1, [&](CountingZone& zone) {
-        JSONReader(JSONReader::kDefaultMaxDepth, &zone).read(pageOf(40, "\\u00e5"));
-    });
-    expectNothingHalfMade("a small document that is read", 2, [&](CountingZone& zone) {
-        JSONReader(JSONReader::kDefaultMaxDepth, &zone).read(assetText("s"));
-    });
+    expectNothingHalfMade(
+        "a document that is read", 1, [&](CountingZone& zone) { readIn(zone, pageOf(40, "\\u00e5")); });
+    expectNothingHalfMade(
+        "a small document that is read", 2, [&](CountingZone& zone) { readIn(zone, assetText("s")); });
     expectNothingHalfMade("a document that is built", 5, [&](CountingZone& zone) {
         RepresentationBuilder builder(&zone);
         builder.beginDictionary();
@@ -347,19 +339,6 @@ TEST(NothingHalfMade, WhenMemoryRunsOut) {
         builder.endDictionary();
         EXPECT_EQ(builder.finish()->size(), 150U);
     });
-}
-
-TEST(Lifetime, WhatIsPutIntoARecordIsKeptAlsoWhenItIsACopy) {
-    detail::BlockWriter writer(detail::ObjectAccess::size(QELAsset::objectClass));
-    Object* asset = detail::ObjectAccess::construct(QELAsset::objectClass, writer);
-    {
-        const auto category = copy(*mapped<QELCategory>(R"({"title": "Nyheter"})"));
-        const Property& property = *QELAsset::objectClass.property("category");
-        ASSERT_TRUE(detail::setValue(property, *asset, Value(category), writer));
-    }
-    writer.finish();
-    const auto kept = Ref<QELAsset>::adopt(static_cast<const QELAsset*>(asset));
-    EXPECT_EQ(kept->category()->title(), "Nyheter");
 }
 
 }  // namespace

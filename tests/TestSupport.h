@@ -1,10 +1,13 @@
 #pragma once
 
-// The words in which the tests of the models speak: documents as JSON, records and values as short texts.
+// What the tests share: documents as JSON, records and values as short texts, zones, and changes of the
+// process that last as long as an object lives.
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <map>
+#include <memory>
 #include <new>
 #include <ostream>
 #include <stdexcept>
@@ -17,10 +20,13 @@
 #include "JSON/JSONWriter.h"
 #include "QELModels/Mappers/QELMapperProtocol.h"
 #include "QELModels/Mapping/FEMObserver.h"
+#include "QELModels/Memory/detail/BlockWriter.h"
 #include "QELModels/Models/QELAsset.h"
 #include "QELModels/Models/QELBaseModel.h"
 #include "QELModels/Process/Clock.h"
 #include "QELModels/Process/Log.h"
+#include "QELModels/Records/detail/ObjectAccess.h"
+#include "QELModels/Records/detail/PropertySlot.h"
 #include "QELModels/Transformers/QELValueTransformerRegistry.h"
 
 namespace QELModels::test {
@@ -71,7 +77,7 @@ inline std::string show(const Value& value) {
     return "?";
 }
 
-/// What stands at the end of a path such as "assetAdditional.chapters[2].title", read by property names.
+/// The value at a path such as "assetAdditional.chapters[2].title", read by property names.
 inline Value at(const Object& record, std::string_view path) {
     const std::size_t end = path.find_first_of(".[");
     const Property* property = record.isa().property(path.substr(0, end));
@@ -87,6 +93,27 @@ inline Value at(const Object& record, std::string_view path) {
 inline std::string showAt(const Object& record, std::string_view path) {
     return show(at(record, path));
 }
+
+/// A record with a single value, as the engine makes it; null when the property does not take the value.
+template <class Model>
+Ref<Model> recordWith(std::string_view property, const Value& value) {
+    detail::BlockWriter writer(detail::ObjectAccess::size(Model::objectClass));
+    Object* record = detail::ObjectAccess::construct(Model::objectClass, writer);
+    const bool isTaken = detail::setValue(*Model::objectClass.property(property), *record, value, writer);
+    writer.finish();
+    const auto made = Ref<Model>::adopt(static_cast<const Model*>(record));
+    return isTaken ? made : nullptr;
+}
+
+/// A copy in a heap block of exactly its size, so that an address sanitizer sees one byte too many.
+struct Exact {
+    explicit Exact(std::string_view text) : size(text.size()), bytes(new char[size]) {
+        std::copy(text.begin(), text.end(), bytes.get());
+    }
+    std::string_view view() const { return {bytes.get(), size}; }
+    std::size_t size;
+    std::unique_ptr<char[]> bytes;
+};
 
 /// Hands out memory and knows all that is still out; fails at a request of choice.
 class CountingZone final : public Zone {
@@ -134,7 +161,7 @@ struct Bystander final : FEMObserver {
     void ruleApplied(const FEMEvent&) override {}
 };
 
-/// The clock stands still while it lives.
+/// Stops the clock while it lives.
 class StoppedClock {
 public:
     explicit StoppedClock(double seconds) {
