@@ -12,7 +12,7 @@
 
 #include "JSON/JSONReader.h"
 
-/// libFuzzer's own mutation of bytes. There is none where inputs are only replayed.
+/// libFuzzer's own mutation of bytes; null where inputs are only replayed.
 extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t maxSize)
     __attribute__((weak));
 
@@ -45,7 +45,7 @@ private:
 
     std::size_t below(std::size_t limit) { return random_() % limit; }
 
-    // One value gives way to another one, of the document or of the awkward ones.
+    // Replaces one value by another, of the document or of `kValues`.
     std::string withOtherValue(const std::string& document) {
         const std::vector<Range> values = valuesOf(document);
         if (values.empty()) return document;
@@ -68,7 +68,7 @@ private:
         return changed;
     }
 
-    // Where values stand, and where members do: what follows a bracket, a colon or a comma.
+    // The places of values and of members: what follows a bracket, a colon or a comma.
     static std::vector<Range> valuesOf(std::string_view document) {
         std::vector<Range> values;
         for (std::size_t at = 0; at < document.size(); ++at) {

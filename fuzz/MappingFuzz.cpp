@@ -40,6 +40,7 @@
 #include "QELModels/Records/MappingFault.h"
 #include "fuzz/DocumentMutator.h"
 #include "fuzz/Require.h"
+#include "tests/TestSupport.h"
 
 namespace {
 
@@ -53,28 +54,11 @@ constexpr std::array kPlayheads{0.0, -1.5, 61.9, 1e5, 1e300};
 
 std::size_t logLines = 0;
 
-/// Counts what is allocated, and refuses from the given allocation on.
-class CountingZone : public Zone {
-public:
-    explicit CountingZone(std::size_t allowed = SIZE_MAX) : allowed_(allowed) {}
-    ~CountingZone() { require(bytes_ == 0, "all memory comes back to its zone"); }
-
-    void* allocate(std::size_t bytes) override {
-        if (allowed_ == 0) throw std::bad_alloc();
-        --allowed_;
-        void* memory = std::malloc(bytes);
-        if (memory == nullptr) throw std::bad_alloc();
-        bytes_ += bytes;
-        return memory;
-    }
-    void deallocate(void* memory, std::size_t bytes) noexcept override {
-        bytes_ -= bytes;
-        std::free(memory);
-    }
-
-private:
-    std::size_t allowed_;
-    std::size_t bytes_ = 0;
+// A zone whose memory must all come back.
+struct CheckedZone {
+    explicit CheckedZone(std::size_t failAt = test::CountingZone::kNever) : zone(failAt) {}
+    ~CheckedZone() { require(zone.pieces() == 0, "all memory comes back to its zone"); }
+    test::CountingZone zone;
 };
 
 // --- The rules, read literally ----------------------------------------------------------------------------
@@ -145,10 +129,6 @@ bool isRelated(const FEMRule& rule, std::optional<RepresentationView> value) {
     return value && (rule.toMany ? value->isArray() : value->isDictionary());
 }
 
-const FEMRules& nested(const FEMRule& rule) {
-    return rule.mapping == nullptr ? *rule.target : rule.mapping->rules();
-}
-
 std::string pointerTo(std::string pointer, std::string_view keyPath) {
     pointer.append("/").append(keyPath);
     std::replace(pointer.begin(), pointer.end(), '.', '/');
@@ -176,9 +156,9 @@ public:
             tell(place, rule.property, found, isRelated(rule, found));
             if (!isRelated(rule, found)) continue;
             if (rule.toMany)
-                list(nested(rule), *found, place);
+                list(rule.nestedRules(), *found, place);
             else
-                record(nested(rule), *found, place);
+                record(rule.nestedRules(), *found, place);
         }
     }
 
@@ -243,12 +223,12 @@ void checkFilled(const FEMRules& rules, RepresentationView value, const Object& 
             require(actual.isNull(), rule.property->name);
         } else if (!rule.toMany) {
             require(actual.record() != nullptr, rule.property->name);
-            checkFilled(nested(rule), *found, *actual.record());
+            checkFilled(rule.nestedRules(), *found, *actual.record());
         } else {
             require(actual.list() != nullptr && actual.list()->size() == found->size(), rule.property->name);
             std::size_t index = 0;
             for (const RepresentationView element : found->elements())
-                checkFilled(nested(rule), element, *actual.list()->objects()[index++]);
+                checkFilled(rule.nestedRules(), element, *actual.list()->objects()[index++]);
         }
     }
 }
@@ -384,7 +364,7 @@ void checkFactsOf(const QELBaseModel& record) {
     (as(static_cast<const Models*>(nullptr)), ...);
 }
 
-void checkCopy(const QELBaseModel& record, CountingZone& zone, std::vector<Ref<QELBaseModel>>& kept) {
+void checkCopy(const QELBaseModel& record, Zone& zone, std::vector<Ref<QELBaseModel>>& kept) {
     const auto properties = record.isa().properties();
     const bool isCopyable = std::none_of(
         properties.begin(), properties.end(), [](const Property& property) { return property.isComputed(); });
@@ -477,12 +457,12 @@ void checkFault(RepresentationView document, const std::string& pointer, const T
 }
 
 template <class Mapper>
-void checkFailingAllocation(RepresentationView document, std::size_t allowed) {
-    CountingZone zone(allowed);
+void checkFailingAllocation(RepresentationView document, std::size_t failAt) {
+    CheckedZone checked(failAt);
     try {
-        mapped<Mapper>(document, {.zone = &zone});
+        mapped<Mapper>(document, {.zone = &checked.zone});
     } catch (const std::bad_alloc&) {
-        // Nothing is left behind: the zone's end says so.
+        // All memory must have come back: the end of the zone checks that.
     }
 }
 
@@ -506,7 +486,7 @@ void check(std::string_view bytes, std::string_view keyPath) {
         expected.page(rules, page, pointerTo({}, keyPath));
     }
 
-    CountingZone zone;
+    CheckedZone checked;
     Witness witness;
     logLines = 0;
     Mapped first = mapped<Mapper>(*document, {.observer = &witness});
@@ -514,7 +494,7 @@ void check(std::string_view bytes, std::string_view keyPath) {
             "a line is logged for each text that is no URL, and for nothing else");
     require(witness.told == expected.told, "the observer is told of each rule as the rules say");
     require(first.fault.has_value() == expected.isFault, "nothing but a colour is a fault");
-    Mapped second = mapped<Mapper>(*document, {.zone = &zone});
+    Mapped second = mapped<Mapper>(*document, {.zone = &checked.zone});
     require(first.fault == second.fault, "an observer changes no fault");
     checkFailingAllocation<Mapper>(*document, bytes.size() % 16);
     if (first.fault) return checkFault(*document, *first.fault, witness.told.back());
@@ -538,7 +518,7 @@ void check(std::string_view bytes, std::string_view keyPath) {
         const std::string json = jsonOf(*records[i]);
         require(json == jsonOf(*twins[i]), "an observer changes no content");
         checkModel(*records[i], *twins[i]);
-        checkCopy(*twins[i], zone, copies);
+        checkCopy(*twins[i], checked.zone, copies);
         records[i] = nullptr;
         twins[i] = nullptr;
     }
@@ -558,7 +538,7 @@ constexpr std::array<std::pair<Check, std::string_view>, 8> kChecks{{
     {check<QELSeasonsMapper, QELSeason>, QELSeasonsMapper::kKeyPath},
 }};
 
-// The document behind the byte that names a mapper, if there is one.
+// Where the document starts: after the byte that names a mapper, if there is one.
 std::size_t startOfDocument(std::string_view bytes) {
     return !bytes.empty() && bytes[0] >= '0' && bytes[0] < static_cast<char>('0' + kChecks.size()) ? 1 : 0;
 }
