@@ -2,7 +2,11 @@
 
 /// @file
 /// The whole library in one include. Applications that mind their compile times include the headers of what
-/// they use: each stands alone.
+/// they use: each can be included alone.
+
+/// @namespace QELModels
+/// Models of a video platform's content API: records, the mappers that fill them, and the facts that players
+/// and listing screens ask for. Names in a nested namespace `detail` are not for users.
 
 #include "QELModels/Platform/Export.h"
 #include "QELModels/Platform/KeyPath.h"

@@ -20,6 +20,7 @@ inline namespace QELMODELS_ABI {
 /// A size in points as one in pixels: times the main screen's scale, then times `scale`. Nothing is rounded.
 QELMODELS_EXPORT Size QELApplyScaleToSize(Size size, double scale) noexcept;
 
+/// Addresses of images in the size in which they are shown.
 namespace QELKavoHelper {
 
 /// The image at a width and a height that both cover `size`, in points. `scale` multiplies the screen's own.

@@ -8,6 +8,7 @@
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
+/// Colours as the content API writes them.
 namespace QELUtils {
 
 /// The opaque colour of a text such as `#RRGGBB`; null unless the text has exactly seven UTF-16 code units.

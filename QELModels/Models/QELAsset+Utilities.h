@@ -17,6 +17,9 @@
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
+/// @defgroup assetFacts Facts of an asset
+/// @{
+
 /// The web site that share links lead to.
 inline constexpr std::string_view kQELSiteBaseURL = "https://tv.example";
 
@@ -68,6 +71,8 @@ QELMODELS_EXPORT bool showPlayerLogo(const QELAsset& asset) noexcept;
 QELMODELS_EXPORT bool isInvalidObject(const QELAsset& asset) noexcept;
 /// Whether the stream is secured by a token. False without a stream configuration.
 QELMODELS_EXPORT bool isSecured(const QELAsset& asset);
+
+/// @}
 
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

@@ -46,6 +46,7 @@ inline constexpr std::string_view kQELAssetAdditional = "assetAdditional";
 /// Two assets are equal when their fields are, display count and timestamps left out. Flight times, series
 /// and images compare by identity, so of assets mapped apart only those without all three can be equal; an
 /// asset and its copies are.
+/// @see @ref assetFacts
 class QELMODELS_EXPORT QELAsset : public Record<QELAsset> {
 public:
     Field<Number> assetIdentifier;      ///< the content API's "id"

@@ -33,6 +33,7 @@ inline constexpr std::string_view kQELAssetAdditionalUrl = "url";
 
 /// What editors and the publishing system add to an asset. Chapters, cue points and the next asset compare by
 /// identity, so records mapped apart that hold any of these are never equal.
+/// @see @ref assetFacts
 class QELMODELS_EXPORT QELAssetAdditional : public Record<QELAssetAdditional> {
 public:
     Field<QELAssetAdditionalSettings> settings;     ///< what editors decided

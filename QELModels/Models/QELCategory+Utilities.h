@@ -8,6 +8,9 @@
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
+/// @defgroup categoryFacts Facts of a category
+/// @{
+
 /// The key under which the category's curated list is filed, such as "category-42"; "category-(null)" without
 /// an identifier. A number that is no integer keeps its fraction.
 QELMODELS_EXPORT std::string editorialKey(const QELCategory& category);
@@ -16,6 +19,8 @@ QELMODELS_EXPORT std::string parentCategoryEditorialKey(const QELCategory& categ
 /// Whether the category may be played on every kind of device. True without additional data, false when the
 /// additional data does not say so.
 QELMODELS_EXPORT bool allowAllDevices(const QELCategory& category) noexcept;
+
+/// @}
 
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

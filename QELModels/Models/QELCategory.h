@@ -24,6 +24,7 @@ inline constexpr std::string_view kQELCategoryLastAsset = "lastAsset";
 inline constexpr std::string_view kQELCategoryAdditional = "additional";
 
 /// A node of the programme tree: a show, a series, a section of the site.
+/// @see @ref categoryFacts
 class QELMODELS_EXPORT QELCategory : public Record<QELCategory> {
 public:
     Field<Number> categoryIdentifier;  ///< the content API's "id"

@@ -16,6 +16,7 @@ inline constexpr std::string_view kQELEditorialAssetsIds = "assetsIdentifiers";
 inline constexpr std::string_view kQELEditorialAssets = "assets";
 
 /// A curated list of assets, filed under a text key.
+/// @see @ref editorialFacts
 class QELMODELS_EXPORT QELEditorial : public Record<QELEditorial> {
 public:
     Field<Text> key;                 ///< such as "category-42"

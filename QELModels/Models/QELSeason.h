@@ -16,6 +16,7 @@ inline constexpr std::string_view kQELSeasonSeasonNumber = "seasonNumber";
 inline constexpr std::string_view kQELSeasonAssets = "assets";
 
 /// A season of a series and its episodes.
+/// @see @ref seasonFacts
 class QELMODELS_EXPORT QELSeason : public Record<QELSeason> {
 public:
     Field<Text> title;  ///< cleaned of HTML
