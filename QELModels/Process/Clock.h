@@ -5,11 +5,12 @@
 #include "QELModels/Platform/Export.h"
 #include "QELModels/Values/Date.h"
 
+namespace QELModels {
+inline namespace QELMODELS_ABI {
+
 /// The time for all functions of the library.
 ///
 /// Usable before the first static initialiser and until the process ends.
-namespace QELModels {
-inline namespace QELMODELS_ABI {
 namespace Clock {
 
 /// The time now, from the source if one is set, else from the system's clock. What a source throws reaches

@@ -5,11 +5,12 @@
 
 #include "QELModels/Platform/Export.h"
 
+namespace QELModels {
+inline namespace QELMODELS_ABI {
+
 /// Where the library's messages go.
 ///
 /// Usable before the first static initialiser and until the process ends.
-namespace QELModels {
-inline namespace QELMODELS_ABI {
 namespace Log {
 
 /// Receives one message, without a line feed at its end. The text lives as long as the call.

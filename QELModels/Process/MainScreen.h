@@ -2,11 +2,12 @@
 
 #include "QELModels/Platform/Export.h"
 
+namespace QELModels {
+inline namespace QELMODELS_ABI {
+
 /// The screen that images are chosen for.
 ///
 /// Usable before the first static initialiser and until the process ends.
-namespace QELModels {
-inline namespace QELMODELS_ABI {
 namespace MainScreen {
 
 /// Pixels per point; 1 unless set.
