@@ -62,8 +62,13 @@ struct FieldAccess {
     static constexpr const void* slot(const Field<T>& field) noexcept {
         return &field.slot_;
     }
+    // A class of its own: clang looks at an alias with the rights of whoever uses it.
     template <class F>
-    using Slot = typename F::Slot;
+    struct SlotOf {
+        using Type = typename F::Slot;
+    };
+    template <class F>
+    using Slot = typename SlotOf<F>::Type;
 };
 
 }  // namespace detail
