@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -26,7 +25,6 @@ namespace QELModels::tool {
 namespace {
 
 using test::contains;
-using test::Result;
 using test::run;
 using test::Texts;
 
@@ -46,148 +44,7 @@ Audit audited(std::string_view kind, const Texts& files, std::size_t threads = 2
     return auditDocuments(kindNamed(kind), files, threads);
 }
 
-/// All that an audit says, a line for everything that was seen at least once: the unread keys last.
-Texts said(const Audit& audit) {
-    Texts lines;
-    const auto say = [&](std::string_view word, const std::string& what, const AuditTally& tally) {
-        std::ostringstream line;
-        line << word << ' ' << tally.count << ' ' << what << " at " << tally.example.file << ':'
-             << tally.example.line << ' ' << tally.example.pointer;
-        lines.push_back(line.str());
-    };
-    for (const auto& [key, outcomes] : audit.properties)
-        for (const FEMOutcome outcome : kAuditOutcomes)
-            if (outcomes[outcome].count != 0)
-                say(outcomeName(outcome), key.first + " (" + key.second + ")", outcomes[outcome]);
-    for (const Audit::UnreadKey* key : audit.unreadMostFrequentFirst())
-        say(kUnread, key->first, key->second);
-    return lines;
-}
-
-/// Those lines that have a word in them.
-Texts with(std::string_view word, const Texts& lines) {
-    Texts some;
-    std::copy_if(lines.begin(), lines.end(), std::back_inserter(some), [word](const std::string& line) {
-        return line.find(word) != std::string::npos;
-    });
-    return some;
-}
-
 // --- What is counted --------------------------------------------------------------------------------------
-
-TEST(Audit, CountsOutcomesAndNamesTheLeastPlace) {
-    const Folder folder;
-    // Line ends of both kinds, lines without a document, a mark at the start, and no line end at the end.
-    const std::string lines = folder.write("b.ndjson",
-                                           "\xEF\xBB\xBF{\"title\":\"a\",\"seasonNumber\":1}\r\n \n\n"
-                                           "{\"title\":null,\"seasonNumber\":\"x\",\"extra\":[1]}\n"
-                                           "7\n{\"title\":5,\"other\":1,\"extra\":2,\"a.b~/\":3}");
-    const std::string one = folder.write("a.json", "\n{\"title\":\n\"b\",\"assets\":null}");
-    const Audit audit = audited("season", {lines, one});
-    EXPECT_EQ(audit.documents, 5u);
-    EXPECT_EQ(audit.broken.count(), 0u);
-    EXPECT_EQ(said(audit),
-              (Texts{"wrongKind 1  () at b.ndjson:5 ",
-                     "missing 3 /assets (assets) at b.ndjson:1 /assets",
-                     "null 1 /assets (assets) at a.json:1 /assets",
-                     "set 1 /seasonNumber (seasonNumber) at b.ndjson:1 /seasonNumber",
-                     "missing 2 /seasonNumber (seasonNumber) at a.json:1 /seasonNumber",
-                     "wrongKind 1 /seasonNumber (seasonNumber) at b.ndjson:4 /seasonNumber",
-                     "set 2 /title (title) at a.json:1 /title",
-                     "null 1 /title (title) at b.ndjson:4 /title",
-                     "refused 1 /title (title) at b.ndjson:6 /title",
-                     "unread 2 /extra at b.ndjson:4 /extra",
-                     "unread 1 /a.b~0~1 at b.ndjson:6 /a.b~0~1",
-                     "unread 1 /other at b.ndjson:6 /other"}));
-}
-
-TEST(Audit, PlacesInListsAreLeastByTheirText) {
-    const Folder folder;
-    std::string elements;
-    for (int i = 0; i < 130; ++i)
-        elements += i % 7 == 2 || i == 103 ? "5," : i == 104 ? "null," : "{\"odd\":1,\"id\":1},";
-    const std::string page = "{\"_embedded\":{\"assets\":[" + elements + "{}]},\"top\":1}";
-    const Texts lines = said(audited("assets", {folder.write("p.json", page)}));
-    // Elements 2, 9, 16, 23, ..., 100, 107, ..., 128 and 103 are numbers; "100" comes before "103" and "16".
-    EXPECT_EQ(with("[*])", lines),
-              (Texts{"null 1 /_embedded/assets/* ([*]) at p.json:1 /_embedded/assets/104",
-                     "wrongKind 20 /_embedded/assets/* ([*]) at p.json:1 /_embedded/assets/100"}));
-    EXPECT_EQ(
-        with("Identifier", lines),
-        (Texts{"set 109 /_embedded/assets/*/id ([*].assetIdentifier) at p.json:1 /_embedded/assets/0/id",
-               "missing 1 /_embedded/assets/*/id ([*].assetIdentifier) at p.json:1 "
-               "/_embedded/assets/130/id"}));
-    EXPECT_EQ(with(kUnread, lines),
-              (Texts{"unread 109 /_embedded/assets/*/odd at p.json:1 /_embedded/assets/0/odd",
-                     "unread 1 /top at p.json:1 /top"}));
-}
-
-TEST(Audit, RecordsCountAsSetForPeople) {
-    const Folder folder;
-    const Audit audit = audited(
-        "assets",
-        {folder.writeLines(
-            "p.jsonl",
-            {R"({"_embedded":{"assets":[{"additional":{"chapters":[{},{"time":1},7,{},{},{}]}},null,{},{"id":1}]}})",
-             R"({"_embedded":{"assets":[]}})",
-             "{}",
-             "7",
-             "[",
-             R"({"_embedded":{"assets":5}})"})});
-    struct Row {
-        Audit::PropertyKey key;
-        std::uint64_t records, others;
-    };
-    for (const auto& [key, records, others] :
-         {Row{{"", ""}, 4, 1},
-          Row{{"/_embedded/assets", ""}, 2, 2},
-          Row{{"/_embedded/assets/*", "[*]"}, 3, 1},
-          Row{{"/_embedded/assets/*/additional/chapters/*", "[*].assetAdditional.chapters[*]"}, 5, 1}}) {
-        SCOPED_TRACE(key.first);
-        const auto property = audit.properties.find(key);
-        ASSERT_NE(property, audit.properties.end());
-        EXPECT_EQ(property->second[FEMOutcome::set].count, 0u);
-        EXPECT_EQ(audit.outcomesOf(*property)[FEMOutcome::set].count, records);
-        EXPECT_EQ(audit.outcomesOf(*property).total(), records + others);
-    }
-    const auto title = audit.properties.find({"/_embedded/assets/*/title", "[*].title"});
-    ASSERT_NE(title, audit.properties.end());
-    EXPECT_EQ(audit.outcomesOf(*title), title->second);
-    // One element that is not a record does not make the list one of the properties that are filled least.
-    const std::string table = run({"audit", "assets", "p.jsonl"}).out;
-    EXPECT_TRUE(contains(table,
-                         "[*]  /_embedded/assets/*\n"
-                         "  set                  3  75.0 %\n"
-                         "  null                 1  25.0 %  p.jsonl:1 /_embedded/assets/1\n"))
-        << table;
-}
-
-TEST(Audit, BrokenAndFaultyDocumentsAreNamedAndDoNotStopIt) {
-    const Folder folder;
-    const std::string lines = folder.writeLines("l.jsonl",
-                                                {"{\"id\":1}",
-                                                 "{\"id\":",
-                                                 R"({"x":1,"category":{"additional":{"backgroundColor":5}}})",
-                                                 "{\"id\":2}"});
-    const std::string one = folder.write("o.json", "{\n \"a\": \"\\q\"}");
-    const Audit audit = audited("asset", {one, lines});
-    EXPECT_EQ(audit.documents, 5u);
-    EXPECT_EQ(audit.broken.count(), 2u);
-    EXPECT_EQ(audit.broken.named(),
-              (std::vector<AuditProblem>{{"l.jsonl", 2, 7, "", "the document ends before its value does"},
-                                         {"o.json", 2, 8, "", "a bad escape"}}));
-    EXPECT_EQ(audit.faulty.count(), 1u);
-    ASSERT_EQ(audit.faulty.named().size(), 1u);
-    EXPECT_EQ(audit.faulty.named()[0].line, 3u);
-    EXPECT_EQ(audit.faulty.named()[0].pointer, "/category/additional/backgroundColor");
-    const Texts all = said(audit);
-    EXPECT_EQ(with("fault ", all).size(), 1u);
-    EXPECT_EQ(with("set 2 /id", all).size(), 1u);
-    // After a fault nothing more of its document is counted.
-    EXPECT_TRUE(with(kUnread, all).empty());
-}
-
-// --- Sums -------------------------------------------------------------------------------------------------
 
 // The literal twin: everything that is explained of one document after the other, as texts.
 std::string withStars(std::string_view path, char open) {
@@ -236,6 +93,80 @@ Audit explained(const Kind& kind, const std::vector<Document>& documents) {
     }
     return audit;
 }
+
+TEST(Audit, CountsFilesAndLines) {
+    const Folder folder;
+    // Line ends of both kinds, lines without a document, a mark at the start, and no line end at the end.
+    const Texts lines{"\xEF\xBB\xBF{\"title\":\"a\",\"seasonNumber\":1}",
+                      R"({"title":null,"seasonNumber":"x","extra":[1]})",
+                      "7",
+                      R"({"title":5,"other":1,"extra":2,"a.b~/":3})"};
+    const std::string one = "\n{\"title\":\n\"b\",\"assets\":null}", broken = "{\n \"a\": \"\\q\"}";
+    folder.write("b.ndjson", lines[0] + "\r\n \n\n" + lines[1] + "\n" + lines[2] + "\n" + lines[3]);
+    folder.write("a.json", one);
+    folder.write("c.json", broken);
+    EXPECT_EQ(json(audited("season", {"b.ndjson", "c.json", "a.json"})),
+              json(explained(kindNamed("season"),
+                             {{"b.ndjson", lines[0], 1},
+                              {"b.ndjson", lines[1], 4},
+                              {"b.ndjson", lines[2], 5},
+                              {"b.ndjson", lines[3], 6},
+                              {"a.json", one, 1},
+                              {"c.json", broken, 2}})));
+}
+
+TEST(Audit, PlacesInListsAreLeastByTheirText) {
+    const Folder folder;
+    std::string elements;
+    for (int i = 0; i < 130; ++i)
+        elements += i % 7 == 2 || i == 103 ? "5," : i == 104 ? "null," : "{\"odd\":1,\"id\":1},";
+    const std::string page = "{\"_embedded\":{\"assets\":[" + elements + "{}]},\"top\":1}";
+    const Audit audit = audited("assets", {folder.write("p.json", page)});
+    EXPECT_EQ(json(audit), json(explained(kindNamed("assets"), {{"p.json", page, 1}})));
+    // Elements 2, 9, 16, 23, ..., 100, 107, ..., 128 and 103 are numbers; "100" comes before "103" and "16".
+    EXPECT_EQ(audit.properties.at({"/_embedded/assets/*", "[*]"})[FEMOutcome::wrongKind],
+              (AuditTally{20, {"p.json", 1, "/_embedded/assets/100"}}));
+}
+
+TEST(Audit, RecordsCountAsSetForPeople) {
+    const Folder folder;
+    const std::string file =
+        folder.write("p.jsonl",
+                     R"({"_embedded":{"assets":[{"additional":{"chapters":)"
+                     R"([{},{"time":1},7,{},{},{}]}},null,{},{"id":1}]}})"
+                     "\n"
+                     "{\"_embedded\":{\"assets\":[]}}\n{}\n7\n[\n{\"_embedded\":{\"assets\":5}}\n");
+    const Audit audit = audited("assets", {file});
+    const struct {
+        Audit::PropertyKey key;
+        std::uint64_t records, others;
+    } rows[] = {
+        {{"", ""}, 4, 1},
+        {{"/_embedded/assets", ""}, 2, 2},
+        {{"/_embedded/assets/*", "[*]"}, 3, 1},
+        {{"/_embedded/assets/*/additional/chapters/*", "[*].assetAdditional.chapters[*]"}, 5, 1},
+    };
+    for (const auto& [key, records, others] : rows) {
+        SCOPED_TRACE(key.first);
+        const auto property = audit.properties.find(key);
+        ASSERT_NE(property, audit.properties.end());
+        EXPECT_EQ(property->second[FEMOutcome::set].count, 0u);
+        EXPECT_EQ(audit.outcomesOf(*property)[FEMOutcome::set].count, records);
+        EXPECT_EQ(audit.outcomesOf(*property).total(), records + others);
+    }
+    const auto title = audit.properties.find({"/_embedded/assets/*/title", "[*].title"});
+    ASSERT_NE(title, audit.properties.end());
+    EXPECT_EQ(audit.outcomesOf(*title), title->second);
+    // One element that is not a record does not make the list one of the properties that are filled least.
+    const std::string table = run("audit assets p.jsonl").out;
+    EXPECT_TRUE(contains(table,
+                         "[*]  /_embedded/assets/*\n"
+                         "  set                  3  75.0 %\n"
+                         "  null                 1  25.0 %  p.jsonl:1 /_embedded/assets/1\n"))
+        << table;
+}
+
+// --- Sums -------------------------------------------------------------------------------------------------
 
 const Texts kAssets{
     "{}",
@@ -328,16 +259,17 @@ constexpr std::string_view kNothing =
 
 TEST(Audit, MergesWhatItWrites) {
     const Folder folder;
-    folder.writeLines("a.ndjson", {"{\"title\":\"a\"}", "{", "{\"\\ud800\":1}"});
+    folder.writeLines("a.ndjson", {"{\"title\":\"a\"}", "{", "{\"\\ud800\":1,\"zz\":1}", "{\"zz\":1}"});
     folder.write("b.json", R"({"title":5,"odd":"<&\"'>"})");
-    const std::string whole = run({"audit", "season", "b.json", "a.ndjson", "--json", "--threads", "2"}).out;
-    folder.write("A", run({"audit", "season", "a.ndjson", "--json"}).out);
-    folder.write("B", run({"audit", "season", "b.json", "--json"}).out);
-    test::expect({{{"audit", "--merge", "A", "B"}, "", whole}, {{"audit", "B", "A", "--merge"}, "", whole}});
-    EXPECT_TRUE(
-        contains(whole,
-                 "\"unread\":[{\"path\":\"/odd\",\"count\":1,\"example\":{\"file\":\"b.json\",\"line\":1,"
-                 "\"pointer\":\"/odd\"}},{\"path\":\"/\\ud800\""));
+    const std::string whole = run("audit season b.json a.ndjson --json --threads 2").out;
+    folder.write("A", run("audit season a.ndjson --json").out);
+    folder.write("B", run("audit season b.json --json").out);
+    test::expect({{"audit --merge A B", "", whole}, {"audit B A --merge", "", whole}});
+    // The most frequent key that is not read comes first, then the paths decide.
+    EXPECT_TRUE(contains(whole, R"("unread":[{"path":"/zz","count":2,)"));
+    EXPECT_TRUE(contains(whole,
+                         R"({"path":"/odd","count":1,"example":{"file":"b.json","line":1,"pointer":"/odd"}},)"
+                         R"({"path":"/\ud800")"));
     EXPECT_EQ(whole.back(), '\n');
 }
 
@@ -366,7 +298,7 @@ TEST(Audit, ReadsPipesOnce) {
     // A pipe with a name is opened once: its writer has gone when it is opened again.
     ASSERT_EQ(mkfifo("named", 0600), 0);
     std::thread writer([&] { folder.write("named", document); });
-    EXPECT_TRUE(run({"audit", "season", "named"}).out.starts_with(counted("named")));
+    EXPECT_TRUE(run("audit season named").out.starts_with(counted("named")));
     writer.join();
 }
 
@@ -404,17 +336,17 @@ TEST(Audit, ReportsWhatIsWrong) {
     for (const auto& row : rows) {
         folder.write("bad", row.audit);
         SCOPED_TRACE(row.audit);
-        test::expect({{{"audit", "--merge", "good", "bad"}, "", "", row.message, 1}});
+        test::expect({{"audit --merge good bad", "", "", row.message, 1}});
     }
     // A file that cannot be read stops it: nobody takes a part for the whole.
     test::expect({
-        {{"audit", "asset", "d.json", "none.json", "--json"},
+        {"audit asset d.json none.json --json",
          "",
          "",
          "none.json: cannot be read: No such file or directory\n",
          1},
-        {{"audit", "asset", "d.json", "."}, "", "", ".: cannot be read: Is a directory\n", 1},
-        {{"audit", "asset", "d.json", "--html", "no/such.html"},
+        {"audit asset d.json .", "", "", ".: cannot be read: Is a directory\n", 1},
+        {"audit asset d.json --html no/such.html",
          "",
          "",
          "qelmodels: cannot write no/such.html: No such file or directory\n",
@@ -426,7 +358,7 @@ TEST(Audit, ShowsPeopleProblemsFirst) {
     const Folder folder;
     folder.writeLines("s.ndjson",
                       {"{\"title\":\"a\",\"odd\":1}", "{\"title\":\"b\",\"seasonNumber\":[]}", "["});
-    test::expect({{{"audit", "season", "s.ndjson"},
+    test::expect({{"audit season s.ndjson",
                    "",
                    "3 documents of kind season, 1 broken, 0 faulty\n"
                    "3 properties, 1 with problems, 1 unread keys\n\n"
@@ -460,7 +392,7 @@ TEST(Audit, PageHoldsEverythingAndLoadsNothing) {
                        "[",
                        R"({"title":"x","assets":[{"category":{"additional":{"backgroundColor":1}}}]})"});
     folder.write("page.html", std::string(1 << 20, 'x'));
-    test::expect({{{"audit", "season", "<b>.ndjson", "--html", "page.html"}, "", ""}});
+    test::expect({{"audit season <b>.ndjson --html page.html", "", ""}});
     const std::string page = test::fileText("page.html");
     const Audit audit = audited("season", {"<b>.ndjson"});
     const struct {

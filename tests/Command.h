@@ -13,9 +13,12 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "tool/Texts.h"
 
 extern char** environ;
 
@@ -23,12 +26,19 @@ namespace QELModels::test {
 
 using Texts = std::vector<std::string>;
 
+/// The arguments of a call: texts, or one line with blanks between them.
+struct Arguments : Texts {
+    Arguments(std::initializer_list<std::string> texts) : Texts(texts) {}
+    Arguments(const std::string& line) : Texts(tool::split(line, ' ')) {}
+    Arguments(const char* line) : Arguments(std::string(line)) {}
+};
+
 /// The descriptors that a command has for its standard input, output and error.
 struct Files {
     int in, out, err;
 };
 
-inline pid_t start(const Texts& arguments, const Files& files) {
+inline pid_t start(const Arguments& arguments, const Files& files) {
     Texts all{QELMODELS_COMMAND};
     all.insert(all.end(), arguments.begin(), arguments.end());
     std::vector<char*> texts;
@@ -86,7 +96,7 @@ struct Result {
     std::string out, err;
 };
 
-inline Result run(const Texts& arguments, std::string_view input = {}) {
+inline Result run(const Arguments& arguments, std::string_view input = {}) {
     const Scratch in(input), out, err;
     const int status = exitStatus(start(arguments, {in.descriptor(), out.descriptor(), err.descriptor()}));
     return {status, out.content(), err.content()};
@@ -94,14 +104,14 @@ inline Result run(const Texts& arguments, std::string_view input = {}) {
 
 /// The arguments of a call, what it is given, and all that it answers.
 struct Call {
-    Texts arguments;
+    Arguments arguments;
     std::string in, out, err = {};
     int status = 0;
 };
 
 inline void expect(const std::vector<Call>& calls) {
     for (const Call& call : calls) {
-        SCOPED_TRACE(testing::PrintToString(call.arguments) + " < " + call.in);
+        SCOPED_TRACE(testing::PrintToString(Texts(call.arguments)) + " < " + call.in);
         const Result result = run(call.arguments, call.in);
         EXPECT_EQ(result.out, call.out);
         EXPECT_EQ(result.err, call.err);
