@@ -17,7 +17,7 @@ constexpr std::string_view kHexDigits = "0123456789abcdef";
 // What every surrogate half, and some other characters, begin with.
 constexpr char kHalfLead = '\xED';
 
-// Which bytes do not simply stand for themselves.
+// Which bytes are not always written as they are.
 constexpr auto kIsSpecial = [] {
     std::array<bool, 256> table{};
     for (unsigned byte = 0; byte < ' '; ++byte)
@@ -59,7 +59,7 @@ void JSONWriter::newLine() {
         out_ += kIndent;
 }
 
-// What stands in front of a value, or of its key.
+// What is written before a value, or before its key.
 void JSONWriter::beginValue() {
     if (std::exchange(isKeyGiven_, false)) return;
     if (!std::exchange(isFirst_, false)) out_ += ',';

@@ -11,11 +11,11 @@
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
-/// Writes one JSON text, event by event, behind what a string holds already. The events come in the order of
-/// a well-formed document, each key directly in front of its value; whoever calls keeps to that.
+/// Writes one JSON text, event by event, after what a string holds already. The events come in the order of
+/// a well-formed document, each key directly before its value; whoever calls keeps to that.
 ///
 /// Texts are exact: a lone surrogate becomes an escape (`\ud83d`), control characters, quotes and backslashes
-/// are escaped, everything else stands as UTF-8.
+/// are escaped, everything else is written as UTF-8.
 class QELMODELS_EXPORT JSONWriter {
 public:
     /// How the text is laid out.

@@ -13,6 +13,7 @@
 
 #include "JSON/detail/JSONNumber.h"
 #include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/detail/ASCII.h"
 #include "QELModels/Platform/detail/KeyHash.h"
 #include "QELModels/Representation/detail/RepresentationNodes.h"
 #include "QELModels/Values/Text.h"
@@ -24,9 +25,7 @@ inline namespace QELMODELS_ABI {
 namespace detail {
 namespace {
 
-inline constexpr std::uint8_t kNoHexDigit = 0xFF;
-
-// What may follow a number or a literal. A quote may not: directly behind a word it is no structural
+// What may follow a number or a literal. A quote may not: directly after a word it is not a structural
 // character, and the text that it begins would go unseen.
 inline constexpr auto kEndsWord = [] {
     std::array<bool, 256> table{};
@@ -35,13 +34,11 @@ inline constexpr auto kEndsWord = [] {
     return table;
 }();
 
+// The values of hexadecimal digits, as a table: escapes come in rows.
 inline constexpr auto kHexValues = [] {
     std::array<std::uint8_t, 256> table{};
-    table.fill(kNoHexDigit);
-    for (std::uint8_t value = 0; value < 16; ++value) {
-        table[static_cast<unsigned char>("0123456789abcdef"[value])] = value;
-        table[static_cast<unsigned char>("0123456789ABCDEF"[value])] = value;
-    }
+    for (std::size_t byte = 0; byte < table.size(); ++byte)
+        table[byte] = static_cast<std::uint8_t>(hexDigitValue(static_cast<char>(byte)));
     return table;
 }();
 
@@ -74,7 +71,7 @@ inline Digits eightDigits(const char* at) noexcept {
     const std::uint64_t others = ((digits + 0x7676767676767676) | digits) & 0x8080808080808080;
     const auto count = static_cast<std::size_t>(std::countr_zero(others)) / 8;
     if (count == 0) return {0, at};
-    // Zeros go in front of them, then neighbours are added up: two, four, eight at once.
+    // Zeros go before them, then neighbours are added up: two, four, eight at once.
     digits <<= 8 * (kAtOnce - count);
     digits = digits * 10 + (digits >> 8);
     digits = (((digits & 0x000000FF000000FF) * 0x000F424000000064) +
@@ -87,35 +84,47 @@ inline Digits eightDigits(const char* at) noexcept {
 inline constexpr std::uint64_t kPowersOfTen[] = {
     1, 10, 100, 1'000, 10'000, 100'000, 1'000'000, 10'000'000, 100'000'000};
 
+// The digits at `at`, but no more than 18 of them, which fit into 64 bits.
+inline Digits wholeDigits(const char* at) noexcept {
+    constexpr std::ptrdiff_t kMostDigits = 18;
+    Digits digits = eightDigits(at);
+    if (digits.end - at != 8) return digits;
+    for (; isDigit(*digits.end) && digits.end - at < kMostDigits; ++digits.end)
+        digits.value = digits.value * 10 + static_cast<std::uint64_t>(*digits.end - '0');
+    return digits;
+}
+
+// The magnitude of the number that begins with `whole` and goes on with a point, if it has so few digits that
+// one division of exact doubles rounds correctly (`readNumber` says when) and then ends.
+inline std::optional<double> shortReal(const char* first, Digits whole) noexcept {
+    const Digits fraction = eightDigits(whole.end + 1);
+    const std::ptrdiff_t places = fraction.end - whole.end - 1;
+    const bool isExact = FLT_EVAL_METHOD == 0 && whole.end - first + places <= DBL_DIG;
+    if (!isExact || places == 0 || !endsWord(*fraction.end)) return std::nullopt;
+    const std::uint64_t power = kPowersOfTen[places];
+    // Signed: the machine converts these at once.
+    return static_cast<double>(static_cast<std::int64_t>(whole.value * power + fraction.value)) /
+           static_cast<double>(static_cast<std::int64_t>(power));
+}
+
 // Reads the number at `at`, if it is written as nearly all are: an integer of at most 18 digits, or a few
 // digits on both sides of a point.
 inline bool readShortNumber(const char* at, RepresentationNode::Tag& tag, std::uint64_t& bits) noexcept {
     if constexpr (std::endian::native != std::endian::little) return false;
-    constexpr std::ptrdiff_t kMostDigits = 18;
     const bool isNegative = *at == '-';
     const char* const first = at + isNegative;
-    auto [value, end] = eightDigits(first);
-    if (end - first == 8) {
-        for (; *end >= '0' && *end <= '9' && end - first < kMostDigits; ++end)
-            value = value * 10 + static_cast<std::uint64_t>(*end - '0');
-    }
-    if (end == first || (*first == '0' && end - first != 1)) return false;
-    if (endsWord(*end)) {
+    const Digits whole = wholeDigits(first);
+    if (whole.end == first || (*first == '0' && whole.end - first != 1)) return false;
+    if (endsWord(*whole.end)) {
         tag = RepresentationNode::Tag::int64;
-        bits = isNegative ? 0 - value : value;
+        bits = isNegative ? 0 - whole.value : whole.value;
         return true;
     }
-    if (*end != '.') return false;
-    // Both integers are exact as doubles: `readNumber` says when dividing them rounds correctly.
-    const Digits fraction = eightDigits(end + 1);
-    const std::ptrdiff_t places = fraction.end - end - 1;
-    if (FLT_EVAL_METHOD != 0 || places == 0 || end - first + places > DBL_DIG || !endsWord(*fraction.end))
-        return false;
-    const std::uint64_t power = kPowersOfTen[places];
-    const double magnitude = static_cast<double>(static_cast<std::int64_t>(value * power + fraction.value)) /
-                             static_cast<double>(static_cast<std::int64_t>(power));
+    if (*whole.end != '.') return false;
+    const std::optional<double> magnitude = shortReal(first, whole);
+    if (!magnitude) return false;
     tag = RepresentationNode::Tag::real;
-    bits = std::bit_cast<std::uint64_t>(isNegative ? -magnitude : magnitude);
+    bits = std::bit_cast<std::uint64_t>(isNegative ? -*magnitude : *magnitude);
     return true;
 }
 
@@ -133,7 +142,7 @@ inline bool holdsBackslash(std::uint64_t bytes) noexcept {
     return ((zeros - kOnes) & ~zeros & (kOnes << 7)) != 0;
 }
 
-// The code unit that four hexadecimal digits stand for; nothing when they are none.
+// The code unit that four hexadecimal digits stand for; nothing when they are not that.
 inline std::optional<std::uint32_t> codeUnit(const char* digits) noexcept {
     std::uint32_t unit = 0;
     for (int i = 0; i < 4; ++i) {
@@ -144,8 +153,8 @@ inline std::optional<std::uint32_t> codeUnit(const char* digits) noexcept {
     return unit;
 }
 
-// Replaces the escape at `from` by what it stands for, at `to`, and moves both behind it. Behind the text
-// stands a quote, so an escape that is cut short is seen for one.
+// Replaces the escape at `from` by what it stands for, at `to`, and moves both past it. Requires: a quote
+// comes after the text, so that an escape that is cut short is a bad one.
 inline bool unescapeOne(const char*& from, char*& to) noexcept {
     const char letter = from[1];
     if (letter != 'u') {
@@ -159,7 +168,7 @@ inline bool unescapeOne(const char*& from, char*& to) noexcept {
     if (!unit) return false;
     from += 6;
     char32_t character = *unit;
-    // Halves stand alone unless both are written, and written side by side.
+    // Halves are kept as they are unless both are written, and written side by side.
     if (isHighHalf(*unit) && from[0] == '\\' && from[1] == 'u') {
         const std::optional<std::uint32_t> next = codeUnit(from + 2);
         if (!next) return false;
@@ -211,8 +220,8 @@ struct Literal {
     std::uint64_t bits;
 };
 
-// The word that begins with that letter, which is one of three, by the bits in which these differ. Which of
-// them it is no processor can foretell, so no branch depends on it.
+// The word that begins with that letter, which is one of three, by the bits in which these differ. No
+// processor can predict which of them it is, so no branch depends on it.
 inline const Literal& literalFor(char first) noexcept {
     using Tag = RepresentationNode::Tag;
     static constexpr Literal kLiterals[] = {
@@ -235,7 +244,7 @@ struct Container {
     std::uint32_t textBefore;  // bytes of text in the document before it
 };
 
-// Containers that are being read, the document itself in front of them. They are kept from document to
+// Containers that are being read, the document itself before them. They are kept from document to
 // document.
 using Containers = std::vector<Container>;
 
@@ -256,15 +265,14 @@ struct WalkerPlace {
 };
 
 // Goes through one value of a text along its structural characters: brackets, colons, commas, and the first
-// byte of every text and word. Behind the last of them stands, as often as one asks, the blank behind the
+// byte of every text and word. Whoever asks for more of them than there are is given the blank after the
 // text, which fits nowhere. What reads a part of the value answers whether it is well formed.
 //
-// All of it is inlined and no address of a walker is handed out, so that its members live in registers. There
-// are few enough of them for that as long as the ones in the first group are the only ones that every value
-// needs.
+// All of it is inlined and no address of a walker is handed out, so that its members live in registers. For
+// that, no more of them than those in the first group may be needed by every value.
 class Walker {
 public:
-    // `end` is that of the text, where a blank stands; `nodes` has room for it at the depth of
+    // `end` is that of the text, where a blank is; `nodes` has room for it at the depth of
     // `containers`.
     Walker(char* text,
            char* end,
@@ -282,11 +290,18 @@ public:
           containers_(containers),
           nodes_(nodes) {}
 
-    // Behind what was read.
+    // After what was read.
     WalkerPlace place() const noexcept { return {structural_, plainUntil_}; }
 
-    // How many nodes the value takes; 0 when it is no JSON.
+    // How many nodes the value takes; 0 when it is not JSON. Jumps, since what comes next depends on the
+    // place in the grammar alone, and each place's jump is predicted by itself:
+    //
+    //     container --> member ---> memberEnd --+--> member
+    //         ^   '---> element --> elementEnd -+--> element
+    //         |                                 '--> containerEnd --> memberEnd, elementEnd or the end
+    //         '-------- (a value that is a container)
     [[gnu::always_inline]] std::size_t walk() {
+        char token = 0;
         char* at = take();
         if (!isBracket(*at)) return scalar(at) ? 1 : 0;
 
@@ -304,46 +319,32 @@ public:
         if (container_->isDictionary) goto memberEnd;
 
     elementEnd:
-        switch (*take()) {
-            case ',':
-                break;
-            case ']':
-                goto containerEnd;
-            default:
-                return 0;
-        }
+        token = *take();
+        if (token == ']') goto containerEnd;
+        if (token != ',') return 0;
 
     element:
         ++size_;
         at = take();
-        if (!scalar(at)) {
-            if (isBracket(*at)) goto container;
-            return 0;
-        }
-        goto elementEnd;
+        if (scalar(at)) goto elementEnd;
+        if (isBracket(*at)) goto container;
+        return 0;
 
     memberEnd:
-        switch (*take()) {
-            case ',':
-                break;
-            case '}':
-                goto containerEnd;
-            default:
-                return 0;
-        }
+        token = *take();
+        if (token == '}') goto containerEnd;
+        if (token != ',') return 0;
 
     member:
         if (!key()) return 0;
         ++size_;
         at = take();
-        if (!scalar(at)) {
-            if (isBracket(*at)) goto container;
-            return 0;
-        }
-        goto memberEnd;
+        if (scalar(at)) goto memberEnd;
+        if (isBracket(*at)) goto container;
+        return 0;
     }
 
-    // Reads a dictionary's key and the colon behind it, without a node.
+    // Reads a dictionary's key and the colon after it, without a node.
     [[gnu::always_inline]] bool keyText(std::string_view& key) noexcept {
         char* const at = take();
         return *at == '"' && text(at, key) && *take() == ':';
@@ -502,7 +503,7 @@ private:
         return RepresentationNodes::node(number);
     }
 
-    // Reads the text whose opening quote stands at `quote`, unless it holds a bad escape. Between the closing
+    // Reads the text whose opening quote is at `quote`, unless it holds a bad escape. Between the closing
     // quote and the next structural character is nothing but white space, so the text need not be read to
     // find its end.
     [[gnu::always_inline]] bool text(char* quote, std::string_view& text) noexcept {
@@ -511,9 +512,10 @@ private:
         while (*end != '"')
             --end;
         if (plainUntil_ < end) [[unlikely]] {
-            char* const quoteBehind = end;
+            char* const closingQuote = end;
             end = unescape(nextBackslash(std::max(begin, plainUntil_), end), end);
-            plainUntil_ = nextBackslash(quoteBehind, quoteBehind + std::min(kBytesAhead, end_ - quoteBehind));
+            plainUntil_ =
+                nextBackslash(closingQuote, closingQuote + std::min(kBytesAhead, end_ - closingQuote));
             if (end == nullptr) return false;
         }
         text = {begin, static_cast<std::size_t>(end - begin)};
