@@ -1,7 +1,7 @@
 #include "QELModels/Representation/Representation.h"
 
-#include <algorithm>
 #include <array>
+#include <utility>
 #include <vector>
 
 #include "QELModels/Platform/KeyPath.h"
@@ -87,62 +87,79 @@ std::uint64_t RepresentationView::hash() const noexcept {
 
 namespace {
 
-// Two containers of one size that are walked side by side.
-struct Walk {
-    const Node* a;           // the next element or member of the one
-    const Node* b;           // what stands at its place in the other
-    const Node* dictionary;  // the other one, if they are dictionaries
-    std::uint32_t left;      // how many elements or members are still to be compared
-    bool inOrder = true;     // whether their keys are so far; if not, `b` is of no use
+const Node* linkFollowed(const Node* node) noexcept {
+    return node->tag == Tag::link ? node->target : node;
+}
+
+// Two containers of one size, as far as they are not compared yet.
+struct ContainerPair {
+    const Node* a;              // the next element or member of the one
+    const Node* b;              // what is in its place in the other
+    const Node* dictionary;     // the other one, if they are dictionaries
+    std::uint32_t left;         // how many elements or members are still to be compared
+    bool areKeysInStep = true;  // whether all keys so far were the same; if not, `b` is of no use
+
+    // Two values that have to be equal; null in the second place when there is no such key.
+    std::pair<const Node*, const Node*> next() noexcept {
+        --left;
+        const Node* first = a;
+        const Node* second = b;
+        if (dictionary != nullptr) {
+            // Keys in the same places in both are not looked up.
+            areKeysInStep = areKeysInStep && detail::sameKey(*a, *b);
+            second = areKeysInStep ? b->value() : detail::findValue(dictionary, a->string());
+            first = a->value();
+            if (second == nullptr) return {first, nullptr};
+        }
+        a = first->next();
+        if (areKeysInStep) b = second->next();
+        return {linkFollowed(first), linkFollowed(second)};
+    }
 };
 
-// The walks to go on with, for nesting must not cost the thread's stack. Usual depths need no allocation.
-class WalkStack {
+// The pairs to go on with, for nesting must not cost the thread's stack. Usual depths need no allocation.
+class PairStack {
 public:
     bool empty() const noexcept { return size_ == 0; }
 
-    void push(const Walk& walk) {
+    void push(const ContainerPair& pair) {
         if (size_ < kUsualDepth)
-            usual_[size_] = walk;
+            usual_[size_] = pair;
         else
-            deep_.push_back(walk);
+            deep_.push_back(pair);
         ++size_;
     }
 
-    Walk pop() noexcept {
+    ContainerPair pop() noexcept {
         if (--size_ < kUsualDepth) return usual_[size_];
-        const Walk walk = deep_.back();
+        const ContainerPair pair = deep_.back();
         deep_.pop_back();
-        return walk;
+        return pair;
     }
 
 private:
     static constexpr std::size_t kUsualDepth = 16;
 
-    std::array<Walk, kUsualDepth> usual_;
-    std::vector<Walk> deep_;
+    std::array<ContainerPair, kUsualDepth> usual_;
+    std::vector<ContainerPair> deep_;
     std::size_t size_ = 0;
 };
-
-const Node* behindLink(const Node* node) noexcept {
-    return node->tag == Tag::link ? node->target : node;
-}
 
 bool equalNumbers(const Node& a, const Node& b) noexcept {
     if (a.tag == b.tag && a.tag != Tag::real) return a.bits == b.bits;
     return numberOf(a) == numberOf(b);
 }
 
-// Of values that are no containers.
+// Of values that are not containers.
 bool equalScalars(const Node& a, const Node& b) noexcept {
     if (a.isNumber()) return b.isNumber() && equalNumbers(a, b);
     return a.tag == b.tag && (a.tag == Tag::null || a.string() == b.string());
 }
 
-// Whether two values lie in memory in the same way, texts and all. Most that are equal do, since documents of
-// one source are written in one way; those that do not may be equal all the same.
-bool lieAlike(const Node* a, const Node* b) noexcept {
-    const Node* const end = a + a->extent();
+// Whether two values have equal nodes, one by one. Most that are equal do, since documents of one source are
+// written in one way; those that do not may be equal all the same.
+bool haveEqualNodes(const Node* a, const Node* b) noexcept {
+    const Node* const end = a->next();
     for (; a != end; ++a, ++b) {
         if (a->tag != b->tag) return false;
         switch (a->tag) {
@@ -155,52 +172,40 @@ bool lieAlike(const Node* a, const Node* b) noexcept {
             case Tag::link:
                 return false;
             default:
-                // Of a container, that is how many nodes are in it; so both have the same elements.
+                // Of a container, these are how many nodes are in it; so both have the same elements.
                 if (a->bits != b->bits) return false;
         }
     }
     return true;
 }
 
-// Keys that stand in the same order in both are not looked up.
-bool equalValues(const Node* a, const Node* b) {
-    WalkStack outer;
-    Walk walk{a, b, nullptr, 1};
+// A value is equal to itself, whatever it is; so a NaN is, too.
+bool equalValues(const Node* rootA, const Node* rootB) {
+    PairStack outer;
+    ContainerPair pair{rootA, rootB, nullptr, 1};
     for (;;) {
-        while (walk.left == 0) {
+        while (pair.left == 0) {
             if (outer.empty()) return true;
-            walk = outer.pop();
+            pair = outer.pop();
         }
-        --walk.left;
-        a = walk.a;
-        b = walk.b;
-        if (walk.dictionary != nullptr) {
-            walk.inOrder = walk.inOrder && detail::sameKey(*a, *b);
-            b = walk.inOrder ? b + 1 : detail::findValue(walk.dictionary, a->string());
-            if (b == nullptr) return false;
-            ++a;
-        }
-        walk.a = a + a->extent();
-        if (walk.inOrder) walk.b = b + b->extent();
-
-        a = behindLink(a);
-        b = behindLink(b);
+        const auto [a, b] = pair.next();
+        if (b == nullptr) return false;
         if (a == b) continue;
         if (!a->isContainer()) {
             if (!equalScalars(*a, *b)) return false;
             continue;
         }
         if (a->tag != b->tag || a->size != b->size) return false;
-        // A walk that is over is not gone on with: chains of containers with one value each need no room.
-        if (walk.left != 0) outer.push(walk);
-        walk = {a + 1, b + 1, a->tag == Tag::dictionary ? b : nullptr, a->size};
+        // A pair that is done is not gone on with: chains of containers with one value each need no room.
+        if (pair.left != 0) outer.push(pair);
+        pair = {a + 1, b + 1, a->tag == Tag::dictionary ? b : nullptr, a->size};
     }
 }
 
 }  // namespace
 
 bool operator==(RepresentationView a, RepresentationView b) {
-    return a.node_ == b.node_ || lieAlike(a.node_, b.node_) || equalValues(a.node_, b.node_);
+    return a.node_ == b.node_ || haveEqualNodes(a.node_, b.node_) || equalValues(a.node_, b.node_);
 }
 
 Representation::Representation() noexcept : view_(&kNull, nullptr) {}
@@ -217,24 +222,25 @@ Representation::Representation(std::string_view text) : Representation() {
     *this = builder.finish();
 }
 
-Representation::Representation(std::initializer_list<Member> members) : Representation(dictionary(members)) {}
+Representation::Representation(std::initializer_list<Member> members)
+    : Representation(dictionaryOf(members.begin(), members.size())) {}
 
-Representation Representation::dictionary(std::initializer_list<Member> members) {
+Representation Representation::dictionaryOf(const Member* members, std::size_t size) {
     RepresentationBuilder builder;
     builder.beginDictionary();
-    for (const Member& member : members) {
-        builder.key(member.key);
-        builder.representation(member.value);
+    for (; size != 0; ++members, --size) {
+        builder.key(members->key);
+        builder.representation(members->value);
     }
     builder.endDictionary();
     return builder.finish();
 }
 
-Representation Representation::array(std::initializer_list<Representation> elements) {
+Representation Representation::arrayOf(const Representation* elements, std::size_t size) {
     RepresentationBuilder builder;
     builder.beginArray();
-    for (const Representation& element : elements)
-        builder.representation(element);
+    for (; size != 0; ++elements, --size)
+        builder.representation(*elements);
     builder.endArray();
     return builder.finish();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
@@ -9,6 +10,7 @@
 #include <string_view>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 #include "QELModels/Memory/Block.h"
 #include "QELModels/Platform/Export.h"
@@ -19,8 +21,16 @@ namespace QELModels {
 inline namespace QELMODELS_ABI {
 
 namespace detail {
+
 struct RepresentationAccess;
-}
+
+template <class T>
+concept NumberLike = std::is_arithmetic_v<T> && std::constructible_from<Number, T>;
+template <class T>
+concept TextView = std::same_as<std::remove_cvref_t<T>, std::string_view> || std::same_as < std::decay_t<T>,
+const char* > ;
+
+}  // namespace detail
 
 class RepresentationView;
 struct RepresentationMember;
@@ -56,11 +66,11 @@ public:
     /// A dictionary's members in the document's order; empty for another kind.
     RepresentationMembers members() const noexcept;
 
-    /// The value at a key; nothing when it is missing or this is no dictionary. Quick in large dictionaries
-    /// too.
+    /// The value at a key; nothing when it is missing or this is not a dictionary. Quick in large
+    /// dictionaries too.
     std::optional<RepresentationView> valueForKey(std::string_view key) const noexcept;
     /// The value at the end of dot-joined keys, looked up one dictionary at a time; nothing when a step is
-    /// missing or what it yields is no dictionary.
+    /// missing or what it yields is not a dictionary.
     std::optional<RepresentationView> valueForKeyPath(std::string_view keyPath) const noexcept;
 
     /// Equality by value: numbers whatever their width, strings by code unit, arrays in order, dictionaries
@@ -169,22 +179,39 @@ class QELMODELS_EXPORT Representation {
 public:
     struct Member;
 
-    /// Null.
+    /// Null. So is a value that is written `{}`, as in `Representation{{"key", {}}}`.
     Representation() noexcept;
     Representation(std::nullptr_t) noexcept : Representation() {}
+    /// A number. A character is not one, and not every `long double` is one that a `Number` holds.
     Representation(Number number);
-    template <class T>
-    requires std::is_arithmetic_v<T> Representation(T number) : Representation(Number(number)) {}
-    /// A string; throws `std::invalid_argument` when the text is not UTF-8 (lone surrogates may stand in it
-    /// as their three-byte form; split pairs are joined).
+    template <detail::NumberLike T>
+    Representation(T number) : Representation(Number(number)) {}
+    template <class CharacterOrTooWideForANumber>
+    requires(std::is_arithmetic_v<CharacterOrTooWideForANumber> &&
+             !detail::NumberLike<CharacterOrTooWideForANumber>) Representation(CharacterOrTooWideForANumber)
+    = delete;
+    /// A string; throws `std::invalid_argument` when the text is not UTF-8 (it may hold lone surrogates in
+    /// their three-byte form; split pairs are joined).
     Representation(std::string_view text);
     Representation(const std::string& text) : Representation(std::string_view(text)) {}
     Representation(const char* text) : Representation(std::string_view(text)) {}
     /// A dictionary. A repeated key keeps its first place and its last value.
     Representation(std::initializer_list<Member> members);
-    /// The same, a list of these elements, and an array without any.
     static Representation dictionary(std::initializer_list<Member> members);
-    static Representation array(std::initializer_list<Representation> elements);
+    /// The same of any range of pairs, such as a map.
+    template <class Range>
+    static Representation dictionary(const Range& range);
+    /// An array of these elements.
+    static Representation array(std::initializer_list<Representation> elements) {
+        return arrayOf(elements.begin(), elements.size());
+    }
+    /// The same of any range whose elements a representation can be made of.
+    template <class Range>
+    static Representation array(const Range& range) {
+        const std::vector<Representation> elements(std::begin(range), std::end(range));
+        return arrayOf(elements.data(), elements.size());
+    }
+    /// An array without elements.
     static RepresentationView emptyArray() noexcept;
 
     /// Keeps the document that a borrowed value lies in.
@@ -211,6 +238,8 @@ private:
     friend struct detail::RepresentationAccess;
     struct Adopt {};
     Representation(Adopt, RepresentationView view) noexcept : view_(view) {}
+    static Representation arrayOf(const Representation* elements, std::size_t size);
+    static Representation dictionaryOf(const Member* members, std::size_t size);
 
     RepresentationView view_;
 };
@@ -220,6 +249,22 @@ struct Representation::Member {
     std::string_view key;
     Representation value;
 };
+
+inline Representation Representation::dictionary(std::initializer_list<Member> members) {
+    return dictionaryOf(members.begin(), members.size());
+}
+
+template <class Range>
+Representation Representation::dictionary(const Range& range) {
+    std::vector<Member> members;
+    for (const auto& [key, value] : range) {
+        static_assert(
+            std::is_reference_v<decltype(*std::begin(range))> || detail::TextView<decltype(key)>,
+            "the keys of the range live no longer than its elements, which are made when asked for");
+        members.push_back({key, Representation(value)});
+    }
+    return dictionaryOf(members.data(), members.size());
+}
 
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

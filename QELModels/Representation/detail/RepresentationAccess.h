@@ -19,7 +19,7 @@ struct QELMODELS_EXPORT RepresentationAccess {
     static const RepresentationNode* node(RepresentationView view) noexcept { return view.node_; }
     /// Null for constant data.
     static const Block* block(RepresentationView view) noexcept { return view.block_; }
-    /// The value that a node of a block stands for, links followed.
+    /// The value at a node of a block, links followed.
     static RepresentationView at(const RepresentationNode* node, const Block* block) noexcept {
         return RepresentationView::at(node, block);
     }

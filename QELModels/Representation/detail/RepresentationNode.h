@@ -25,8 +25,8 @@ namespace detail {
 ///     link                   the other document's node        |
 ///     (null)                 the other document's block      -+
 ///
-/// A link takes two nodes and stands for the value that it leads to. A dictionary with many members ends with
-/// `index` nodes: three offsets each, from the dictionary to its keys, in the order of these.
+/// A link takes two nodes, and its value is the one that it leads to. A dictionary with many members ends
+/// with `index` nodes: three offsets each, from the dictionary to its keys, in the order of these.
 struct RepresentationNode {
     /// The tags of numbers are in the order of their origins, those of longer values come last.
     enum class Tag : std::uint8_t {
