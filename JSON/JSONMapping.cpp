@@ -43,12 +43,8 @@ private:
 
 }  // namespace
 
-Ref<ListBase> mappedList(JSONReader& reader,
-                         std::string_view bytes,
-                         std::string_view keyPath,
-                         const FEMMapping& mapping,
-                         JSONError* error,
-                         const FEMOptions& options) {
+Ref<ListBase> mappedList(JSONReader& reader, std::string_view bytes, std::string_view keyPath,
+                         const FEMMapping& mapping, JSONError* error, const FEMOptions& options) {
     const std::string listKeyPath = keyPathOfList(options.keyPath, keyPath);
     FEMCollection collection(mapping, {nullptr, options.zone, listKeyPath});
     Collector collector(collection);

@@ -13,12 +13,9 @@ inline namespace QELMODELS_ABI {
 namespace detail {
 
 /// The list at a key path, mapped while it is read, as `mappedResponseFromJSON` says; without an observer.
-QELMODELS_EXPORT Ref<ListBase> mappedList(JSONReader& reader,
-                                          std::string_view bytes,
-                                          std::string_view keyPath,
-                                          const FEMMapping& mapping,
-                                          JSONError* error,
-                                          const FEMOptions& options);
+QELMODELS_EXPORT Ref<ListBase> mappedList(JSONReader& reader, std::string_view bytes,
+                                          std::string_view keyPath, const FEMMapping& mapping,
+                                          JSONError* error, const FEMOptions& options);
 
 }  // namespace detail
 
@@ -30,11 +27,8 @@ QELMODELS_EXPORT Ref<ListBase> mappedList(JSONReader& reader,
 /// such as writing to the log, may have been done when a mistake further down in a page is found. With an
 /// observer, a page is read as a whole. Map rules and observers leave the reader alone.
 template <QELMapperProtocol Mapper>
-auto mappedResponseFromJSON(JSONReader& reader,
-                            std::string_view bytes,
-                            const Mapper& mapper,
-                            JSONError* error = nullptr,
-                            const FEMOptions& options = {})
+auto mappedResponseFromJSON(JSONReader& reader, std::string_view bytes, const Mapper& mapper,
+                            JSONError* error = nullptr, const FEMOptions& options = {})
     -> decltype(mapper.mappedResponseFromJSONObject(std::declval<RepresentationView>(), nullptr, options)) {
     // A reader keeps its memory for what it lends, so that may not be much.
     if (bytes.size() <= JSONReader::kUsualWindow) {

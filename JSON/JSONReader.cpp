@@ -39,8 +39,8 @@ constexpr std::size_t kMostBytesApart = std::size_t{16} << 10;
 #endif
 
 // How many nodes the document takes whose structural characters are found; 0 when it is not well formed.
-std::size_t walk(
-    ReaderMemory& memory, char* text, std::size_t size, std::size_t maxDepth, RepresentationNodes& nodes) {
+std::size_t walk(ReaderMemory& memory, char* text, std::size_t size, std::size_t maxDepth,
+                 RepresentationNodes& nodes) {
     const WalkerPlace start{memory.index.first(), text};
     Walker walker(text, text + size, start, memory.containers, maxDepth, nodes);
     const std::size_t count = walker.walk();
@@ -119,9 +119,7 @@ std::optional<RepresentationView> JSONReader::lend(std::string_view bytes, JSONE
     return result;
 }
 
-bool JSONReader::readElements(std::string_view bytes,
-                              std::string_view keyPath,
-                              JSONElementHandler& handler,
+bool JSONReader::readElements(std::string_view bytes, std::string_view keyPath, JSONElementHandler& handler,
                               JSONError* error) {
     return attempt(bytes, error, [&](std::string_view document) {
         detail::DocumentWindow window(*memory_, zone_, document, kUsualWindow);

@@ -81,9 +81,7 @@ public:
     /// its end there are no elements. False when the document is not JSON: elements before the mistake were
     /// lent all the same. The handler leaves this reader alone. Throws `std::bad_alloc`, and what the
     /// handler throws.
-    bool readElements(std::string_view bytes,
-                      std::string_view keyPath,
-                      JSONElementHandler& handler,
+    bool readElements(std::string_view bytes, std::string_view keyPath, JSONElementHandler& handler,
                       JSONError* error = nullptr);
 
 private:

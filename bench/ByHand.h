@@ -20,18 +20,9 @@ namespace QELModels::bench::byHand {
 using Asset = bench::Asset<RawText>;
 
 /// A property's value, lent by the asset.
-using Value = std::variant<std::monostate,
-                           Number,
-                           std::string_view,
-                           URLView,
-                           Date,
-                           const FlightTimes*,
-                           const Series*,
-                           const StreamConfiguration<RawText>*,
-                           const Category*,
-                           const Images*,
-                           const StreamUrls*,
-                           const Additional<RawText>*>;
+using Value = std::variant<std::monostate, Number, std::string_view, URLView, Date, const FlightTimes*,
+                           const Series*, const StreamConfiguration<RawText>*, const Category*, const Images*,
+                           const StreamUrls*, const Additional<RawText>*>;
 
 /// All properties by name. It keeps the asset alive, so that what its values lend stays valid.
 struct Dictionary {

@@ -116,9 +116,7 @@ std::string speed(double nanosecondsPerByte) {
     return gigabytesPerSecond > kFastest ? "> " + fixed(kFastest, 0) : fixed(gigabytesPerSecond, 2);
 }
 
-void measureSubject(const Subject& subject,
-                    std::span<const Input> inputs,
-                    const Options& options,
+void measureSubject(const Subject& subject, std::span<const Input> inputs, const Options& options,
                     Report& report) {
     std::string buffer(kSizes.back(), '\0');
     char* const to = buffer.data();

@@ -15,11 +15,8 @@ namespace QELModels::tool {
 namespace {
 
 // Appends the answer to one line to `text`. Returns what is wrong with the line, or an empty text.
-std::string appendAnswer(std::string& text,
-                         const LineReader& lines,
-                         std::string_view file,
-                         JSONReader& reader,
-                         const Answer& answer) {
+std::string appendAnswer(std::string& text, const LineReader& lines, std::string_view file,
+                         JSONReader& reader, const Answer& answer) {
     JSONError error;
     const auto document = reader.read(lines.line(), &error);
     if (!document)
@@ -35,9 +32,7 @@ std::string appendAnswer(std::string& text,
 
 }  // namespace
 
-ExitStatus answerDocument(Session& session,
-                          const std::string& file,
-                          JSONWriter::Layout layout,
+ExitStatus answerDocument(Session& session, const std::string& file, JSONWriter::Layout layout,
                           const Answer& answer) {
     const Representation document = session.readDocument(file);
     std::string text;

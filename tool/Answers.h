@@ -15,9 +15,7 @@ namespace QELModels::tool {
 using Answer = std::function<void(RepresentationView document, JSONWriter& writer)>;
 
 /// Writes what `answer` makes of the document of a file. Throws `BadInput`, and what `answer` throws.
-ExitStatus answerDocument(Session& session,
-                          const std::string& file,
-                          JSONWriter::Layout layout,
+ExitStatus answerDocument(Session& session, const std::string& file, JSONWriter::Layout layout,
                           const Answer& answer);
 
 /// The same for a file that holds a document on every line: one line of output for each, written as it is

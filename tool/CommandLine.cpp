@@ -85,9 +85,7 @@ void CommandLine::setWork(CLI::App& command, std::function<void()> work) {
     command.final_callback(std::move(work));
 }
 
-void CommandLine::addPlain(std::string name,
-                           std::string usage,
-                           std::string description,
+void CommandLine::addPlain(std::string name, std::string usage, std::string description,
                            ExitStatus (*work)(const std::vector<std::string>& arguments, Session& session)) {
     plainCommands_.push_back(name);
     setWork(addCommand(std::move(name), std::move(usage), std::move(description)),

@@ -33,9 +33,7 @@ public:
     /// Adds a command. `declare` binds its arguments to options, and `work` does the rest with them. It may
     /// throw `BadInput`, `UsageError`, and the faults of a mapping.
     template <class Options>
-    void add(std::string name,
-             std::string usage,
-             std::string description,
+    void add(std::string name, std::string usage, std::string description,
              void (*declare)(CLI::App& command, Options& options),
              ExitStatus (*work)(const Options& options, Session& session)) {
         CLI::App& command = addCommand(std::move(name), std::move(usage), std::move(description));
@@ -47,9 +45,7 @@ public:
     /// Adds a command whose arguments are mere texts. They may begin with a dash, as negative numbers do;
     /// after
     /// "--" everything is one of them.
-    void addPlain(std::string name,
-                  std::string usage,
-                  std::string description,
+    void addPlain(std::string name, std::string usage, std::string description,
                   ExitStatus (*work)(const std::vector<std::string>& arguments, Session& session));
 
     /// Runs the command that the arguments name, and writes what it has to say. The program's name is not

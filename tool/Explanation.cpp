@@ -43,9 +43,7 @@ std::string_view outcomeName(FEMOutcome outcome) noexcept {
     return {};
 }
 
-void observeMapping(const Kind& kind,
-                    RepresentationView document,
-                    std::string_view keyPath,
+void observeMapping(const Kind& kind, RepresentationView document, std::string_view keyPath,
                     FEMObserver& observer) {
     // A page's mapper would report a missing list. That the document is not a page says more.
     if (kind.isPage() && !document.isDictionary()) {
@@ -55,9 +53,7 @@ void observeMapping(const Kind& kind,
     kind.map(document, keyPath, {&observer, nullptr, {}});
 }
 
-void enumerateUnreadKeys(const Kind& kind,
-                         RepresentationView document,
-                         std::string_view keyPath,
+void enumerateUnreadKeys(const Kind& kind, RepresentationView document, std::string_view keyPath,
                          const FEMUnreadKeys::Visit& visit) {
     if (kind.isPage())
         FEMUnreadKeys::inCollection(document, keyPathOf(kind, keyPath), *kind.rules, visit);

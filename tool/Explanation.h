@@ -23,9 +23,7 @@ inline constexpr std::string_view kUnread = "unread";
 /// Maps a document and reports to an observer what became of every rule, in the order of application. An
 /// empty key path means the kind's own. A page that is not a dictionary is one event at the document's root.
 /// Throws `MappingFault`, which the last event reports too.
-void observeMapping(const Kind& kind,
-                    RepresentationView document,
-                    std::string_view keyPath,
+void observeMapping(const Kind& kind, RepresentationView document, std::string_view keyPath,
                     FEMObserver& observer);
 
 /// Keeps the library's log quiet while it lives: a mapping reports to its observer what it logs, and where.
@@ -40,9 +38,7 @@ public:
 };
 
 /// Visits every key of a document that no rule reads.
-void enumerateUnreadKeys(const Kind& kind,
-                         RepresentationView document,
-                         std::string_view keyPath,
+void enumerateUnreadKeys(const Kind& kind, RepresentationView document, std::string_view keyPath,
                          const FEMUnreadKeys::Visit& visit);
 
 /// What became of one rule, or a key that no rule reads.
@@ -55,9 +51,7 @@ struct Finding {
 
 /// Visits all findings of a document: those of the rules, then the unread keys. A fault is the last finding,
 /// and its `MappingFault` is thrown.
-void explain(const Kind& kind,
-             RepresentationView document,
-             std::string_view keyPath,
+void explain(const Kind& kind, RepresentationView document, std::string_view keyPath,
              const std::function<void(const Finding& finding)>& visit);
 
 }  // namespace QELModels::tool

@@ -6,12 +6,8 @@
 
 namespace QELModels::tool {
 
-std::string messageAt(std::string_view name,
-                      std::size_t line,
-                      std::size_t column,
-                      std::string_view reason,
-                      std::string_view text,
-                      std::size_t offset) {
+std::string messageAt(std::string_view name, std::size_t line, std::size_t column, std::string_view reason,
+                      std::string_view text, std::size_t offset) {
     return fmt::format("{}:{}:{}: {}\n{}", name, line, column, reason, excerpt(text, offset));
 }
 

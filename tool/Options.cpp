@@ -36,10 +36,7 @@ void addFile(CLI::App& command, std::string& file) {
     command.add_option("FILE", file, "The document; - or nothing is standard input")->type_name("");
 }
 
-void addOptional(CLI::App& command,
-                 std::string name,
-                 std::string type,
-                 std::optional<std::string>& text,
+void addOptional(CLI::App& command, std::string name, std::string type, std::optional<std::string>& text,
                  std::string description) {
     // A function, since the parser would ignore an empty text.
     const auto take = [&text](const std::string& given) { text = given; };
@@ -47,21 +44,14 @@ void addOptional(CLI::App& command,
         ->type_name(std::move(type));
 }
 
-void addRepeated(CLI::App& command,
-                 std::string name,
-                 std::string type,
-                 Required required,
-                 std::vector<std::string>& texts,
-                 std::string description) {
+void addRepeated(CLI::App& command, std::string name, std::string type, Required required,
+                 std::vector<std::string>& texts, std::string description) {
     command.add_option(std::move(name), texts, std::move(description))
         ->type_name(std::move(type))
         ->required(required == Required::yes);
 }
 
-void addCount(CLI::App& command,
-              std::string name,
-              std::optional<std::size_t>& count,
-              std::size_t most,
+void addCount(CLI::App& command, std::string name, std::optional<std::size_t>& count, std::size_t most,
               std::string description) {
     command.add_option(std::move(name), count, std::move(description))
         ->type_name("N")

@@ -26,24 +26,14 @@ void addKeyPath(CLI::App& command, std::optional<std::string>& keyPath);
 /// The argument FILE, standard input unless given.
 void addFile(CLI::App& command, std::string& file);
 /// An argument or an option with one value, which stays null unless it is given.
-void addOptional(CLI::App& command,
-                 std::string name,
-                 std::string type,
-                 std::optional<std::string>& text,
+void addOptional(CLI::App& command, std::string name, std::string type, std::optional<std::string>& text,
                  std::string description);
 /// An argument or an option with any number of values; when it is required, at least one.
 enum class Required { no, yes };
-void addRepeated(CLI::App& command,
-                 std::string name,
-                 std::string type,
-                 Required required,
-                 std::vector<std::string>& texts,
-                 std::string description);
+void addRepeated(CLI::App& command, std::string name, std::string type, Required required,
+                 std::vector<std::string>& texts, std::string description);
 /// An option with a number from 1 to `most`, which stays null unless it is given.
-void addCount(CLI::App& command,
-              std::string name,
-              std::optional<std::size_t>& count,
-              std::size_t most,
+void addCount(CLI::App& command, std::string name, std::optional<std::size_t>& count, std::size_t most,
               std::string description);
 /// What the help says below a command's options.
 void addClosingWords(CLI::App& command, std::string words);

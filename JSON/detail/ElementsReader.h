@@ -30,9 +30,7 @@ std::vector<std::string_view> keysOf(std::string_view keyPath) {
 /// formed.
 class ElementsReader {
 public:
-    ElementsReader(DocumentWindow& window,
-                   std::size_t maxDepth,
-                   std::string_view keyPath,
+    ElementsReader(DocumentWindow& window, std::size_t maxDepth, std::string_view keyPath,
                    JSONElementHandler& handler)
         : window_(window), depthLeft_(maxDepth), keys_(keysOf(keyPath)), handler_(handler) {}
 

@@ -274,11 +274,7 @@ class Walker {
 public:
     // `end` is that of the text, where a blank is; `nodes` has room for it at the depth of
     // `containers`.
-    Walker(char* text,
-           char* end,
-           WalkerPlace place,
-           Containers& containers,
-           std::size_t maxDepth,
+    Walker(char* text, char* end, WalkerPlace place, Containers& containers, std::size_t maxDepth,
            RepresentationNodes& nodes) noexcept
         : text_(text),
           structural_(place.structural),
@@ -444,8 +440,7 @@ private:
 
     // Whether one of the members has a key of that hash; true also when they are too many to look at them all
     // for every key.
-    [[gnu::noinline]] static bool isAmong(const Node* member,
-                                          std::uint32_t members,
+    [[gnu::noinline]] static bool isAmong(const Node* member, std::uint32_t members,
                                           std::uint16_t hash) noexcept {
         if (members > RepresentationNodes::kMostMembersScanned) return true;
         for (std::uint32_t left = members; left != 0; --left) {

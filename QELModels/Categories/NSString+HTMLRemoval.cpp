@@ -97,9 +97,8 @@ static_assert(kNames[kIndexOfAmp] == "amp" && kIndexOfAmp + kAscii.size() == kNa
 constexpr Word keyOf(std::string_view name) noexcept {
     return detail::firstWord(name) | Word{';'} << (8 * name.size());
 }
-static_assert(std::all_of(kNames.begin(), kNames.end(), [](auto name) {
-    return name.size() < sizeof(Word);
-}));
+static_assert(std::all_of(kNames.begin(), kNames.end(),
+                          [](auto name) { return name.size() < sizeof(Word); }));
 
 // Names are numbered from 1.
 constexpr std::size_t kNoName = 0;
@@ -125,9 +124,8 @@ constexpr std::size_t numberOf(Word key) noexcept {
     return kKeyOfNumber[number] == key ? number : kNoName;
 }
 
-static_assert(std::all_of(kNames.begin(), kNames.end(), [](auto name) {
-    return detail::isLetter(name.front());
-}));
+static_assert(std::all_of(kNames.begin(), kNames.end(),
+                          [](auto name) { return detail::isLetter(name.front()); }));
 
 /// What a reference is replaced by.
 struct Character {

@@ -50,8 +50,7 @@ inline std::string keyPathOfList(std::string_view keyPathOfPage, std::string_vie
 
 /// What mappers of pages do: they map what is at a key path, absent included, by the class's default mapping.
 template <class Model>
-Ref<List<Model>> mappedPage(std::optional<RepresentationView> representation,
-                            std::string_view keyPath,
+Ref<List<Model>> mappedPage(std::optional<RepresentationView> representation, std::string_view keyPath,
                             FEMOptions options = {}) {
     const std::string listKeyPath = keyPathOfList(options.keyPath, keyPath);
     options.keyPath = listKeyPath;

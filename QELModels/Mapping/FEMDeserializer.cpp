@@ -9,8 +9,7 @@ namespace QELModels {
 inline namespace QELMODELS_ABI {
 
 Ref<Object> FEMDeserializer::objectFromRepresentation(std::optional<RepresentationView> representation,
-                                                      const FEMMapping& mapping,
-                                                      const FEMOptions& options) {
+                                                      const FEMMapping& mapping, const FEMOptions& options) {
     const FEMPath path(options.keyPath);
     const auto bound = detail::BoundRules::of(mapping);
     return options.observer == nullptr ? detail::Engine<false>(options).object(representation, bound, path)

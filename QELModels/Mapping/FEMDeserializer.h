@@ -33,21 +33,18 @@ public:
     /// A new record, filled, in a block of its own. What is not a dictionary (null, absent, a list) counts as
     /// an empty one. Never null.
     static Ref<Object> objectFromRepresentation(std::optional<RepresentationView> representation,
-                                                const FEMMapping& mapping,
-                                                const FEMOptions& options = {});
+                                                const FEMMapping& mapping, const FEMOptions& options = {});
     /// The same as a record of its class. Throws `MappingFault`, before anything is made, for a mapping that
     /// makes records of another class.
     template <class T>
     static Ref<T> objectFromRepresentation(std::optional<RepresentationView> representation,
-                                           const FEMMapping& mapping,
-                                           const FEMOptions& options = {}) {
+                                           const FEMMapping& mapping, const FEMOptions& options = {}) {
         checkClass(mapping, T::objectClass);
         return cast<T>(objectFromRepresentation(representation, mapping, options));
     }
     template <class T>
     static Ref<T> objectFromRepresentation(std::optional<RepresentationView> representation,
-                                           const FEMMappingOf<T>& mapping,
-                                           const FEMOptions& options = {}) {
+                                           const FEMMappingOf<T>& mapping, const FEMOptions& options = {}) {
         return cast<T>(
             objectFromRepresentation(representation, static_cast<const FEMMapping&>(mapping), options));
     }

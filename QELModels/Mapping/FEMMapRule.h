@@ -37,9 +37,7 @@ enum class FEMAccepts : std::uint8_t {
 /// A map rule as constant data: what is called, and what it is called with. The value given to it is never
 /// absent, possibly null. `captured` is what its mapping captured when it was built.
 struct FEMMapRule {
-    using Apply = void (*)(const FEMMapRule&,
-                           const detail::FEMCaptured* captured,
-                           RepresentationView,
+    using Apply = void (*)(const FEMMapRule&, const detail::FEMCaptured* captured, RepresentationView,
                            PropertyWriter&);
     using Word = std::string_view (*)(const FEMMapRule&, std::size_t);
 

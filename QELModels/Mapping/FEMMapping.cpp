@@ -111,8 +111,7 @@ FEMRule FEMMapping::resolved(std::string_view property, std::string_view keyPath
     return rule;
 }
 
-void FEMMapping::throwFault(std::string_view before,
-                            std::string_view property,
+void FEMMapping::throwFault(std::string_view before, std::string_view property,
                             std::string_view after) const {
     std::string what(objectClass().name());
     what += ": ";
@@ -163,21 +162,17 @@ void FEMMapping::addAttribute(const FEMAttribute& attribute) {
     added().append(rule, std::move(map));
 }
 
-void FEMMapping::addRelationshipMapping(FEMMapping mapping,
-                                        std::string_view property,
+void FEMMapping::addRelationshipMapping(FEMMapping mapping, std::string_view property,
                                         std::string_view keyPath) {
     addRelationship(std::move(mapping), property, keyPath, false);
 }
 
-void FEMMapping::addToManyRelationshipMapping(FEMMapping mapping,
-                                              std::string_view property,
+void FEMMapping::addToManyRelationshipMapping(FEMMapping mapping, std::string_view property,
                                               std::string_view keyPath) {
     addRelationship(std::move(mapping), property, keyPath, true);
 }
 
-void FEMMapping::addRelationship(FEMMapping mapping,
-                                 std::string_view property,
-                                 std::string_view keyPath,
+void FEMMapping::addRelationship(FEMMapping mapping, std::string_view property, std::string_view keyPath,
                                  bool toMany) {
     FEMRule rule = resolved(property, keyPath);
     const PropertyKind wanted = toMany ? PropertyKind::list : PropertyKind::record;

@@ -48,8 +48,7 @@ public:
     /// A nested record, filled by a mapping of its own.
     void addRelationshipMapping(FEMMapping mapping, std::string_view property, std::string_view keyPath);
     /// A list of nested records, one for each element of an array.
-    void addToManyRelationshipMapping(FEMMapping mapping,
-                                      std::string_view property,
+    void addToManyRelationshipMapping(FEMMapping mapping, std::string_view property,
                                       std::string_view keyPath);
 
     /// The rules in the order in which they are applied, all attributes before all relationships. Valid until
@@ -62,12 +61,9 @@ private:
     struct Added;
 
     FEMRule resolved(std::string_view property, std::string_view keyPath) const;
-    void addRelationship(FEMMapping mapping,
-                         std::string_view property,
-                         std::string_view keyPath,
+    void addRelationship(FEMMapping mapping, std::string_view property, std::string_view keyPath,
                          bool toMany);
-    [[noreturn]] void throwFault(std::string_view before,
-                                 std::string_view property,
+    [[noreturn]] void throwFault(std::string_view before, std::string_view property,
                                  std::string_view after) const;
     void copyRules(const FEMMapping& from);
     Added& added();

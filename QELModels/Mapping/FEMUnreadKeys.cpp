@@ -115,16 +115,12 @@ private:
 
 }  // namespace
 
-void FEMUnreadKeys::inObject(RepresentationView document,
-                             std::string_view keyPath,
-                             const FEMRules& rules,
+void FEMUnreadKeys::inObject(RepresentationView document, std::string_view keyPath, const FEMRules& rules,
                              const Visit& visit) {
     Walk(visit).from(document, keyPath, rules, false);
 }
 
-void FEMUnreadKeys::inCollection(RepresentationView document,
-                                 std::string_view keyPath,
-                                 const FEMRules& rules,
+void FEMUnreadKeys::inCollection(RepresentationView document, std::string_view keyPath, const FEMRules& rules,
                                  const Visit& visit) {
     Walk(visit).from(document, keyPath, rules, true);
 }

@@ -118,9 +118,10 @@ PropertyDictionary QELBaseModel::dictionaryValue() const {
 }
 
 Ref<QELBaseModel> QELBaseModel::copyWithZone(Zone* zone) const {
-    detail::BlockWriter writer(detail::ObjectAccess::size(isa()) + detail::BlockKeeper::kBytesForFirst,
-                               zone,
-                               detail::BlockOrigin::copy);
+    detail::BlockWriter writer(
+        detail::ObjectAccess::size(isa()) + detail::BlockKeeper::kBytesForFirst,
+        zone,
+        detail::BlockOrigin::copy);
     Object* copy = detail::ObjectAccess::construct(isa(), writer);
     forEachVisibleProperty(isa(), [&](const Property& property) {
         detail::setValue(property, *copy, property.value(*this), writer);

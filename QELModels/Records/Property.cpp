@@ -48,8 +48,7 @@ bool equalFields(const Property& property, const Object& a, const Object& b) {
 }
 
 std::uint64_t hashOfField(const Property& property, const Object& object) {
-    return withSlotOf(property.kind,
-                      [&]<class Slot>() { return slotOf<Slot>(property, object).hash(); });
+    return withSlotOf(property.kind, [&]<class Slot>() { return slotOf<Slot>(property, object).hash(); });
 }
 
 }  // namespace detail

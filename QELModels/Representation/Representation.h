@@ -150,8 +150,7 @@ public:
         std::size_t left_ = 0;
     };
 
-    RepresentationRange(const detail::RepresentationNode* first,
-                        const Block* block,
+    RepresentationRange(const detail::RepresentationNode* first, const Block* block,
                         std::size_t size) noexcept
         : first_(first), block_(block), size_(size) {}
     Iterator begin() const noexcept { return {first_, block_, size_}; }

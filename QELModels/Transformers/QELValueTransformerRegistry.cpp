@@ -18,9 +18,7 @@ namespace {
 
 static_assert(kLibraryTransformers.size() == FEMTransformers::kFixedPlaces);
 
-void applyOfLibrary(const ValueTransformer* replacement,
-                    const FEMMapRule& rule,
-                    RepresentationView value,
+void applyOfLibrary(const ValueTransformer* replacement, const FEMMapRule& rule, RepresentationView value,
                     PropertyWriter& to) {
     const void* const own = rule.data;
     (replacement != nullptr ? replacement : static_cast<const ValueTransformer*>(own))
@@ -37,31 +35,23 @@ std::string_view nameOf(const FEMMapRule& rule) noexcept {
 
 }  // namespace
 
-void TransformerRules::fetchedOfLibrary(const FEMMapRule& rule,
-                                        const FEMCaptured*,
-                                        RepresentationView value,
+void TransformerRules::fetchedOfLibrary(const FEMMapRule& rule, const FEMCaptured*, RepresentationView value,
                                         PropertyWriter& to) {
     applyOfLibrary(FEMTransformers::replacementAt(rule.size), rule, value, to);
 }
 
-void TransformerRules::capturedOfLibrary(const FEMMapRule& rule,
-                                         const FEMCaptured* captured,
-                                         RepresentationView value,
-                                         PropertyWriter& to) {
+void TransformerRules::capturedOfLibrary(const FEMMapRule& rule, const FEMCaptured* captured,
+                                         RepresentationView value, PropertyWriter& to) {
     applyOfLibrary(captured->replacementAt(rule.size), rule, value, to);
 }
 
-void TransformerRules::fetchedByName(const FEMMapRule& rule,
-                                     const FEMCaptured*,
-                                     RepresentationView value,
+void TransformerRules::fetchedByName(const FEMMapRule& rule, const FEMCaptured*, RepresentationView value,
                                      PropertyWriter& to) {
     applyNamed(FEMTransformers::named(nameOf(rule)), value, to);
 }
 
-void TransformerRules::capturedByName(const FEMMapRule& rule,
-                                      const FEMCaptured* captured,
-                                      RepresentationView value,
-                                      PropertyWriter& to) {
+void TransformerRules::capturedByName(const FEMMapRule& rule, const FEMCaptured* captured,
+                                      RepresentationView value, PropertyWriter& to) {
     applyNamed(captured->named(nameOf(rule)), value, to);
 }
 

@@ -89,8 +89,7 @@ constexpr std::size_t placeInLibrary(std::string_view name) noexcept {
     return place;
 }
 
-consteval FEMMapRule transformerRule(std::string_view name,
-                                     FEMMapRule::Apply ofLibrary,
+consteval FEMMapRule transformerRule(std::string_view name, FEMMapRule::Apply ofLibrary,
                                      FEMMapRule::Apply byName) {
     const std::size_t place = placeInLibrary(name);
     if (place == kLibraryTransformers.size()) return {byName, name.data(), name.size()};

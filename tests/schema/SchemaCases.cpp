@@ -36,9 +36,7 @@ void printSchema(const tool::Kind& kind) {
     print(line);
 }
 
-void printCase(const tool::Kind& kind,
-               std::string_view name,
-               std::string_view text,
+void printCase(const tool::Kind& kind, std::string_view name, std::string_view text,
                bool textsMayDiffer = false) {
     const Representation document = *representationFromJSON(text);
     std::string line;

@@ -223,9 +223,7 @@ Audit sumOf(std::vector<std::future<Audit>> workers, const std::function<void()>
 
 }  // namespace
 
-Audit auditDocuments(const Kind& kind,
-                     std::span<const std::string> paths,
-                     std::size_t threads,
+Audit auditDocuments(const Kind& kind, std::span<const std::string> paths, std::size_t threads,
                      const std::function<void(const AuditProgress&)>& progress) {
     const std::vector<File> files = filesNamed(paths);
     Pieces pieces(files);

@@ -25,9 +25,7 @@ struct AuditProgress {
 ///
 /// `progress` is called several times a second on the calling thread; it may be empty. Throws `BadInput`
 /// when a file cannot be read. Memory is bounded by the longest document and the distinct paths.
-Audit auditDocuments(const Kind& kind,
-                     std::span<const std::string> files,
-                     std::size_t threads,
+Audit auditDocuments(const Kind& kind, std::span<const std::string> files, std::size_t threads,
                      const std::function<void(const AuditProgress&)>& progress = {});
 
 }  // namespace QELModels::tool

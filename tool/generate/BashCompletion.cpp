@@ -56,8 +56,7 @@ std::string optionsCase(const Manual::Command& command) {
 }
 
 // What completes a value at a place of a command: words, names of files, or nothing at all.
-std::string valueCase(const Manual::Command& command,
-                      const std::string& place,
+std::string valueCase(const Manual::Command& command, const std::string& place,
                       const Manual::Argument& value) {
     const auto completedBy = [&](const std::string& what) {
         return fmt::format("    {}:{}) {} ;;\n", command.name, place, what);

@@ -161,10 +161,12 @@ const ListBase* Engine<kObserved>::list(RepresentationView array, const BoundRul
 // How a value that a rule takes as it is gets into the record.
 template <bool kObserved>
 inline auto Engine<kObserved>::storing(RepresentationView dictionary, const Filling& filling) {
-    return [&object = filling.object, &writer = filling.writer, block = RepresentationAccess::block(dictionary)](
-               const RuleKeys& table, const RuleKey& key, const RepresentationNode* value) {
-        key.store(slotAt(key.slot, table.example, object), RepresentationAccess::at(value, block), writer);
-    };
+    return
+        [&object = filling.object, &writer = filling.writer, block = RepresentationAccess::block(dictionary)](
+            const RuleKeys& table, const RuleKey& key, const RepresentationNode* value) {
+            key.store(
+                slotAt(key.slot, table.example, object), RepresentationAccess::at(value, block), writer);
+        };
 }
 
 // An observer is told of all rules in their order. Without one, values that rules take as they are are stored

@@ -92,7 +92,8 @@ public:
             if (node == nullptr || !rule.hasFurtherKeys()) [[likely]]
                 return {node, block};
             const auto value = RepresentationAccess::at(node, block).valueForKeyPath(rule.furtherKeys);
-            return value ? FoundValue{RepresentationAccess::node(*value), RepresentationAccess::block(*value)} : FoundValue{nullptr, nullptr};
+            return value ? FoundValue{RepresentationAccess::node(*value), RepresentationAccess::block(*value)}
+                         : FoundValue{nullptr, nullptr};
         }
     };
     Lookup lookup() const noexcept { return {values_, block_}; }
@@ -128,7 +129,8 @@ private:
 
     void lookUp(RepresentationView dictionary) {
         for (std::size_t i = 0; i < rules_.keys.size(); ++i)
-            values_[i] = RepresentationAccess::nodeForKey(RepresentationAccess::node(dictionary), rules_.keys[i]);
+            values_[i] =
+                RepresentationAccess::nodeForKey(RepresentationAccess::node(dictionary), rules_.keys[i]);
     }
 
     // Values are missing until they are found.

@@ -24,8 +24,7 @@ enum class BlockOrigin : bool { original, copy };
 class QELMODELS_EXPORT BlockWriter : public BlockArena {
 public:
     /// A new block with room for `capacity` bytes before it has to grow. Throws `std::bad_alloc`.
-    explicit BlockWriter(std::size_t capacity,
-                         Zone* zone = nullptr,
+    explicit BlockWriter(std::size_t capacity, Zone* zone = nullptr,
                          BlockOrigin origin = BlockOrigin::original)
         : BlockArena(capacity, zone, origin == BlockOrigin::original) {}
     ~BlockWriter() {

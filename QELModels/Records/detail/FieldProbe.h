@@ -8,8 +8,8 @@
 #include "QELModels/Records/Object.h"
 
 /// @file
-/// Records are aggregates: a base, and fields. So the compiler can count the fields of a class, and find those
-/// that are declared nowhere.
+/// Records are aggregates: a base, and fields. So the compiler can count the fields of a class, and find
+/// those that are declared nowhere.
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
@@ -31,7 +31,9 @@ inline constexpr FieldProbe kNoProbe{};
 
 template <class C, class... Last, std::size_t... I>
 consteval bool hasFields(std::index_sequence<I...>) {
-    return requires(const Construction& construction) { C{{construction}, kNoProbe<I>..., Last{}...}; };
+    return requires(const Construction& construction) {
+        C{{construction}, kNoProbe<I>..., Last{}...};
+    };
 }
 
 /// How many fields a record declares itself, in front of its first member that is not a field.

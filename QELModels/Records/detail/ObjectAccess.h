@@ -30,9 +30,7 @@ struct ObjectAccess {
         return withEmptyFields<C>(Construction(C::objectClass, nullptr));
     }
     /// A list of objects of a class, over an array of elements in the same block.
-    static ListBase* list(const ObjectClass& isa,
-                          const Object* const* elements,
-                          std::size_t size,
+    static ListBase* list(const ObjectClass& isa, const Object* const* elements, std::size_t size,
                           BlockWriter& writer) {
         void* memory = writer.allocate(sizeof(ListBase), alignof(ListBase));
         return isa.description_.constructList(memory, writer.block(), elements, size);
@@ -47,9 +45,7 @@ struct ObjectAccess {
         return new (memory) C(withEmptyFields<C>(construction));
     }
     template <class C>
-    static ListBase* constructList(void* memory,
-                                   const Block* block,
-                                   const Object* const* elements,
+    static ListBase* constructList(void* memory, const Block* block, const Object* const* elements,
                                    std::size_t size) {
         static_assert(sizeof(List<C>) == sizeof(ListBase));
         return new (memory) List<C>(block, elements, size);

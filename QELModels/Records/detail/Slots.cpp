@@ -76,7 +76,7 @@ bool ColorSlot::assign(const Value& value, const ObjectClass*, BlockWriter&) {
 }
 bool ColorSlot::equals(const ColorSlot& other) const noexcept {
     if (!filled || !other.filled) return filled == other.filled;
-    const double Color::* const components[] = {&Color::red, &Color::green, &Color::blue, &Color::alpha};
+    const double Color::*const components[] = {&Color::red, &Color::green, &Color::blue, &Color::alpha};
     return std::all_of(std::begin(components), std::end(components), [&](auto component) {
         return NumberBits::areSame(color.*component, other.color.*component);
     });

@@ -145,9 +145,7 @@ struct QELMODELS_EXPORT DateSlot {
         if (!filled || !other.filled) return filled == other.filled;
         return NumberBits::areSame(static_cast<double>(seconds), static_cast<double>(other.seconds));
     }
-    std::uint64_t hash() const noexcept {
-        return filled ? Number(static_cast<double>(seconds)).hash() : 0;
-    }
+    std::uint64_t hash() const noexcept { return filled ? Number(static_cast<double>(seconds)).hash() : 0; }
 };
 
 struct QELMODELS_EXPORT ColorSlot {
@@ -234,8 +232,7 @@ struct QELMODELS_EXPORT BooleanSlot {
     static bool store(void* slot, RepresentationView value, BlockWriter&) {
         const RepresentationNode& node = *RepresentationAccess::node(value);
         if (!node.isNumber()) return false;
-        static_cast<BooleanSlot*>(slot)->boolean =
-            NumberBits::number(node.bits, node.origin()).boolValue();
+        static_cast<BooleanSlot*>(slot)->boolean = NumberBits::number(node.bits, node.origin()).boolValue();
         return true;
     }
     bool equals(const BooleanSlot& other) const noexcept { return boolean == other.boolean; }
@@ -253,8 +250,7 @@ struct QELMODELS_EXPORT IntegerSlot {
     static bool store(void* slot, RepresentationView value, BlockWriter&) {
         const RepresentationNode& node = *RepresentationAccess::node(value);
         if (!node.isNumber()) return false;
-        static_cast<IntegerSlot*>(slot)->integer =
-            NumberBits::number(node.bits, node.origin()).int64Value();
+        static_cast<IntegerSlot*>(slot)->integer = NumberBits::number(node.bits, node.origin()).int64Value();
         return true;
     }
     bool equals(const IntegerSlot& other) const noexcept { return integer == other.integer; }

@@ -12,10 +12,8 @@ const RepresentationNode* RepresentationAccess::nodeForKey(const RepresentationN
     return findValue(dictionary, key);
 }
 
-void RepresentationAccess::copyNodes(const RepresentationNode* from,
-                                     std::size_t count,
-                                     RepresentationNode* to,
-                                     BlockWriter& writer) {
+void RepresentationAccess::copyNodes(const RepresentationNode* from, std::size_t count,
+                                     RepresentationNode* to, BlockWriter& writer) {
     using Tag = RepresentationNode::Tag;
     for (std::size_t i = 0; i < count; ++i) {
         to[i] = from[i];

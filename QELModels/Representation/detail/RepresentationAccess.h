@@ -32,9 +32,7 @@ struct QELMODELS_EXPORT RepresentationAccess {
     static const RepresentationNode* nodeForKey(const RepresentationNode* dictionary,
                                                 std::string_view key) noexcept;
     /// Copies nodes into a block that is being written, their texts with them. What they link to is kept.
-    static void copyNodes(const RepresentationNode* from,
-                          std::size_t count,
-                          RepresentationNode* to,
+    static void copyNodes(const RepresentationNode* from, std::size_t count, RepresentationNode* to,
                           BlockWriter& writer);
     /// Copies a value, all that is in it and its texts into a block that is being written.
     static const RepresentationNode* copy(RepresentationView view, BlockWriter& writer);

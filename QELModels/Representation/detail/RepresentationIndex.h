@@ -48,9 +48,7 @@ inline std::size_t indexNodes(std::size_t members) noexcept {
 }
 
 // The order of the keys in an index: any total order will do, so the cheapest comparisons come first.
-inline std::strong_ordering compareKeys(std::uint16_t hashA,
-                                        std::string_view a,
-                                        std::uint16_t hashB,
+inline std::strong_ordering compareKeys(std::uint16_t hashA, std::string_view a, std::uint16_t hashB,
                                         std::string_view b) noexcept {
     if (hashA != hashB) return hashA <=> hashB;
     if (a.size() != b.size()) return a.size() <=> b.size();
