@@ -49,12 +49,11 @@ void writeJSON(JSONWriter& writer, const Value& value) {
 
 // Records nest as deep as their classes do, whatever the document, so recursion is bounded by the code.
 void writeJSON(JSONWriter& writer, const Object& record) {
-    const ObjectClass& isa = record.isa();
     writer.beginDictionary();
-    for (const std::string_view name : isa.propertyKeys()) {
-        writer.key(name);
-        writeJSON(writer, isa.property(name)->value(record));
-    }
+    record.isa().forEachKeyedProperty([&](const Property& property) {
+        writer.key(property.name);
+        writeJSON(writer, property.value(record));
+    });
     writer.endDictionary();
 }
 

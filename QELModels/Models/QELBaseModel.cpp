@@ -30,14 +30,6 @@ constexpr std::array<Property, 4> rootProperties{{
 constexpr std::array<std::string_view, 4> rootKeys{
     rootProperties[0].name, rootProperties[1].name, rootProperties[2].name, rootProperties[3].name};
 
-// Calls `visit(property)` for each property of a record that is not out of sight.
-template <class Visitor>
-void forEachVisibleProperty(const ObjectClass& isa, const Visitor& visit) {
-    isa.forEachProperty([&](const Property& property) {
-        if (!property.name.starts_with("s_")) visit(property);
-    });
-}
-
 void appendNumber(std::string& text, Number number) {
     text += number.toString();
 }
@@ -112,8 +104,8 @@ const Value* PropertyDictionary::find(std::string_view name) const noexcept {
 PropertyDictionary QELBaseModel::dictionaryValue() const {
     std::vector<PropertyDictionary::Entry> entries;
     entries.reserve(isa().propertyKeys().size());
-    forEachVisibleProperty(
-        isa(), [&](const Property& property) { entries.emplace_back(property.name, property.value(*this)); });
+    isa().forEachKeyedProperty(
+        [&](const Property& property) { entries.emplace_back(property.name, property.value(*this)); });
     return PropertyDictionary(std::move(entries));
 }
 
@@ -123,9 +115,8 @@ Ref<QELBaseModel> QELBaseModel::copyWithZone(Zone* zone) const {
         zone,
         detail::BlockOrigin::copy);
     Object* copy = detail::ObjectAccess::construct(isa(), writer);
-    forEachVisibleProperty(isa(), [&](const Property& property) {
-        detail::setValue(property, *copy, property.value(*this), writer);
-    });
+    isa().forEachKeyedProperty(
+        [&](const Property& property) { detail::setValue(property, *copy, property.value(*this), writer); });
     writer.finish();
     return Ref<QELBaseModel>::adopt(static_cast<const QELBaseModel*>(copy));
 }
@@ -134,7 +125,7 @@ std::string QELBaseModel::description() const {
     std::string text = "<";
     text += isa().name();
     std::string_view separator = " ";
-    forEachVisibleProperty(isa(), [&](const Property& property) {
+    isa().forEachKeyedProperty([&](const Property& property) {
         if (property.compute == &descriptionOf) return;  // it is this text
         text += separator;
         text += property.name;

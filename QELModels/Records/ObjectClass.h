@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <cstddef>
 #include <span>
 #include <string_view>
@@ -73,12 +74,13 @@ public:
             if (stop) return;
         }
     }
-    /// Calls `visit(property)` for each property that a record of the class has, inherited ones first.
+    /// Calls `visit(property)` for each property that a record of the class shows and copies, inherited ones
+    /// first: all but those that begin with "s_".
     template <class Visitor>
-    void forEachProperty(Visitor&& visit) const {
-        if (const ObjectClass* inherited = modelSuperclass()) inherited->forEachProperty(visit);
+    void forEachKeyedProperty(const Visitor& visit) const {
+        if (const ObjectClass* inherited = modelSuperclass()) inherited->forEachKeyedProperty(visit);
         for (const Property& property : properties())
-            visit(property);
+            if (!property.name.starts_with("s_")) visit(property);
     }
 
     /// What the class itself compares and hashes; what its superclasses do is compared and hashed besides.
@@ -111,8 +113,11 @@ struct DescriptionOf : ObjectClass::Description {};
 template <class C>
 class ObjectClassOf final : public ObjectClass {
 public:
-    constexpr explicit ObjectClassOf(const DescriptionOf<C>& description) noexcept
-        : ObjectClass(description) {}
+    template <class Other>
+    constexpr explicit ObjectClassOf(const DescriptionOf<Other>& description) noexcept
+        : ObjectClass(description) {
+        static_assert(std::same_as<Other, C>, "record: this is the description of another class");
+    }
 };
 
 }  // namespace QELMODELS_ABI

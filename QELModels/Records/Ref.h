@@ -50,6 +50,13 @@ public:
     const T* operator->() const noexcept QELMODELS_LENT { return object_; }
     explicit operator bool() const noexcept { return object_ != nullptr; }
 
+    /// The same record as one of a class that its own is, or derives from; null when it is of another one, and
+    /// when there is none.
+    template <class U>
+    Ref<U> as() const noexcept {
+        return Ref<U>(object_ == nullptr ? nullptr : object_->template as<U>());
+    }
+
     friend bool operator==(const Ref& a, const Ref& b) noexcept { return a.object_ == b.object_; }
     friend bool operator==(const Ref& a, std::nullptr_t) noexcept { return a.object_ == nullptr; }
 
