@@ -160,6 +160,7 @@ TEST(Registry, IsAskedAtEachValueOrWhenAMappingIsBuilt) {
         }
         {
             const Replaced removed(name, nullptr);
+            EXPECT_EQ(valueTransformerForName(name), nullptr);
             EXPECT_EQ(made(mapping), isCaptured ? old : "null") << text;
             EXPECT_EQ(made(FEMMapping(mapping.rules())), "null") << text;
         }
