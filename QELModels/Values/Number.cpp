@@ -57,7 +57,6 @@ Decimal decimalOf(double magnitude) noexcept {
 
 char* putReal(char* to, double value) noexcept {
     if (std::isnan(value)) return put(to, "NaN");
-    if (value == 0) return put(to, "0");
     if (value < 0) *to++ = '-';
     if (std::isinf(value)) return put(to, "Infinity");
 
