@@ -64,7 +64,9 @@ TEST(Threads, MapWhileTheStateOfTheProcessChanges) {
     };
     static const Stamp one("one");
     static const Stamp two("two");
-    const ValueTransformer* html = valueTransformerForName(kQELHTMLTransformer);
+    const Replaced html(kQELHTMLTransformer, valueTransformerForName(kQELHTMLTransformer));
+    const Replaced other("other", nullptr);
+    const StoppedClock clock(10);
     const auto takesLines = [&lines](std::string_view line) {
         lines += line == "Unable to transform URL no url";
     };
@@ -77,7 +79,7 @@ TEST(Threads, MapWhileTheStateOfTheProcessChanges) {
         expect(isOneOf(showAt((*assets)[1], "category.additional.categoryDescription"), R"(">")"));
         expect(isLive(first));
         const double seconds = secondsUntilLive(first);
-        expect(seconds == -5 || seconds == -95 || seconds < -1e9);
+        expect(seconds == -5 || seconds == -95);
         const auto url = QELKavoHelper::getURLWithSize(*first.images()->main(), {100, 100});
         expect(url.text().starts_with("http://i.example/m?t"));
     };
@@ -87,24 +89,18 @@ TEST(Threads, MapWhileTheStateOfTheProcessChanges) {
             maps,
             maps,
             [&](int round) {
-                registerValueTransformer(round % 3 == 0   ? &one
-                                         : round % 3 == 1 ? &two
-                                                          : nullptr,
-                                         kQELHTMLTransformer);
+                const ValueTransformer* const inTurn[] = {&one, &two, nullptr};
+                registerValueTransformer(inTurn[round % 3], kQELHTMLTransformer);
                 registerValueTransformer(&one, "other");
                 expect(valueTransformerForName("other") == &one);
             },
             [&](int round) {
-                Clock::setSource(
-                    [at = round % 2 == 0 ? 10.0 : 100.0] { return dateFromSecondsSince1970(at); });
+                Clock::setSource([at = round % 2 == 0 ? 10 : 100] { return dateFromSecondsSince1970(at); });
                 Log::setSink(takesLines);
                 MainScreen::setScale(1 + round % 3);
             },
         });
     }
-    registerValueTransformer(html, kQELHTMLTransformer);
-    registerValueTransformer(nullptr, "other");
-    Clock::setSource({});
     Log::setSink({});
     MainScreen::setScale(1);
     EXPECT_EQ(surprises, 0);
