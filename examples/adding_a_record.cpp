@@ -53,11 +53,14 @@ public:
 // --- What a source would hold: of each record what it is made of ... --------------------------------------
 
 static constexpr auto speakerDeclared = declare<Speaker>(property<&Speaker::name>("name"));
-static constexpr auto talkDeclared =
-    declare<Talk>(property<&Talk::talkIdentifier>("talkIdentifier"), property<&Talk::title>("title"),
-                  property<&Talk::seconds>("seconds"), property<&Talk::slides>("slides"),
-                  property<&Talk::language>("language"), property<&Talk::speakers>("speakers"),
-                  property<&Talk::isLong>("isLong"));
+static constexpr auto talkDeclared = declare<Talk>(
+    property<&Talk::talkIdentifier>("talkIdentifier"),
+    property<&Talk::title>("title"),
+    property<&Talk::seconds>("seconds"),
+    property<&Talk::slides>("slides"),
+    property<&Talk::language>("language"),
+    property<&Talk::speakers>("speakers"),
+    property<&Talk::isLong>("isLong"));
 static constexpr auto lectureDeclared = declare<Lecture>(property<&Lecture::room>("room"));
 
 // ... where a document keeps it ...
@@ -70,10 +73,12 @@ static constexpr std::array<LanguageWord, 2> languageWords{
 
 static constexpr auto speakerRules = mapping<speakerDeclared>(attribute<&Speaker::name>());
 static constexpr auto talkRules = mapping<talkDeclared>(
-    attribute<&Talk::talkIdentifier>("id"), attribute<&Talk::title>("title", captured(kQELHTMLTransformer)),
+    attribute<&Talk::talkIdentifier>("id"),
+    attribute<&Talk::title>("title", captured(kQELHTMLTransformer)),
     attribute<&Talk::seconds>("media.duration"),
     attribute<&Talk::slides>("slides", captured(kQELNSURLTransformer)),
-    attribute<&Talk::language>("language", lookedUpIn(languageWords)), relationship<&Talk::speakers>());
+    attribute<&Talk::language>("language", lookedUpIn(languageWords)),
+    relationship<&Talk::speakers>());
 static constexpr auto lectureRules = mapping<lectureDeclared>(attribute<&Lecture::room>());
 constinit const FEMRulesOf<Speaker> Speaker::defaultRules = speakerRules;
 constinit const FEMRulesOf<Talk> Talk::defaultRules = talkRules;
@@ -117,7 +122,8 @@ int main() {
     std::puts(talk->description().c_str());
 
     const auto lecture = mappedObject<Lecture>(Representation{{"id", 10}, {"room", "B 14"}});
-    std::printf("%s, asset %s\n",
-                std::string(lecture->room().value_or("?")).c_str(),
-                lecture->assetIdentifier()->toString().c_str());
+    std::printf(
+        "%s, asset %s\n",
+        std::string(lecture->room().value_or("?")).c_str(),
+        lecture->assetIdentifier()->toString().c_str());
 }

@@ -18,11 +18,12 @@ using namespace QELModels;
 namespace {
 
 void print(std::string_view label, std::string_view text) {
-    std::printf("%-14.*s %.*s\n",
-                static_cast<int>(label.size()),
-                label.data(),
-                static_cast<int>(text.size()),
-                text.data());
+    std::printf(
+        "%-14.*s %.*s\n",
+        static_cast<int>(label.size()),
+        label.data(),
+        static_cast<int>(text.size()),
+        text.data());
 }
 
 // What the network layer does: bytes become a representation, which needs the bytes no more.
