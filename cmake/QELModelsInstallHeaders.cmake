@@ -8,6 +8,7 @@ foreach(folder IN LISTS FOLDERS)
     file(GLOB public RELATIVE ${SOURCE} ${SOURCE}/${folder}/*.h ${SOURCE}/${folder}/*/*.h)
     list(APPEND headers ${public})
 endforeach()
+list(FILTER headers EXCLUDE REGEX "/detail/")
 
 set(seen "")
 while(headers)
