@@ -79,6 +79,6 @@ function(qelmodels_library target)
 endfunction()
 
 # Headers are installed into a folder of their version, so that two versions can be installed side by side and
-# the short folder name JSON is nobody else's.
+# the short folder name JSON meets no other.
 set(QELMODELS_INCLUDEDIR
     ${CMAKE_INSTALL_INCLUDEDIR}/qelmodels-${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})

@@ -9,9 +9,9 @@ packages_lint=(clang-format-14 clang-tidy-14 python3-minimal git)
 packages_bench=(nlohmann-json3-dev rapidjson-dev)
 packages_compare=(git python3-minimal)
 packages_docs=(doxygen)
-# Not installed unasked: what reads the schemas, the page of an audit, the manual and the completions as their
-# users do, as program:package, since any other copy of the program does as well. Tests that need one of them
-# are skipped without it.
+# Programs that read the schemas, the page of an audit, the manual and the completions as their users do, each as
+# program:package, since another copy of the program serves as well. Only .ci/run installs them; tests that need
+# one of them are skipped without it.
 readers=(node:nodejs npm:npm chromium:chromium man:man-db zsh:zsh fish:fish)
 
 is_installed() {
