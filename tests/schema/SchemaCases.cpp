@@ -54,7 +54,7 @@ void printCase(const tool::Kind& kind, std::string_view name, std::string_view t
                 if (finding.outcome == outcome) json.string(finding.path);
         });
     } catch (const MappingFault&) {
-        // Its rule was told of.
+        // What became of its rule is among the findings.
     }
     json.endArray();
     json.key("textsMayDiffer");

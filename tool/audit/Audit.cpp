@@ -49,6 +49,20 @@ void writeProblems(JSONWriter& writer, const AuditProblems& problems, bool areFa
     writer.endDictionary();
 }
 
+void writeProperty(JSONWriter& writer, const Audit::Property& property) {
+    const auto& [key, outcomes] = property;
+    writer.beginDictionary();
+    writeMember(writer, "path", key.first);
+    writeMember(writer, "property", key.second);
+    for (const FEMOutcome outcome : kAuditOutcomes) {
+        writer.key(outcomeName(outcome));
+        writer.beginDictionary();
+        writeMembers(writer, outcomes[outcome]);
+        writer.endDictionary();
+    }
+    writer.endDictionary();
+}
+
 // --- Reading ----------------------------------------------------------------------------------------------
 
 // A value of the text, and its pointer.
@@ -248,18 +262,8 @@ void Audit::write(JSONWriter& writer) const {
     writeProblems(writer, faulty, true);
     writer.key("properties");
     writer.beginArray();
-    for (const auto& [key, outcomes] : properties) {
-        writer.beginDictionary();
-        writeMember(writer, "path", key.first);
-        writeMember(writer, "property", key.second);
-        for (const FEMOutcome outcome : kAuditOutcomes) {
-            writer.key(outcomeName(outcome));
-            writer.beginDictionary();
-            writeMembers(writer, outcomes[outcome]);
-            writer.endDictionary();
-        }
-        writer.endDictionary();
-    }
+    for (const Property& property : properties)
+        writeProperty(writer, property);
     writer.endArray();
     writer.key(kUnread);
     writer.beginArray();

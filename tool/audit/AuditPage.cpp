@@ -246,46 +246,65 @@ private:
         text_ += "</ul>\n";
     }
 
-    // The attributes of a row have what it is sorted and filtered by.
     void addProperty(const Audit::Property& property) {
         const auto& [path, name] = property.first;
         const AuditOutcomes outcomes = audit_.outcomesOf(property);
-        const std::uint64_t total = outcomes.total();
-        const std::uint64_t set = outcomes[FEMOutcome::set].count;
+        addRowAttributes(path, name, outcomes);
+        add("><details><summary><div class=\"name\"><code>{}</code><div "
+            "class=\"place\"><code>{}</code></div></div>\n",
+            escaped(name.empty() ? "(the document)" : name),
+            escaped(path));
+        addBar(outcomes);
+        addCounts(outcomes);
+        text_ += "</summary>\n";
+        addExamples(outcomes);
+        text_ += "</details></li>\n";
+    }
+
+    // The attributes of a row have what it is sorted and filtered by.
+    void addRowAttributes(const std::string& path, const std::string& name, const AuditOutcomes& outcomes) {
         add("<li data-text=\"{} {}\" data-total=\"{}\" data-share=\"{}\"",
             escaped(name),
             escaped(path),
-            total,
-            percentOf(set, total));
+            outcomes.total(),
+            percentOf(outcomes[FEMOutcome::set].count, outcomes.total()));
         for (const FEMOutcome outcome : kAuditOutcomes)
             if (outcomes[outcome].count != 0)
                 add(" data-{}=\"{}\"", outcomeName(outcome), outcomes[outcome].count);
-        add("><details><summary><div class=\"name\"><code>{}</code><div class=\"place\"><code>{}</code></div>"
-            "</div>\n<div class=\"bar\" role=\"img\" aria-label=\"{} set\">",
-            escaped(name.empty() ? "(the document)" : name),
-            escaped(path),
-            shareText(set, total));
+    }
+
+    void addBar(const AuditOutcomes& outcomes) {
+        const std::string share = shareText(outcomes[FEMOutcome::set].count, outcomes.total());
+        add("<div class=\"bar\" role=\"img\" aria-label=\"{} set\">", share);
         for (const FEMOutcome outcome : kAuditOutcomes)
             if (outcomes[outcome].count != 0)
                 add("<i class=\"{}\" style=\"width:{}%\"></i>",
                     outcomeName(outcome),
-                    percentOf(outcomes[outcome].count, total));
-        add("</div><div class=\"share\">{}</div>\n<div class=\"counts\">", shareText(set, total));
+                    percentOf(outcomes[outcome].count, outcomes.total()));
+        add("</div><div class=\"share\">{}</div>\n", share);
+    }
+
+    void addCounts(const AuditOutcomes& outcomes) {
+        text_ += "<div class=\"counts\">";
         for (const FEMOutcome outcome : kAuditOutcomes)
             if (outcomes[outcome].count != 0)
                 add("<span class=\"{}\">{} {}</span>",
                     outcomeName(outcome),
                     countText(outcomes[outcome].count),
                     outcomeLabel(outcome));
-        text_ += "</div></summary>\n<dl class=\"examples\">";
+        text_ += "</div>";
+    }
+
+    void addExamples(const AuditOutcomes& outcomes) {
+        text_ += "<dl class=\"examples\">";
         for (const FEMOutcome outcome : kAuditOutcomes)
             if (!outcomes[outcome].example.file.empty())
                 add("<dt class=\"mark {}\">{} {}</dt><dd>{}</dd>",
                     outcomeName(outcome),
                     outcomeLabel(outcome),
-                    shareText(outcomes[outcome].count, total),
+                    shareText(outcomes[outcome].count, outcomes.total()),
                     placeText(outcomes[outcome].example));
-        text_ += "</dl></details></li>\n";
+        text_ += "</dl>";
     }
 
     void addUnread() {

@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <cstddef>
-#include <limits>
 #include <string>
 #include <string_view>
 
@@ -12,8 +11,6 @@
 namespace QELModels::tool {
 
 namespace {
-
-constexpr std::size_t kUncut = std::numeric_limits<std::size_t>::max();
 
 class TableWriter {
 public:

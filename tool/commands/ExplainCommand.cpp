@@ -11,11 +11,13 @@
 
 #include "JSON/JSONWriter.h"
 #include "QELModels/Records/MappingFault.h"
+#include "QELModels/Values/Text.h"
 #include "tool/Display.h"
 #include "tool/Explanation.h"
 #include "tool/Kinds.h"
 #include "tool/Members.h"
 #include "tool/Options.h"
+#include "tool/Texts.h"
 
 namespace QELModels::tool {
 
@@ -68,7 +70,7 @@ std::string shownValue(RepresentationView value) {
     constexpr std::size_t kMostBytes = 1024;
     if (const auto text = value.text()) {
         std::size_t size = std::min(text->size(), kMostBytes);
-        while (size < text->size() && size != 0 && (static_cast<unsigned char>((*text)[size]) & 0xC0) == 0x80)
+        while (size < text->size() && size != 0 && Text::isContinuation((*text)[size]))
             --size;
         std::string json;
         JSONWriter(json).string(text->substr(0, size));
@@ -90,10 +92,9 @@ public:
         row.appearance = appearanceOf(finding.outcome);
         ++counts_[row.appearance];
         // A root and a key that is not read have no property: their place is shown instead.
-        constexpr std::size_t kWhole = static_cast<std::size_t>(-1);
         const std::string place = finding.path.empty() ? "the document" : finding.path;
-        row.name = shown(finding.property.empty() ? place : finding.property, kWhole);
-        if (!finding.property.empty()) row.place = shown(finding.path, kWhole).text;
+        row.name = shown(finding.property.empty() ? place : finding.property, kUncut);
+        if (!finding.property.empty()) row.place = shown(finding.path, kUncut).text;
         if (finding.value && kAppearances[row.appearance].showsValue) row.value = shownValue(*finding.value);
         rows_.push_back(std::move(row));
     }
@@ -138,15 +139,14 @@ private:
     }
 
     std::string summary() const {
-        std::string text;
+        std::vector<std::string> counts;
         for (std::size_t i = 0; i < kAppearances.size(); ++i) {
             const Appearance& appearance = kAppearances[i];
             if (counts_[i] == 0 && !appearance.isAlwaysCounted) continue;
-            if (!text.empty()) text += ", ";
-            const std::string part = fmt::format("{} {}", counts_[i], appearance.counted);
-            text += inStyle(counts_[i] == 0 ? Style::faint : appearance.style, part);
+            counts.push_back(inStyle(counts_[i] == 0 ? Style::faint : appearance.style,
+                                     fmt::format("{} {}", counts_[i], appearance.counted)));
         }
-        return text;
+        return joined(counts, ", ");
     }
 
     bool isColored_;
