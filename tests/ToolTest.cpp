@@ -101,7 +101,7 @@ TEST(Tool, LinesAreAnsweredAsTheyCome) {
 
 /// The names of the functions that a header declares for a model, in their order.
 Texts operationsIn(const std::string& header) {
-    const std::string text = fileText(QELMODELS_EXAMPLES_DIR "/../QELModels/Models/" + header);
+    const std::string text = fileText(QELMODELS_MODELS_DIR "/" + header);
     const std::regex declaration(R"(QELMODELS_EXPORT [^;/]*?(\w+)\(\s*const QEL)");
     Texts names;
     for (std::sregex_iterator at(text.begin(), text.end(), declaration), end; at != end; ++at)
