@@ -10,7 +10,7 @@
 #include <rapidcheck/gtest.h>
 
 #include <algorithm>
-#include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -24,6 +24,7 @@
 #include <utility>
 #include <vector>
 
+#include "ExactCopy.h"
 #include "NaiveJSONOracle.h"
 #include "TestSupport.h"
 
@@ -34,23 +35,14 @@ using QELModels::detail::RepresentationAccess;
 using namespace QELModels;
 using namespace std::string_literals;
 using test::CountingZone;
+using test::ExactCopy;
 
 constexpr double kTwoTo64 = 18446744073709551616.0;
-
-/// A copy in a heap block of exactly its size, so that an address sanitizer sees one byte too many.
-struct Exact {
-    explicit Exact(std::string_view text) : size(text.size()), bytes(new char[size]) {
-        std::copy(text.begin(), text.end(), bytes.get());
-    }
-    std::string_view view() const { return {bytes.get(), size}; }
-    std::size_t size;
-    std::unique_ptr<char[]> bytes;
-};
 
 /// The value of a document whose bytes are gone by the time that one looks at it.
 std::optional<Representation> valueOf(std::string_view document, JSONError* error = nullptr) {
     static JSONReader reader;
-    return reader.read(Exact(document).view(), error);
+    return reader.read(ExactCopy(document).view(), error);
 }
 
 std::string printable(std::string_view document) {
@@ -70,6 +62,14 @@ std::string repeated(std::string_view text, std::size_t count) {
     std::string result;
     for (std::size_t i = 0; i < count; ++i)
         result += text;
+    return result;
+}
+
+/// The words of a text, which blanks part.
+std::vector<std::string> words(std::string_view text) {
+    std::vector<std::string> result(1);
+    for (const char byte : text)
+        byte == ' ' ? (void)result.emplace_back() : result.back().push_back(byte);
     return result;
 }
 
@@ -105,9 +105,7 @@ TEST(JSONReader, Numbers) {
         {"0", 0},
         {"-0", 0},
         {"-0.0", -0.0},
-        {"7", 7},
         {"-12", -12},
-        {"1234567", 1234567},
         {"12345678", 12345678},
         {"-123456789", -123456789},
         {"123456789012345678", 123456789012345678},
@@ -120,14 +118,10 @@ TEST(JSONReader, Numbers) {
         {"-9223372036854775809", -9223372036854775808.0},
         {"100000000000000000000000000", 1e26},
         {"1.0", 1.0},
-        {"0.5", 0.5},
         {"1e2", 100.0},
-        {"1E+2", 100.0},
         {"-25e-1", -2.5},
         {"9007199254740993.0", 9007199254740992.0},
-        {"0.1", 0.1},
         {"123456.789e22", 123456.789e22},
-        {"-0.00000001", -0.00000001},
         {"7.123456789", 7.123456789},
         {"1.7976931348623157e308", kDouble.max()},
         {"1.7976931348623158079e308", kDouble.max()},
@@ -150,7 +144,7 @@ TEST(JSONReader, Numbers) {
         for (const char* end : {"", " ", ",3", "]", "}", ":"})
             EXPECT_TRUE(agrees("[" + std::string(row.text) + end));
     }
-    // Digits on both sides of a point, short enough for a quicker road and too long for it.
+    // Digits on both sides of a point, short enough for the quick way and too long for it.
     constexpr std::string_view kDigits = "907264518309726451";
     for (std::size_t whole = 1; whole <= kDigits.size(); ++whole) {
         for (std::size_t places = 1; places <= 10; ++places) {
@@ -297,7 +291,7 @@ TEST(JSONReader, RepeatedKeysAndLargeDictionaries) {
 }
 
 TEST(JSONReader, PlacesOfMistakes) {
-    // The caret stands under the mistake, in the last of the lines that come before it or that it is in.
+    // The caret is under the mistake, in the last of the lines that come before it or that it is in.
     struct Row {
         std::string document;
         std::string caret;
@@ -327,8 +321,6 @@ TEST(JSONReader, PlacesOfMistakes) {
         {"[tru", "    ^", cutShort},
         {"[tru ", " ^", badWord},
         {"[nul]", " ^", badWord},
-        {"[truefalse]", " ^", badWord},
-        {"[True]", " ^", badWord},
         {"nullx", "^", badWord},
         {"[NaN]", " ^", badWord},
         {"[\"a\", \"bc]", "      ^", unclosed},
@@ -346,20 +338,12 @@ TEST(JSONReader, PlacesOfMistakes) {
         {"[\"a\0\"]"s, "   ^", control},
         {"[01]", " ^", badNumber},
         {"[-]", " ^", badNumber},
-        {"[1.]", " ^", badNumber},
         {"[1.", " ^", badNumber},
         {"[.5]", " ^", badWord},
-        {"[+1]", " ^", badWord},
-        {"[1e]", " ^", badNumber},
         {"[1e+, 2]", " ^", badNumber},
         {"[2, 1x]", "    ^", badNumber},
-        {"[2, 0x10]", "    ^", badNumber},
-        {"[1\0]"s, " ^", badNumber},
         {"[1\v]", " ^", badNumber},
         {"[1\xC3\xA6]", " ^", badNumber},
-        {"[--1]", " ^", badNumber},
-        {"[-0123456789]", " ^", badNumber},
-        {"[1.5.5]", " ^", badNumber},
         {"{\"a\":{\"unread\":1e400}}", "               ^", noDouble},
         {"[-1.7976931348623159e308]", " ^", noDouble},
         {"[1" + std::string(309, '0') + "]", " ^", noDouble},
@@ -367,8 +351,6 @@ TEST(JSONReader, PlacesOfMistakes) {
         {"[1e99999999999999999999]", " ^", noDouble},
         {"[\"\xC3\xA6\xE2\x82\"]", "    ^", notUTF8},
         {"[\"\xED\xA0\xBD\"]", "  ^", notUTF8},
-        {"[\"\xC0\x80\"]", "  ^", notUTF8},
-        {"[\"\xF5\x80\x80\x80\"]", "  ^", notUTF8},
         {"[\"\xF4\x90\x80\x80\"]", "  ^", notUTF8},
         {"[\"a\x80\"]", "   ^", notUTF8},
         {"[\xFF]", " ^", notUTF8},
@@ -380,7 +362,6 @@ TEST(JSONReader, PlacesOfMistakes) {
         {"{\"a\" 1}", "     ^", "':' is missing"},
         {"{\"a\":1,}", "       ^", "a key in quotes is missing"},
         {"{a:1}", " ^", "a key in quotes is missing"},
-        {"{1:2}", " ^", "a key in quotes is missing"},
         {"[1 2]", "   ^", "',' or ']' is missing"},
         {"[1}", "  ^", "',' or ']' is missing"},
         {"[1:2]", "  ^", "',' or ']' is missing"},
@@ -397,7 +378,6 @@ TEST(JSONReader, PlacesOfMistakes) {
         {"\"a\" \"b", "    ^", more},
         {"{}\n\xFF", "^", more, 2},
         {"]", "^", "a value is missing"},
-        {"// x\n1", "^", badWord},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.document.substr(0, 100));
@@ -446,7 +426,12 @@ TEST(JSONReader, Nesting) {
     EXPECT_EQ(error.column, 1u);
 }
 
-// What one document leaves behind does not show in the next one, and only documents allocate.
+struct NoElements final : JSONElementHandler {
+    void element(RepresentationView) override {}
+    void startOver() override {}
+} kNoElements;
+
+// What one document leaves does not show in the next one, and only documents allocate.
 TEST(JSONReader, IsUsedAgain) {
     CountingZone zone;
     {
@@ -459,6 +444,10 @@ TEST(JSONReader, IsUsedAgain) {
         EXPECT_FALSE(reader.read("[[[[1", nullptr));
         EXPECT_EQ(error.column, 3u);
         JSONReader moved = std::move(reader);
+        EXPECT_FALSE(reader.read(repeated("[", 101))) << "a reader that was moved from is as it was made";
+        EXPECT_TRUE(reader.lend("[1]") && reader.readElements("[]", "a", kNoElements));
+        reader = JSONReader(1);
+        EXPECT_FALSE(reader.read("[[]]"));
         const auto small = moved.read("{\"a\":[1]}", &error);
         EXPECT_EQ(error.column, 3u) << "an error is written only when there is one";
         EXPECT_EQ(small->view().valueForKey("a")->elements().size(), 1u);
@@ -495,6 +484,22 @@ TEST(JSONReader, SurvivesFailingAllocations) {
     }
 }
 
+// The destructor of a static object that is older than anything that was read.
+struct ReadingAtTheEnd {
+    ~ReadingAtTheEnd() {
+        if (isAsked) std::_Exit(representationFromJSON("[7, {}]")->view().size() == 2 ? 72 : 1);
+    }
+    bool isAsked = false;
+} readingAtTheEnd;
+
+TEST(JSONReader, ReadsInTheDestructorsOfStaticObjects) {
+    const auto leave = [] {
+        readingAtTheEnd.isAsked = representationFromJSON("[1]").has_value();
+        std::exit(0);
+    };
+    EXPECT_EXIT(leave(), testing::ExitedWithCode(72), "");
+}
+
 TEST(JSONReader, RefusesFourGigabytes) {
     // Nothing of it is read, so it need not be there.
     const std::string_view document("[", std::size_t{1} << 32);
@@ -511,28 +516,14 @@ public:
     explicit Generator(std::uint64_t seed) : random_(seed) {}
 
     std::size_t below(std::size_t count) { return random_() % count; }
-    template <std::size_t N>
-    std::string oneOf(const std::array<std::string_view, N>& choices) {
-        return std::string(choices[below(N)]);
+    const std::string& oneOf(const std::vector<std::string>& choices) {
+        return choices[below(choices.size())];
     }
 
     std::string text() {
-        static constexpr std::array<std::string_view, 16> pieces = {"a",
-                                                                    "key",
-                                                                    "\\\"",
-                                                                    "\\\\",
-                                                                    "\\n",
-                                                                    "\\u00e5",
-                                                                    "\\ud83d",
-                                                                    "\\ude00",
-                                                                    "\\/",
-                                                                    "\xC3\xB8",
-                                                                    "\xF0\x9F\x98\x80",
-                                                                    ",",
-                                                                    "{}",
-                                                                    " ",
-                                                                    "identifier",
-                                                                    "\\uD83D\\uDE00"};
+        static const std::vector<std::string> pieces =
+            words(R"(a key \" \\ \n \u00e5 \ud83d \ude00 \/ , {} identifier \uD83D\uDE00  )"
+                  "\xC3\xB8 \xF0\x9F\x98\x80");
         std::string result = "\"";
         for (std::size_t i = below(6); i > 0; --i)
             result += oneOf(pieces);
@@ -549,7 +540,7 @@ public:
 
     std::string value(std::size_t depth = 0) {
         const std::size_t kind = below(depth > 5 ? 4 : 7);
-        if (kind == 0) return oneOf<3>({"true", "false", "null"});
+        if (kind == 0) return oneOf(words("true false null"));
         if (kind < 3) return text();
         if (kind == 3) return number();
         const bool isDictionary = kind != 4;
@@ -564,14 +555,8 @@ public:
     }
 
     std::string mutated(std::string document) {
-        static constexpr std::array<std::string_view, 22> edits = {"\"",   "\\",   "{",
-                                                                   "}",    "[",    "]",
-                                                                   ",",    ":",    "1",
-                                                                   "-",    ".",    "e",
-                                                                   "true", " ",    "\n",
-                                                                   "\x01", "\xC3", "\xED\xA0\xBD",
-                                                                   "\\u",  "0",    "\xEF\xBB\xBF",
-                                                                   "\"\""};
+        static const std::vector<std::string> edits =
+            words("\" \\ { } [ ] , : 1 - . e true  \n \x01 \xC3 \xED\xA0\xBD \\u 0 \xEF\xBB\xBF \"\"");
         for (std::size_t i = below(3); i > 0 && !document.empty(); --i) {
             const std::size_t at = below(document.size() + 1);
             if (below(3) == 0)
@@ -585,10 +570,9 @@ public:
     }
 
     std::string soup() {
-        static constexpr std::array<std::string_view, 26> tokens = {
-            "{",   "}",     "[",    "]",        ",",    ":",   "\"a\"", "\"b\":",   "\"",
-            "\\",  "1",     "-",    "0",        "true", "tru", "null",  " ",        "\n",
-            "1.5", "1e999", "\\\"", "\xC3\xA6", "\xC3", "[]",  "{}",    "\"\\ud83d"};
+        static const std::vector<std::string> tokens =
+            words(R"({ } [ ] , : "a" "b": " \ 1 - 0 true tru null  1.5 1e999 \" [] {} "\ud83d )"
+                  "\n \xC3\xA6 \xC3");
         std::string result = below(2) == 0 ? "[" : "";
         for (std::size_t i = below(9); i > 0; --i)
             result += oneOf(tokens);
@@ -602,7 +586,7 @@ private:
             result += static_cast<char>('0' + (i == 0 ? 1 + below(9) : below(10)));
         return result;
     }
-    std::string space() { return below(8) == 0 ? oneOf<4>({" ", "\n", "\t ", "\r\n"}) : ""; }
+    std::string space() { return below(8) == 0 ? oneOf({" ", "\n", "\t ", "\r\n"}) : ""; }
 
     std::mt19937_64 random_;
 };
@@ -684,7 +668,7 @@ RC_GTEST_PROP(JSONReader, LendsWhatItReads, (std::uint64_t seed)) {
     JSONReader reader;
     const std::string whole = documentWithList(generator);
     for (const std::string& document : {whole, generator.mutated(whole), generator.value()}) {
-        const Exact exact(document);
+        const ExactCopy exact(document);
         JSONError error;
         JSONError lendingError;
         NotingElements elements;
@@ -785,16 +769,6 @@ RC_GTEST_PROP(JSONReader, ReadsEveryDouble, (std::uint64_t seed)) {
             RC_ASSERT(number.doubleValue() == value);
         }
     }
-}
-
-TEST(JSONReader, AgreesOnEveryBeginningOfADocument) {
-    const std::string document =
-        "\xEF\xBB\xBF{\"bl\xC3\xA5\\u00e6\": [true, false, null, -12.5e+3, "
-        "\"\xF0\x9F\x98\x80\\ud83d\\ude00\"],\n"
-        " \"a\": {\"b\": {}, \"c\": [[], 1234567890123]}}\n";
-    ASSERT_TRUE(valueOf(document));
-    for (std::size_t size = 0; size < document.size(); ++size)
-        EXPECT_TRUE(agrees(document.substr(0, size)));
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "NaiveJSONOracle.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <cmath>
 #include <cstdint>
@@ -207,48 +208,21 @@ private:
         const std::size_t backslash = at_++;
         const int letter = peek();
         ++at_;
-        switch (letter) {
-            case '"':
-                result += u'"';
-                return;
-            case '\\':
-                result += u'\\';
-                return;
-            case '/':
-                result += u'/';
-                return;
-            case 'b':
-                result += u'\b';
-                return;
-            case 'f':
-                result += u'\f';
-                return;
-            case 'n':
-                result += u'\n';
-                return;
-            case 'r':
-                result += u'\r';
-                return;
-            case 't':
-                result += u'\t';
-                return;
-            case 'u':
-                break;
-            default:
-                throw Failure{backslash};
+        if (letter != 'u') {
+            constexpr std::string_view letters = "\"\\/bfnrt";
+            constexpr std::u16string_view meanings = u"\"\\/\b\f\n\r\t";
+            const std::size_t index = letter == -1 ? letters.npos : letters.find(static_cast<char>(letter));
+            if (index == letters.npos) throw Failure{backslash};
+            result += meanings[index];
+            return;
         }
         unsigned unit = 0;
         for (int i = 0; i < 4; ++i, ++at_) {
-            const int digit = peek();
-            unit *= 16;
-            if (digit >= '0' && digit <= '9')
-                unit += static_cast<unsigned>(digit - '0');
-            else if (digit >= 'a' && digit <= 'f')
-                unit += static_cast<unsigned>(digit - 'a' + 10);
-            else if (digit >= 'A' && digit <= 'F')
-                unit += static_cast<unsigned>(digit - 'A' + 10);
-            else
-                throw Failure{backslash};
+            constexpr std::string_view digits = "0123456789abcdef";
+            const std::size_t value =
+                peek() == -1 ? digits.npos : digits.find(static_cast<char>(std::tolower(peek())));
+            if (value == digits.npos) throw Failure{backslash};
+            unit = unit * 16 + static_cast<unsigned>(value);
         }
         result += static_cast<char16_t>(unit);
     }

@@ -9,6 +9,7 @@
 #include <rapidcheck/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <functional>
 #include <limits>
 #include <map>
@@ -96,25 +97,22 @@ TEST(Representation, KeyPathsAndWhatIsAbsent) {
                     {"list", array({dictionary({{"c", 5}})})},
                     {"", dictionary({{"c", 6}})},
                     {"a.b", 7}});
-    struct Row {
-        const char* path;
-        const char* found;  // "-" for nothing
-    };
-    const Row rows[] = {{"a.b.c", "3"},
-                        {"a.b.", "4"},
-                        {"a.b.d", "-"},
-                        {"a.x.c", "-"},
-                        {"a.b.c.d", "-"},
-                        {"a..c", "-"},
-                        {".c", "6"},
-                        {"null", "null"},
-                        {"null.c", "-"},
-                        {"a.n", "null"},
-                        {"a.n.c", "-"},
-                        {"list.c", "-"},
-                        {"x", "-"},
-                        {"A", "-"},
-                        {"a.b.c.", "-"}};
+    constexpr std::pair<const char*, const char*> rows[] = {// "-": nothing is found
+                                                            {"a.b.c", "3"},
+                                                            {"a.b.", "4"},
+                                                            {"a.b.d", "-"},
+                                                            {"a.x.c", "-"},
+                                                            {"a.b.c.d", "-"},
+                                                            {"a..c", "-"},
+                                                            {".c", "6"},
+                                                            {"null", "null"},
+                                                            {"null.c", "-"},
+                                                            {"a.n", "null"},
+                                                            {"a.n.c", "-"},
+                                                            {"list.c", "-"},
+                                                            {"x", "-"},
+                                                            {"A", "-"},
+                                                            {"a.b.c.", "-"}};
     for (const auto& [path, found] : rows) {
         const auto at = value.view().valueForKeyPath(path);
         const std::string text = !at ? "-" : at->isNull() ? "null" : at->number()->toString();
@@ -175,58 +173,50 @@ TEST(Representation, FindsEveryKeyOfEverySize) {
 }
 
 TEST(Representation, KeyHashIsTheSameOnEveryRoad) {
-    constexpr std::string_view kKeys[] = {
+    constexpr std::array<std::string_view, 10> kKeys = {
         "", "i", "id", "url", "name", "title", "flight", "created", "category", "assetAdditional"};
-    constexpr std::uint16_t kHashes[] = {keyHash(kKeys[0]),
-                                         keyHash(kKeys[1]),
-                                         keyHash(kKeys[2]),
-                                         keyHash(kKeys[3]),
-                                         keyHash(kKeys[4]),
-                                         keyHash(kKeys[5]),
-                                         keyHash(kKeys[6]),
-                                         keyHash(kKeys[7]),
-                                         keyHash(kKeys[8]),
-                                         keyHash(kKeys[9])};
-    for (std::size_t i = 0; i < std::size(kKeys); ++i) {
+    constexpr auto kHashes = [&] {
+        std::array<std::uint16_t, kKeys.size()> hashes{};
+        std::transform(kKeys.begin(), kKeys.end(), hashes.begin(), [](auto key) { return keyHash(key); });
+        return hashes;
+    }();
+    for (std::size_t i = 0; i < kKeys.size(); ++i) {
         const std::string quoted = '"' + std::string(kKeys[i]) + "\":true,\"xyz";
         EXPECT_EQ(keyHash(std::string(kKeys[i])), kHashes[i]);
         EXPECT_EQ(quotedKeyHash(quoted.data() + 1, kKeys[i].size()), kHashes[i]);
-        for (std::size_t j = 0; j < i; ++j)
-            EXPECT_NE(kHashes[i], kHashes[j]);
+        EXPECT_EQ(std::count(kHashes.begin(), kHashes.end(), kHashes[i]), 1);
     }
 }
 
 TEST(Representation, EqualityIsByValue) {
-    const Representation groups[][3] = {
-        {kNull, nullptr, kNull},
+    constexpr std::int64_t kTwoTo53 = std::int64_t{1} << 53;
+    const auto deep = [](Representation innermost) {
+        return array({array({dictionary({{"a", array({innermost})}})})});
+    };
+    const std::vector<std::vector<Representation>> groups = {
+        {kNull, nullptr},
         {1, 1.0, true},
         {0, -0.0, false},
-        {std::int64_t{1} << 53, 9007199254740992.0, std::uint64_t{1} << 53},
-        {(std::int64_t{1} << 53) + 1, (std::uint64_t{1} << 53) + 1, (std::int64_t{1} << 53) + 1},
-        {"", "", ""},
-        {"1", "1", "1"},
-        {"\u00e6", "\xC3\xA6", "\u00e6"},
-        {array({}), array({}), array({})},
+        {kTwoTo53, 9007199254740992.0, std::uint64_t{kTwoTo53}},
+        {kTwoTo53 + 1, std::uint64_t{kTwoTo53 + 1}},
+        {""},
+        {"1", "1"},
+        {"\u00e6", "\xC3\xA6"},
+        {array({}), array({})},
         {array({1, 2}), array({1.0, 2}), array({true, 2.0})},
-        {array({2, 1}), array({2, 1}), array({2, 1})},
-        {array({1, 2, 3}), array({1, 2, 3}), array({1, 2, 3})},
-        {dictionary({}), dictionary({}), dictionary({})},
+        {array({2, 1})},
+        {array({1, 2, 3})},
+        {dictionary({}), dictionary({})},
         {dictionary({{"a", 1}, {"b", 2}}),
          dictionary({{"b", 2}, {"a", 1}}),
          dictionary({{"a", 0}, {"b", 2}, {"a", 1}})},
         {dictionary({{"a", 2}, {"b", 1}}),
          dictionary({{"b", 1}, {"a", 2}}),
          dictionary({{"a", 2}, {"b", true}})},
-        {dictionary({{"a", 1}, {"c", 2}}),
-         dictionary({{"c", 2}, {"a", 1}}),
-         dictionary({{"a", 1}, {"c", 2}})},
-        {dictionary({{"a", nullptr}}), dictionary({{"a", nullptr}}), dictionary({{"a", nullptr}})},
-        {array({array({dictionary({{"a", array({1})}})})}),
-         array({array({dictionary({{"a", array({1.0})}})})}),
-         array({array({dictionary({{"a", array({true})}})})})},
-        {array({array({dictionary({{"a", array({2})}})})}),
-         array({array({dictionary({{"a", array({2})}})})}),
-         array({array({dictionary({{"a", array({2})}})})})},
+        {dictionary({{"a", 1}, {"c", 2}}), dictionary({{"c", 2}, {"a", 1}})},
+        {dictionary({{"a", nullptr}}), dictionary({{"a", {}}})},
+        {deep(1), deep(1.0), deep(true)},
+        {deep(2)},
     };
     for (const auto& group : groups) {
         for (const auto& other : groups) {
@@ -342,14 +332,9 @@ RC_GTEST_PROP(Representation, KeepsMembersLikeAList, (std::uint64_t seed)) {
 }
 
 TEST(Representation, TextsAreWellFormed) {
-    for (const char* bad : {"\x80",
-                            "a\xC3",
-                            "\xC0\x80",
-                            "\xE2\x82",
-                            "\xF4\x90\x80\x80",
-                            "\xFF",
-                            "\xED\xA0",
-                            "ok\xE2\x28\xA1"}) {
+    constexpr const char* kBad[] = {
+        "\x80", "a\xC3", "\xC0\x80", "\xE2\x82", "\xF4\x90\x80\x80", "\xFF", "\xED\xA0", "ok\xE2\x28\xA1"};
+    for (const char* bad : kBad) {
         EXPECT_THROW(Representation{bad}, std::invalid_argument) << bad;
         EXPECT_THROW(dictionary({{bad, 1}}), std::invalid_argument) << bad;
         EXPECT_THROW(built([&](Builder& builder) { builder.string("a" + std::string(bad)); }),
@@ -392,6 +377,24 @@ TEST(RepresentationBuilder, RefusesEventsOutOfOrder) {
     };
     for (const auto& events : mistakes)
         EXPECT_THROW(built(events), std::logic_error) << &events - mistakes;
+}
+
+TEST(Representation, IsMadeOfAnyRange) {
+    const Representation elements[] = {1, "two", nullptr};
+    const Representation expected = array({1, "two", nullptr});
+    EXPECT_EQ(Representation::array(elements), expected);
+    EXPECT_EQ(Representation::array(std::vector(std::begin(elements), std::end(elements))), expected);
+    EXPECT_EQ(Representation::array(expected.view().elements()), expected);
+    EXPECT_EQ(Representation::array(std::vector<double>{1, 2.5}), array({1, 2.5}));
+    EXPECT_EQ(Representation::array(std::vector<Representation>()), array({}));
+    const std::map<std::string, Representation> members = {{"b", 2}, {"a", expected}};
+    EXPECT_EQ(Representation::dictionary(members), dictionary({{"a", expected}, {"b", 2}}));
+    EXPECT_EQ(Representation::dictionary(std::map<std::string, int>{{"a", 1}}), dictionary({{"a", 1}}));
+    EXPECT_EQ(Representation::dictionary(dictionary({{"a", 1}}).view().members()), dictionary({{"a", 1}}));
+    EXPECT_TRUE((Representation{{"k", {}}}).view().valueForKey("k")->isNull());
+    static_assert(!std::is_constructible_v<Representation, char> &&
+                  !std::is_convertible_v<long double, Representation> &&
+                  std::is_convertible_v<signed char, Representation>);
 }
 
 TEST(Representation, LivesAsLongAsAPartOfItIsHeld) {
@@ -472,7 +475,7 @@ Representation builtDeepAmongOthers(std::string_view atLevel, std::size_t level,
     return builder.finish();
 }
 
-TEST(Representation, ComparesWhatStandsBehindTheDeepest) {
+TEST(Representation, ComparesWhatComesAfterTheDeepest) {
     for (const std::size_t level : {std::size_t{0}, kLevels / 2, kLevels - 20, kLevels - 1}) {
         const Representation value = builtDeepAmongOthers("one", level, false);
         for (const bool isReversed : {false, true}) {
@@ -494,7 +497,7 @@ TEST(Representation, NestsAMillionDeep) {
     EXPECT_EQ(innermost.number(), Number(1));
 }
 
-// Whatever fails on the way, nothing stays behind.
+// Whatever fails on the way, nothing is left.
 TEST(RepresentationBuilder, SurvivesFailingAllocations) {
     const Representation large = built([](Builder& builder) {
         builder.beginArray();
