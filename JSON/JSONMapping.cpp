@@ -46,7 +46,9 @@ private:
 Ref<ListBase> mappedList(JSONReader& reader, std::string_view bytes, std::string_view keyPath,
                          const FEMMapping& mapping, JSONError* error, const FEMOptions& options) {
     const std::string listKeyPath = keyPathOfList(options.keyPath, keyPath);
-    FEMCollection collection(mapping, {nullptr, options.zone, listKeyPath});
+    FEMOptions optionsOfList = options;
+    optionsOfList.keyPath = listKeyPath;
+    FEMCollection collection(mapping, optionsOfList);
     Collector collector(collection);
     if (!reader.readElements(bytes, keyPath, collector, error)) return {};
     return collector.finish();

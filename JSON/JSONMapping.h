@@ -23,14 +23,16 @@ QELMODELS_EXPORT Ref<ListBase> mappedList(JSONReader& reader, std::string_view b
 /// which is quicker too. The result is the mapper's, and null when the document is not JSON: then `error`,
 /// unless null, says why. It throws what the mapper throws.
 ///
-/// All of this is as if the document had been read first and mapped then. Only what map rules do besides,
-/// such as writing to the log, may have been done when a mistake further down in a page is found. With an
-/// observer, a page is read as a whole. Map rules and observers leave the reader alone.
+/// All of this is as if the document had been read first and mapped then, save for what map rules do besides
+/// (writing to the log): of a page, they are applied while it is read. So they may have been applied when a
+/// mistake is found further on, and once more when a key on the way to the list is repeated, whose last value
+/// counts: only the end of the document says that it is not. With an observer, a page is read as a whole. Map
+/// rules and observers leave the reader alone.
 template <QELMapperProtocol Mapper>
 auto mappedResponseFromJSON(JSONReader& reader, std::string_view bytes, const Mapper& mapper,
                             JSONError* error = nullptr, const FEMOptions& options = {})
     -> decltype(mapper.mappedResponseFromJSONObject(std::declval<RepresentationView>(), nullptr, options)) {
-    // A reader keeps its memory for what it lends, so that may not be much.
+    // A reader keeps the memory that it lends from, so a large document is not lent.
     if (bytes.size() <= JSONReader::kUsualWindow) {
         const auto document = reader.lend(bytes, error);
         if (!document) return {};

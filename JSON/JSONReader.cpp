@@ -26,7 +26,7 @@ using detail::WalkerPlace;
 
 namespace {
 
-// Up to here a document's texts lie apart from its nodes.
+// Up to this size, the texts of a document have a block of their own.
 constexpr std::size_t kMostBytesApart = std::size_t{16} << 10;
 
 // simdjson's implementations are static objects that exist from their first use to the end of the process,

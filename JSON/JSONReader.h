@@ -35,9 +35,7 @@ public:
     /// key the last value does.
     virtual void startOver() = 0;
 
-protected:
-    JSONElementHandler() = default;
-    ~JSONElementHandler() = default;
+    virtual ~JSONElementHandler() = default;
 };
 
 /// Reads JSON (RFC 8259) into representations. It keeps its working memory from one document to the next, so

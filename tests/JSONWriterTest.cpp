@@ -3,9 +3,7 @@
 
 #include <JSON/JSONReader.h>
 #include <JSON/JSONWriter.h>
-#include <QELModels/Values/Text.h>
 #include <gtest/gtest.h>
-#include <rapidcheck/gtest.h>
 
 #include <limits>
 #include <string>
@@ -94,19 +92,6 @@ TEST(JSONWriter, AMillionDeep) {
     const auto value = JSONReader(2 * kDeep).read(text);
     ASSERT_TRUE(value);
     EXPECT_TRUE(written(*value) == text);
-}
-
-// Every sequence of code units comes back.
-RC_GTEST_PROP(JSONWriter, TextsReadBack, (std::u16string units)) {
-    constexpr char16_t kAwkward[] = {0xD83D, 0xDE00, 0xD7FF, 0xE000, u'"', u'\\', 0x1F, u'/', 0};
-    for (std::size_t i = 0; i < units.size(); i += 2)
-        units[i] = kAwkward[units[i] % std::size(kAwkward)];
-    const std::string text = Text::fromUTF16(units);
-    const std::string json = written(Representation::dictionary({{text, std::string_view(text)}}));
-    const auto value = representationFromJSON(json);
-    RC_ASSERT(value.has_value());
-    RC_ASSERT((*value->view().members().begin()).key == text);
-    RC_ASSERT(value->view().valueForKey(text)->text() == text);
 }
 
 }  // namespace

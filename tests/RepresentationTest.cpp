@@ -292,45 +292,6 @@ TEST(Representation, NotANumberIsEqualToNothingButItsOwnPlace) {
     EXPECT_NE(value, array({dictionary({{"a", nan}})}));
 }
 
-// A dictionary against a list of pairs that does the same the plain way.
-RC_GTEST_PROP(Representation, KeepsMembersLikeAList, (std::uint64_t seed)) {
-    std::mt19937_64 random(seed);
-    const std::size_t size = random() % 80;
-    const std::size_t keys = 1 + random() % 60;
-    std::vector<std::pair<std::string, int>> expected;
-    Builder builder;
-    builder.beginDictionary();
-    for (std::size_t i = 0; i < size; ++i) {
-        const std::string key(random() % keys / 3, static_cast<char>('a' + random() % 3));
-        const int value = static_cast<int>(i);
-        const auto known =
-            std::find_if(expected.begin(), expected.end(), [&](auto& pair) { return pair.first == key; });
-        if (known != expected.end())
-            known->second = value;
-        else
-            expected.emplace_back(key, value);
-        builder.key(key);
-        if (i % 4 != 0) {
-            builder.number(value);
-            continue;
-        }
-        builder.beginArray();
-        builder.number(value);
-        builder.endArray();
-    }
-    builder.endDictionary();
-    const Representation built = builder.finish();
-    RC_ASSERT(built.view().size() == expected.size());
-    auto member = built.view().members().begin();
-    for (const auto& [key, value] : expected) {
-        RC_ASSERT((*member).key == key);
-        const auto found = built.view().valueForKey(key);
-        RC_ASSERT(found && RepresentationAccess::node(*found) == RepresentationAccess::node((*member).value));
-        RC_ASSERT((value % 4 == 0 ? *found->elements().begin() : *found).number() == Number(value));
-        ++member;
-    }
-}
-
 TEST(Representation, TextsAreWellFormed) {
     constexpr const char* kBad[] = {
         "\x80", "a\xC3", "\xC0\x80", "\xE2\x82", "\xF4\x90\x80\x80", "\xFF", "\xED\xA0", "ok\xE2\x28\xA1"};

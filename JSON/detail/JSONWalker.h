@@ -251,9 +251,9 @@ using Containers = std::vector<Container>;
 // How many of them there is room for before more is made. Few documents nest deeper.
 inline constexpr std::size_t kUsualDepth = 32;
 
-// How many nodes the values of a document have room for, index nodes left aside: a value and its separator,
-// and a key and its colon, take one node, and only a container that is not closed yet has no character that
-// makes up for its bracket.
+// How many nodes a document needs, index nodes left aside, while up to `depth` containers are open. Most
+// nodes have two structural characters: a value and the comma after it, a key and its colon, the brackets of
+// a container. Only a container that is not closed yet has but one.
 inline std::size_t nodesNeeded(std::size_t structurals, std::size_t depth) noexcept {
     return (structurals + depth) / 2 + 1;
 }
@@ -272,8 +272,7 @@ struct WalkerPlace {
 // that, no more of them than those in the first group may be needed by every value.
 class Walker {
 public:
-    // `end` is that of the text, where a blank is; `nodes` has room for it at the depth of
-    // `containers`.
+    // Requires: a blank is at `end`, where the text ends; `nodes` has room for what `containers` allows.
     Walker(char* text, char* end, WalkerPlace place, Containers& containers, std::size_t maxDepth,
            RepresentationNodes& nodes) noexcept
         : text_(text),

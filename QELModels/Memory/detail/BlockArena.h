@@ -77,10 +77,10 @@ public:
         return {to, text.size()};
     }
 
-    /// Memory for `bytes` bytes after all that was allocated so far, for which the block itself is enlarged:
-    /// of a large block that is one piece, the system's memory is kept for the next one instead of being
-    /// given back and asked for page by page. The block may move. Requires: nothing points into the block; it
-    /// has no further pieces and keeps nothing.
+    /// Memory for `bytes` bytes after all that was allocated so far, in the same piece, which may move for
+    /// it. So a large document is one piece, and the system keeps its memory for the next one instead of
+    /// handing new pages out. Requires: nothing points into the block; it has no further pieces and keeps
+    /// nothing.
     void* extend(std::size_t bytes);
 
 protected:
