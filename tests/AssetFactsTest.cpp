@@ -87,6 +87,15 @@ TEST(AssetFacts, ShowThePlayersLogoWhenAnApplicationsRuleFillsTheFlag) {
     EXPECT_TRUE(showPlayerLogo(static_cast<const QELAsset&>(*object)));
 }
 
+TEST(AssetFacts, AreSeenFromAnyDate) {
+    const StoppedClock clock(1000);
+    const auto date = [](double seconds) { return dateFromSecondsSince1970(seconds); };
+    const auto asset = assetFrom(R"({"flightTimes": {"start": 100, "end": 200}})");
+    EXPECT_TRUE(!isLive(*asset, date(100)) && isLive(*asset, date(100.5)));
+    EXPECT_TRUE(!wasLive(*asset, date(200)) && wasLive(*asset, date(200.5)));
+    EXPECT_FALSE(isLive(*assetFrom("{}"), date(1e9)) || wasLive(*assetFrom("{}"), date(1e9)));
+}
+
 TEST(AssetFacts, CountTheSecondsUntilLive) {
     const auto date = [](double seconds) { return dateFromSecondsSince1970(seconds); };
     const StoppedClock clock(1000.5);

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -56,7 +57,7 @@ std::vector<std::string> keysOf(const ObjectClass& isa) {
     return {isa.propertyKeys().begin(), isa.propertyKeys().end()};
 }
 
-TEST(BaseModel, declaresWhatTheRootProtocolDeclaresAndHasNoMapping) {
+TEST(BaseModel, DeclaresWhatTheRootProtocolDeclaresAndHasNoMapping) {
     EXPECT_EQ(keysOf(QELBaseModel::objectClass),
               (std::vector<std::string>{"hash", "superclass", "description", "debugDescription"}));
     EXPECT_FALSE(QELBaseModel::defaultMapping().has_value());
@@ -64,7 +65,33 @@ TEST(BaseModel, declaresWhatTheRootProtocolDeclaresAndHasNoMapping) {
     EXPECT_EQ(QELAsset::objectClass.superclass(), &QELBaseModel::objectClass);
 }
 
-TEST(BaseModel, enumeratesPropertiesUntilToldToStop) {
+TEST(BaseModel, SaysOfTheRootClassWhatItSaysOfAnyObject) {
+    const auto root =
+        FEMDeserializer::objectFromRepresentation<QELBaseModel>({}, FEMMapping(QELBaseModel::objectClass));
+    const auto values = root->dictionaryValue();
+    EXPECT_EQ(values.find("description")->text(), root->description());
+    EXPECT_EQ(values.find("debugDescription")->text(), root->debugDescription());
+    EXPECT_EQ(values.find("hash")->number(), Number(root->hash()));
+    EXPECT_EQ(root->description(),
+              "<QELBaseModel hash: " + Number(root->hash()).toString() + ", superclass: (null)>");
+}
+
+TEST(BaseModel, IsEqualToItsCopyAlsoWhereANumberIsNotEqualToItself) {
+    constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+    for (const Representation& document :
+         {Representation{{"id", kNaN}},
+          Representation{{"created", kNaN}, {"category", Representation{{"id", 0.0 / -kNaN}}}},
+          Representation{{"additional", Representation{{"barrels", Representation::array({kNaN, 1})}}}}}) {
+        const auto asset = mappedObject<QELAsset>(document);
+        const auto copied = copy(*asset);
+        EXPECT_TRUE(asset->isEqual(copied.get())) << asset->description();
+        EXPECT_EQ(asset->hash(), copied->hash());
+    }
+    EXPECT_TRUE(Value(Number(kNaN)) == Value(Number(kNaN)));
+    EXPECT_FALSE(Number(kNaN) == Number(kNaN)) << "numbers themselves compare as numbers do";
+}
+
+TEST(BaseModel, EnumeratesPropertiesUntilToldToStop) {
     const auto visited = [](const ObjectClass& isa, std::string_view last) {
         std::string names;
         isa.enumeratePropertiesUsingBlock([&](const Property& property, bool& stop) {
@@ -79,7 +106,7 @@ TEST(BaseModel, enumeratesPropertiesUntilToldToStop) {
     EXPECT_EQ(visited(TallShelf::objectClass, ""), "") << "what the superclass declares is not its own";
 }
 
-TEST(BaseModel, keepsPropertiesOutOfSightAndOutOfCopies) {
+TEST(BaseModel, KeepsPropertiesOutOfSightAndOutOfCopies) {
     const auto shelf = mapped<Shelf>(R"({"number": 7, "s_hidden": "in", "isOpen": 2, "order": -3.9})");
     EXPECT_EQ(keysOf(Shelf::objectClass), (std::vector<std::string>{"number", "isOpen", "order"}));
     EXPECT_EQ(shelf->description(), "<Shelf number: 7, isOpen: 1, order: -3>");
@@ -93,7 +120,7 @@ TEST(BaseModel, keepsPropertiesOutOfSightAndOutOfCopies) {
     EXPECT_FALSE(shelf->isEqual(copied.get())) << "the class compares what it does not copy";
 }
 
-TEST(BaseModel, isEqualOnlyWithinExactlyOneClass) {
+TEST(BaseModel, IsEqualOnlyWithinExactlyOneClass) {
     const auto shelf = mapped<Shelf>("{}");
     const auto other = mapped<Shelf>(R"({"isOpen": true})");
     const auto tall = FEMDeserializer::objectFromRepresentation({}, FEMMapping(TallShelf::objectClass));
@@ -106,7 +133,7 @@ TEST(BaseModel, isEqualOnlyWithinExactlyOneClass) {
     EXPECT_TRUE(*shelf == *other);
 }
 
-TEST(BaseModel, servesAsKeyOfContainers) {
+TEST(BaseModel, ServesAsKeyOfContainers) {
     std::unordered_set<Ref<QELSeason>, Hash, EqualTo> seasons;
     for (const char* text : {R"({"seasonNumber": 1})", R"({"seasonNumber": 1.0})", R"({"seasonNumber": 2})"})
         seasons.insert(mapped<QELSeason>(text));
@@ -117,7 +144,7 @@ TEST(BaseModel, servesAsKeyOfContainers) {
     EXPECT_FALSE(EqualTo()(mapped<QELSeason>("{}"), Ref<QELSeason>()));
 }
 
-TEST(BaseModel, faultsAtACopyOfWhatCannotBeSet) {
+TEST(BaseModel, FaultsAtACopyOfWhatCannotBeSet) {
     const auto asset = assetFrom(R"({"streamConfiguration": {"properties": ["encrypted"]}})");
     CountingZone zone;
     try {
@@ -140,7 +167,7 @@ TEST(BaseModel, faultsAtACopyOfWhatCannotBeSet) {
     EXPECT_EQ(zone.pieces(), 0U);
 }
 
-TEST(BaseModel, describesEveryKindOfValue) {
+TEST(BaseModel, DescribesEveryKindOfValue) {
     const auto asset = assetFrom(R"({"id": 5, "title": "T", "created": 1.5, "articleUrl": "a:b",
         "category": {"additional": {"backgroundColor": "#ff0000"}},
         "additional": {"barrels": [1, 2], "metadata": {"k": 0}, "chapters": [{}]}})");

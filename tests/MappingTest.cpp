@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <sstream>
 #include <stdexcept>
@@ -31,7 +32,7 @@ Ref<Object> filled(const FEMMapping& mapping, std::string_view text, const FEMOp
     return FEMDeserializer::objectFromRepresentation(json(text), mapping, options);
 }
 
-TEST(Engine, takesWhatFitsAPropertyAndLeavesItEmptyOtherwise) {
+TEST(Engine, TakesWhatFitsAPropertyAndLeavesItEmptyOtherwise) {
     // One row for each kind of property; one column for each kind of value.
     // clang-format off
     constexpr std::string_view kValues[] = {"null", "7", "-2.5", "true", R"("x:y")", "[1]", "[]", "{}", R"({"id":3})"};
@@ -67,7 +68,7 @@ TEST(Engine, takesWhatFitsAPropertyAndLeavesItEmptyOtherwise) {
     EXPECT_EQ(log.lines, Lines{});
 }
 
-TEST(Engine, readsScalarsOfAnApplicationsRules) {
+TEST(Engine, ReadsScalarsOfAnApplicationsRules) {
     FEMMapping mapping(QELAsset::objectClass);
     mapping.addAttributesFromArray({"streamType", "showDisplays"});
     const struct {
@@ -94,7 +95,7 @@ FEMAttribute::Map answering(Value result) {
     return [result](RepresentationView) { return result; };
 }
 
-TEST(Engine, callsMapRulesInOrderForNullAndNotForWhatIsMissing) {
+TEST(Engine, CallsMapRulesInOrderForNullAndNotForWhatIsMissing) {
     Lines calls;
     const auto noting = [&](std::string name) -> FEMAttribute::Map {
         return [&calls, name](RepresentationView value) {
@@ -117,7 +118,7 @@ TEST(Engine, callsMapRulesInOrderForNullAndNotForWhatIsMissing) {
     EXPECT_EQ(showAt(*asset, "category.order"), "1");
 }
 
-TEST(Engine, emptiesObjectsAndKeepsScalarsWhenThereIsNothing) {
+TEST(Engine, EmptiesObjectsAndKeepsScalarsWhenThereIsNothing) {
     FEMMapping mapping(QELAsset::objectClass);
     mapping.addAttributesFromArray({"displays", "showDisplays", "streamType", "status"});
     FEMMapping refusing = mapping;
@@ -146,7 +147,7 @@ TEST(Engine, emptiesObjectsAndKeepsScalarsWhenThereIsNothing) {
     }
 }
 
-TEST(Engine, resolvesKeyPathsOneDictionaryAtATime) {
+TEST(Engine, ResolvesKeyPathsOneDictionaryAtATime) {
     const struct {
         std::string_view text, keyPath, found;
     } rows[] = {
@@ -183,7 +184,7 @@ TEST(Engine, resolvesKeyPathsOneDictionaryAtATime) {
     }
 }
 
-TEST(Engine, findsEveryKeyInDictionariesOfAnySize) {
+TEST(Engine, FindsEveryKeyInDictionariesOfAnySize) {
     // Small ones are walked, large ones searched, and a mapping with many keys needs more room than usual.
     FEMMapping many = QELAsset::defaultMapping();
     for (int i = 0; i < 40; ++i)
@@ -263,7 +264,7 @@ constexpr auto rulesOfTwins = mapping<declaredOfTwins>(attribute<&Twins::first>(
 constinit const FEMRulesOf<Twins> Twins::defaultRules = rulesOfTwins;
 constinit const ObjectClassOf<Twins> Twins::objectClass(describe<declaredOfTwins>("Twins"));
 
-TEST(Engine, appliesRulesThatGetInEachOthersWayInOrder) {
+TEST(Engine, AppliesRulesThatGetInEachOthersWayInOrder) {
     std::string padding;
     for (int i = 0; i < 200; ++i)
         padding += ", \"padding" + std::to_string(i) + "\": 0";
@@ -323,7 +324,7 @@ TEST(Engine, appliesRulesThatGetInEachOthersWayInOrder) {
     }
 }
 
-TEST(Engine, readsEmptyTextsThatLieNowhere) {
+TEST(Engine, ReadsEmptyTextsThatLieNowhere) {
     RepresentationBuilder builder;
     builder.beginDictionary();
     builder.key("");
@@ -338,7 +339,7 @@ TEST(Engine, readsEmptyTextsThatLieNowhere) {
     EXPECT_EQ(showAt(*asset, "title") + showAt(*asset, "status") + showAt(*asset, "articleUrl"), R"(""""<>)");
 }
 
-TEST(Engine, makesARecordOfAnyRootAndAListOfAnyCollection) {
+TEST(Engine, MakesARecordOfAnyRootAndAListOfAnyCollection) {
     const FEMMapping mapping = QELAsset::defaultMapping();
     EXPECT_TRUE(FEMDeserializer::objectFromRepresentation({}, mapping)->isEqual(assetFrom("{}").get()));
     EXPECT_EQ(FEMDeserializer::collectionFromRepresentation({}, mapping)->size(), 0U);
@@ -361,7 +362,7 @@ TEST(Engine, makesARecordOfAnyRootAndAListOfAnyCollection) {
     }
 }
 
-TEST(Engine, makesListsInOrderWithARecordForEveryElement) {
+TEST(Engine, MakesListsInOrderWithARecordForEveryElement) {
     const auto season = mapped<QELSeason>(R"({"assets": [{"id": 3}, null, {"id": 1}, [], {"id": 2}, "x"]})");
     std::string identifiers;
     for (const QELAsset& asset : *season->assets())
@@ -377,7 +378,7 @@ TEST(Engine, makesListsInOrderWithARecordForEveryElement) {
     EXPECT_EQ(showAt(*chapters, "assetAdditional.chapters[2].timeline"), "8");
 }
 
-TEST(Mapping, refusesWrongRulesWhenTheyAreAdded) {
+TEST(Mapping, RefusesWrongRulesWhenTheyAreAdded) {
     enum Rule { attribute, toOne, toMany };
     constexpr std::string_view kUnknown = "there is no property '@'";
     constexpr std::string_view kComputed = "the property '@' cannot be set";
@@ -415,15 +416,78 @@ TEST(Mapping, refusesWrongRulesWhenTheyAreAdded) {
         }
         EXPECT_TRUE(mapping.rules().attributes.empty() && mapping.rules().relationships.empty()) << expected;
     }
-    // A list of one mapping does not fit a single property, and what was added before a fault stays.
+    // A list of one mapping does not fit a single property, and of several rules all are added or none.
     FEMMapping mapping(QELAssetAdditional::objectClass);
     EXPECT_THROW(mapping.addRelationshipMapping(QELAssetChapter::defaultMapping(), "chapters", "k"),
                  MappingFault);
     EXPECT_THROW(mapping.addAttributesFromArray({"url", "nope"}), MappingFault);
-    EXPECT_EQ(mapping.rules().attributes.size(), 1U);
+    EXPECT_THROW(mapping.addAttributesFromDictionary({{"url", "a"}, {"nope", "b"}}), MappingFault);
+    EXPECT_EQ(mapping.rules().attributes.size(), 0U);
+    mapping.addAttributesFromArray({"url", "access"});
+    EXPECT_EQ(mapping.rules().attributes.size(), 2U);
 }
 
-TEST(Mapping, isAValueThatCopiesDoNotShare) {
+TEST(Mapping, IsEmptyAndOfUseAfterAMove) {
+    FEMMapping constant = QELAsset::defaultMapping();
+    FEMMapping added(QELAsset::objectClass);
+    added.addAttributeWithProperty("status", "s");
+    for (FEMMapping* from : {&constant, &added}) {
+        {
+            const FEMMapping to = std::move(*from);
+            EXPECT_EQ(to.rules().attributes.empty(), false);
+        }
+        EXPECT_EQ(from->objectClass(), QELAsset::objectClass);
+        EXPECT_EQ(showAt(*filled(*from, R"({"s": "x", "status": "y"})"), "status"), "null");
+        const FEMMapping copied = *from;
+        from->addAttributeWithProperty("status", "s");
+        EXPECT_EQ(showAt(*filled(*from, R"({"s": "x", "status": "y"})"), "status"), R"("x")");
+        EXPECT_TRUE(copied.rules().attributes.empty());
+    }
+}
+
+TEST(Mapping, TakesEveryKindOfValueThatAMapRuleHandsOut) {
+    const Representation text("raw");
+    const struct {
+        std::string_view property;
+        Value result;
+        std::string_view shown;
+    } rows[] = {
+        {"status", "text", R"("text")"},
+        {"status", std::string("text"), R"("text")"},
+        {"status", text, R"("raw")"},
+        {"status", text.view(), R"("raw")"},
+        {"status", nullptr, "null"},
+        {"status", Representation(), "null"},
+        {"displays", 7, "7"},
+        {"displays", 2.5F, "2.5"},
+        {"displays", true, "true"},
+        {"displays", Representation(-3), "-3"},
+        {"displays", Representation(false), "false"},
+        {"showDisplays", Representation(true), "true"},
+        {"streamType", QELStreamTypeLive, "2"},
+        {"streamType", Representation(1), "1"},
+        {"articleUrl", *URLView::parse("a:b"), "<a:b>"},
+        {"createdAt", dateFromSecondsSince1970(3), "@3"},
+        {"status", 7, "null"},
+        {"displays", "7", "null"},
+        {"articleUrl", "a:b", "null"},
+    };
+    for (const auto& [property, result, shown] : rows) {
+        FEMMapping mapping(QELAsset::objectClass);
+        mapping.addAttribute(FEMAttribute::mappingOfProperty(property, "k", answering(result)));
+        EXPECT_EQ(showAt(*filled(mapping, R"({"k": 0})"), std::string(property)), shown) << property;
+    }
+    EXPECT_EQ(Value(Representation{{"a", 1}}).kind(), Value::Kind::representation);
+    EXPECT_EQ(Value(Representation::array({})).kind(), Value::Kind::representation);
+    // What a rule hands through as it came is kept, whatever becomes of the document.
+    FEMMapping mapping(QELAsset::objectClass);
+    mapping.addAttribute(
+        FEMAttribute::mappingOfProperty("status", "k", [](RepresentationView value) { return value; }));
+    const auto made = filled(mapping, R"({"k": "as it came", "more": [1, 2, 3]})");
+    EXPECT_EQ(showAt(*made, "status"), R"("as it came")");
+}
+
+TEST(Mapping, IsAValueThatCopiesDoNotShare) {
     const FEMMapping original = QELAsset::defaultMapping();
     FEMMapping first = original;
     {
@@ -463,7 +527,7 @@ public:
     Lines lines;
 };
 
-TEST(Observer, isToldTheOutcomeOfEveryRuleInOrder) {
+TEST(Observer, IsToldTheOutcomeOfEveryRuleInOrder) {
     const auto subtitles = [](std::string_view text) {
         Notes notes;
         mapped<QELAssetAdditional>(text, {&notes, nullptr, {}});
@@ -503,7 +567,7 @@ TEST(Observer, isToldTheOutcomeOfEveryRuleInOrder) {
     EXPECT_EQ(subtitles("null"), (Lines{"  null null"}));
 }
 
-TEST(Observer, seesThePlacesOfAPageAndOfKeyPaths) {
+TEST(Observer, SeesThePlacesOfAPageAndOfKeyPaths) {
     Notes notes;
     const FEMOptions options{&notes, nullptr, {}};
     mappedPage<QELEditorial>(json(R"({"_embedded": {"editorial": [5, {"_embedded": {"assets": [false]}}]}})"),
@@ -528,7 +592,7 @@ TEST(Observer, seesThePlacesOfAPageAndOfKeyPaths) {
 
 // Faults.
 
-TEST(Faults, nameThePlaceOfAColourThatIsNoString) {
+TEST(Faults, NameThePlaceOfAColourThatIsNoString) {
     const struct {
         FEMMapping mapping;
         std::string_view text, colour, pointer;
@@ -573,7 +637,27 @@ TEST(Faults, nameThePlaceOfAColourThatIsNoString) {
         EXPECT_NO_THROW(mapped<QELCategoryAdditional>(R"({"backgroundColor": )" + std::string(fine) + "}"));
 }
 
-TEST(Faults, ofAnApplicationsRulesPassThrough) {
+TEST(Faults, LeaveTheirPropertyEmptyWhereThatIsAskedFor) {
+    Notes notes;
+    FEMOptions options{&notes, nullptr, {}};
+    options.faultsLeaveEmpty = true;
+    constexpr std::string_view kText =
+        R"({"title": "T", "additional": {"backgroundColor": 5, "logo": "a:b"}})";
+    const auto category = mapped<QELCategory>(kText, options);
+    EXPECT_EQ(showAt(*category, "title"), R"("T")");
+    EXPECT_EQ(showAt(*category, "additional.backgroundColor"), "null");
+    EXPECT_EQ(showAt(*category, "additional.logo"), "<a:b>");
+    EXPECT_EQ(std::count(notes.lines.begin(),
+                         notes.lines.end(),
+                         "/additional/backgroundColor additional.backgroundColor fault 5"),
+              1);
+    options.observer = nullptr;
+    EXPECT_EQ(showAt(*mapped<QELCategory>(kText, options), "additional.backgroundColor"), "null");
+    EXPECT_EQ(mappedPage<QELCategory>(json("{\"k\": [" + std::string(kText) + "]}"), "k", options)->size(),
+              1U);
+}
+
+TEST(Faults, OfAnApplicationsRulesPassThrough) {
     const auto mappingThatThrows = [](auto exception) {
         FEMMapping lead(QELAssetLead::objectClass);
         lead.addAttribute(FEMAttribute::mappingOfProperty(

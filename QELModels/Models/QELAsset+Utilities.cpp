@@ -69,13 +69,21 @@ const List<QELAssetChapter>* featuredChaptersOrDefaultChapters(const QELAsset& a
 }
 
 bool isLive(const QELAsset& asset) {
+    return isLive(asset, Clock::now());
+}
+
+bool isLive(const QELAsset& asset, Date date) noexcept {
     const auto start = flightStartOf(asset);
-    return start && *start < Clock::now();
+    return start && *start < date;
 }
 
 bool wasLive(const QELAsset& asset) {
+    return wasLive(asset, Clock::now());
+}
+
+bool wasLive(const QELAsset& asset, Date date) noexcept {
     const auto end = flightEndOf(asset);
-    return end && *end < Clock::now();
+    return end && *end < date;
 }
 
 double secondsUntilLive(const QELAsset& asset) {

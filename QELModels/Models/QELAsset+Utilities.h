@@ -39,8 +39,12 @@ QELMODELS_EXPORT const List<QELAssetChapter>* featuredChaptersOrDefaultChapters(
 /// Whether its flight has begun, whatever its end and its stream type: a flight that is over is live too.
 /// False without a start.
 QELMODELS_EXPORT bool isLive(const QELAsset& asset);
+/// The same, seen from a date.
+QELMODELS_EXPORT bool isLive(const QELAsset& asset, Date date) noexcept;
 /// Whether its flight is over. False without an end.
 QELMODELS_EXPORT bool wasLive(const QELAsset& asset);
+/// The same, seen from a date.
+QELMODELS_EXPORT bool wasLive(const QELAsset& asset, Date date) noexcept;
 /// Seconds until the flight begins; negative once it has begun. Without a start, that counts as 1970-01-01.
 QELMODELS_EXPORT double secondsUntilLive(const QELAsset& asset);
 /// The same, seen from a date; no date counts as 1970-01-01 too.
