@@ -148,23 +148,23 @@ TEST(Registry, IsAskedAtEachValueOrWhenAMappingIsBuilt) {
          kQELNSURLTransformer,
          true},
     };
-    for (const auto& [mapping, text, path, name, isCaptured] : rows) {
+    for (const auto& row : rows) {
         const auto made = [&](const FEMMapping& by) {
-            return showAt(*FEMDeserializer::objectFromRepresentation(json(text), by), path);
+            return showAt(*FEMDeserializer::objectFromRepresentation(json(row.text), by), row.path);
         };
-        const std::string old = made(mapping);
+        const std::string old = made(row.mapping);
         ASSERT_NE(old, "null");
         {
-            const Replaced replaced(name, &stamp);
-            EXPECT_EQ(made(mapping), isCaptured ? old : R"("stamped")") << text;
+            const Replaced replaced(row.name, &stamp);
+            EXPECT_EQ(made(row.mapping), row.isCaptured ? old : R"("stamped")") << row.text;
         }
         {
-            const Replaced removed(name, nullptr);
-            EXPECT_EQ(valueTransformerForName(name), nullptr);
-            EXPECT_EQ(made(mapping), isCaptured ? old : "null") << text;
-            EXPECT_EQ(made(FEMMapping(mapping.rules())), "null") << text;
+            const Replaced removed(row.name, nullptr);
+            EXPECT_EQ(valueTransformerForName(row.name), nullptr);
+            EXPECT_EQ(made(row.mapping), row.isCaptured ? old : "null") << row.text;
+            EXPECT_EQ(made(FEMMapping(row.mapping.rules())), "null") << row.text;
         }
-        EXPECT_EQ(made(mapping), old) << text;
+        EXPECT_EQ(made(row.mapping), old) << row.text;
     }
 }
 
