@@ -9,33 +9,24 @@
 #include <rapidcheck/gtest.h>
 
 #include <algorithm>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "tests/HTMLRemovalOracle.h"
 #include "tests/Sequences.h"
+#include "tests/TestSupport.h"
 
 namespace {
 
 using namespace QELModels;
 using namespace std::string_view_literals;
+using test::Exact;
 using Pieces = std::vector<std::u16string>;
 
 std::u16string utf16(std::string_view text) {
     return Text::toUTF16(text);
 }
-
-/// A copy in a heap block of exactly its size, so that an address sanitizer sees one byte too many.
-struct Exact {
-    explicit Exact(std::string_view text) : size(text.size()), bytes(new char[size]) {
-        std::copy(text.begin(), text.end(), bytes.get());
-    }
-    std::string_view view() const { return {bytes.get(), size}; }
-    std::size_t size;
-    std::unique_ptr<char[]> bytes;
-};
 
 /// Cleans a text with the slack of a block after it, which holds what would continue the text.
 void expectNoneOfTheSlack(std::string_view text, std::string_view result) {
