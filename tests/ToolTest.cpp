@@ -286,8 +286,10 @@ TEST(Tool, ListIsForPeople) {
          "Editorial \"category-42\": 1 asset\nSeen at 1970-01-01 00:00 UTC\n\n"
          "(no title)\n  video on demand\n  ads, comments\n"},
         {"list --at 1e300",
-         R"({"seasonNumber":2,"title":"H&oslash;st","assets":[]})",
-         "Season 2 \"H\xC3\xB8st\": 0 episodes\nSeen at 1e+300 s from 1970\n"},
+         R"({"seasonNumber":2,"title":"H&oslash;st","assets":[{"duration":61000,"title":")" +
+             std::string(90, 'x') + "\"}]}",
+         "Season 2 \"H\xC3\xB8st\": 1 episode\nSeen at 1e+300 s from 1970\n\n" + std::string(70, 'x') +
+             "...  01:01\n  video on demand\n  ads, comments\n"},
         {"list --at 0",
          R"({"id":1})",
          "Page of 0 assets\nNothing stands at _embedded.assets, and it is neither a season nor an editorial\n"
@@ -449,6 +451,7 @@ TEST(Display, TextsAreCutAtColumnsNotBytes) {
         {"\xE6\x97\xA5\xE6\x9C\xAC\xE8\xAA\x9E", 5, "\xE6\x97\xA5...", 5},
         {"A\xCC\x8Az", 2, "A\xCC\x8Az", 2},
         {"a\tb\nc", 9, "a b c", 5},
+        {"\xEE\x80\x80", 9, "\xEE\x80\x80", 1},
         {"s\xC2\xADt", 9, "st", 2},
         {"\x1B\x7F\xED\xA0\x80\xC2\x9B\xE2\x80\xAE\xFF",
          9,
