@@ -49,23 +49,21 @@ std::string titles(const List<QELAsset>* list) {
     return text;
 }
 
-TEST(Block, KeepsRootsOfListsOfEverySize) {
+TEST(Block, KeepsTheRootsOfListsOfEverySize) {
     test::CountingZone zone;
     for (int before = 0; before < 10; ++before) {
         for (int after = 0; after < 10; after += 3) {
             for (const bool first : {false, true}) {
-                const auto made =
-                    FEMDeserializer::objectFromRepresentation(test::json(documentWith(before, first, after)),
-                                                              Shelf::defaultMapping(),
-                                                              {nullptr, &zone, {}});
-                const auto& shelf = static_cast<const Shelf&>(*made);
-                // A block for each root, and the shelf's own, perhaps with a further piece.
+                Ref<Shelf> shelf = test::mapped<Shelf>(documentWith(before, first, after), {.zone = &zone});
+                ASSERT_EQ(shelf->before()->size(), static_cast<std::size_t>(before));
+                ASSERT_EQ(shelf->after()->size(), static_cast<std::size_t>(after));
+                EXPECT_TRUE(before != 2 || titles(shelf->before()) == "before0 before1 ");
+                EXPECT_TRUE(after != 3 || titles(shelf->after()) == "after0 after1 after2 ");
+                EXPECT_EQ(shelf->first() == nullptr ? "" : *shelf->first()->title(), first ? "first" : "");
+                // A part of the shelf keeps all of it: a block for each root, and its own.
+                const Ref<List<QELAsset>> kept(shelf->before());
+                shelf = {};
                 EXPECT_GE(zone.pieces(), 1u + static_cast<unsigned>(before + after + first));
-                ASSERT_EQ(shelf.before()->size(), static_cast<std::size_t>(before));
-                ASSERT_EQ(shelf.after()->size(), static_cast<std::size_t>(after));
-                EXPECT_TRUE(before != 2 || titles(shelf.before()) == "before0 before1 ");
-                EXPECT_TRUE(after != 3 || titles(shelf.after()) == "after0 after1 after2 ");
-                EXPECT_EQ(shelf.first() == nullptr ? "" : *shelf.first()->title(), first ? "first" : "");
             }
             ASSERT_EQ(zone.pieces(), 0u) << before << ' ' << after;
         }

@@ -340,6 +340,17 @@ TEST(RepresentationBuilder, RefusesEventsOutOfOrder) {
         EXPECT_THROW(built(events), std::logic_error) << &events - mistakes;
 }
 
+TEST(Representation, KnowsHowLargeItIs) {
+    const Representation value = built([](Builder& b) {
+        b.beginArray(), b.string("four"), b.beginDictionary(), b.key("a key"), b.string("12345");
+        b.key("b"), b.number(6), b.endDictionary(), b.endArray();
+    });
+    EXPECT_EQ(value.view().nodeCount(), 7u);
+    EXPECT_EQ(value.view().textBytes(), 9u);
+    EXPECT_EQ(Representation("abc").view().nodeCount(), 1u);
+    EXPECT_EQ(Representation("abc").view().textBytes(), 3u);
+}
+
 TEST(Representation, IsMadeOfAnyRange) {
     const Representation elements[] = {1, "two", nullptr};
     const Representation expected = array({1, "two", nullptr});
