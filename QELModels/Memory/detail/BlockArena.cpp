@@ -1,6 +1,7 @@
 #include "QELModels/Memory/detail/BlockArena.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdlib>
 #include <new>
 
@@ -39,6 +40,7 @@ void BlockArena::grow(std::size_t bytes) {
 }
 
 void* BlockArena::extend(std::size_t bytes) {
+    assert(block_->chunks_ == nullptr && block_->kept_ == nullptr);
     const std::size_t used = static_cast<std::size_t>(next_ - reinterpret_cast<char*>(block_));
     const std::size_t start = aligned(used);
     if (bytes > SIZE_MAX / 2 - start) throw std::bad_alloc();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <bit>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -31,9 +33,10 @@ public:
         return block_->size() - static_cast<std::size_t>(end_ - next_) - kSlack;
     }
 
-    /// Memory for `bytes` bytes, as long-lived as the block; `alignment` is a power of two, at most that of
-    /// `std::max_align_t`. Throws `std::bad_alloc`.
+    /// Memory for `bytes` bytes, as long-lived as the block. Throws `std::bad_alloc`. Requires: `alignment`
+    /// is a power of two, at most that of `std::max_align_t`.
     void* allocate(std::size_t bytes, std::size_t alignment) {
+        assert(std::has_single_bit(alignment) && alignment <= alignof(std::max_align_t));
         const std::size_t padding = (0 - reinterpret_cast<std::uintptr_t>(next_)) & (alignment - 1);
         if (bytes + padding > static_cast<std::size_t>(end_ - next_) || bytes > bytes + padding)
             grow(bytes);
