@@ -143,7 +143,7 @@ public:
     std::size_t refusedURLs = 0;
 
     void record(const FEMRules& rules, RepresentationView value, const std::string& pointer) {
-        // Of what is no dictionary that alone is told.
+        // Of what is not a dictionary, that alone is told.
         if (!value.isDictionary()) return tell(pointer, nullptr, value, false);
         for (const FEMRule& rule : rules.attributes) {
             if (isFault) return;
@@ -491,7 +491,7 @@ void check(std::string_view bytes, std::string_view keyPath) {
     logLines = 0;
     Mapped first = mapped<Mapper>(*document, {.observer = &witness});
     require(logLines == expected.refusedURLs,
-            "a line is logged for each text that is no URL, and for nothing else");
+            "a line is logged for each text that is not a URL, and for nothing else");
     require(witness.told == expected.told, "the observer is told of each rule as the rules say");
     require(first.fault.has_value() == expected.isFault, "nothing but a colour is a fault");
     Mapped second = mapped<Mapper>(*document, {.zone = &checked.zone});

@@ -148,7 +148,7 @@ def self_test():
         ("what commands share includes a command",
          {"tool/B.cpp": '#include "tool/commands/A.h"\n', "tool/commands/A.h": ""},
          "tool/B.cpp:1: tool must not include from tool/commands"),
-        ("the library stands without JSON",
+        ("the library does without JSON",
          {"QELModels/Models/A.cpp": '#include "JSON/R.h"\n', "JSON/R.h": ""},
          "QELModels/Models/A.cpp:1: QELModels/Models must not include from JSON"),
         ("relative to the file", {"JSON/A.cpp": '#include "A.h"\n', "JSON/A.h": ""},
@@ -159,7 +159,7 @@ def self_test():
          {"JSON/A.h": '#include "JSON/B.h"\n', "JSON/B.h": '#include "JSON/C.h"\n',
           "JSON/C.h": '#include "JSON/A.h"\n'},
          "include cycle: JSON/A.h -> JSON/B.h -> JSON/C.h -> JSON/A.h"),
-        ("a diamond is no circle",
+        ("a diamond is not a circle",
          {"JSON/A.h": '#include "JSON/B.h"\n#include "JSON/C.h"\n', "JSON/B.h": '#include "JSON/D.h"\n',
           "JSON/C.h": '#include "JSON/D.h"\n', "JSON/D.h": ""}, None),
     ]

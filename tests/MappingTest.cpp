@@ -1,5 +1,5 @@
 // The engine fills records exactly by their rules: in order, attributes before relationships, each value
-// taken, refused or found missing, and an observer is told so. What must never stand in a document is a fault
+// taken, refused or found missing, and an observer is told so. What must never be in a document is a fault
 // that names its place.
 
 #include <gtest/gtest.h>

@@ -27,7 +27,7 @@ concept QELMapperProtocol = requires(const M& mapper, const Representation& repr
 
 /// A mapper of pages whose result is what `mappedPage` makes of the list at `listKeyPath()`, with `Model` as
 /// elements: so a page can be mapped while it is read. `Self` is the mapper's own class. A class that derives
-/// from it may do something else, and is no such mapper unless it says so.
+/// from it may do something else, and is not such a mapper unless it says so.
 template <class M>
 concept QELPageMapperProtocol = QELMapperProtocol<M> && requires(const M& mapper) {
     typename M::Model;

@@ -47,12 +47,12 @@ struct FEMMapRule {
     Word word = nullptr;  ///< of a table: the word of an entry by its position
     FEMAccepts accepts = FEMAccepts::anything;
     std::optional<PropertyKind> makes = {};  ///< what its results are, where that is known
-    const void* enumeration = nullptr;       ///< of a table: stands for the type of its numbers
+    const void* enumeration = nullptr;       ///< of a table: identifies the type of its numbers
 };
 
 namespace detail {
 
-/// An address that stands for a type.
+/// Its address identifies a type.
 template <class T>
 inline constexpr char kTypeMark = 0;
 

@@ -17,8 +17,10 @@ enum class FEMOutcome : std::uint8_t {
     missing,    ///< the document has nothing there
     null,       ///< the document has null there
     refused,    ///< the rule could not convert the value, or does not know the word
-    wrongKind,  ///< the value does not fit the property, or an element, a root or a page's list is none
-    fault       ///< the value must never stand there: the mapping ends with a `MappingFault`
+    wrongKind,  ///< the value does not fit the property, or is not the container that a list, root or element
+                ///< is
+    fault       ///< the value must never be there: the mapping ends with a `MappingFault`, or goes on
+                ///< (`FEMOptions`)
 };
 
 /// What the engine tells an observer: the outcome of one rule, in the order in which rules are applied. What
@@ -27,7 +29,7 @@ struct FEMEvent {
     const FEMPath& path;
     const Property* property;  ///< what the rule fills; null for an element of a list and for a root
     FEMOutcome outcome;
-    std::optional<RepresentationView> value;  ///< what stands in the document; nothing when it is missing
+    std::optional<RepresentationView> value;  ///< what the document has there; nothing when it is missing
 };
 
 /// Is told why each property is filled or empty. A mapping without an observer pays nothing for it.

@@ -7,7 +7,7 @@ inline namespace QELMODELS_ABI {
 
 namespace {
 
-// Keys as a pointer's tokens, in which "~" and "/" are escaped. The separator stands between the keys.
+// Keys as a pointer's tokens, in which "~" and "/" are escaped. The separator is between the keys.
 void appendTokens(std::string& pointer, std::string_view keys, std::optional<char> separator) {
     pointer += '/';
     for (const char c : keys) {

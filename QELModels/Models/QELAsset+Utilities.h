@@ -27,7 +27,7 @@ inline constexpr std::string_view kQELSiteBaseURL = "https://tv.example";
 QELMODELS_EXPORT std::string shareURLString(const QELAsset& asset);
 /// The link to the asset's comments: the base URL, "/?id=" and the identifier, "(null)" without one.
 QELMODELS_EXPORT std::string commentsShareURLString(const QELAsset& asset);
-/// The share link with a place to begin at, in seconds, such as ".../1234/02m03s"; null if that is no URL.
+/// The share link with a place to begin at, in seconds, such as ".../1234/02m03s"; null if that is not a URL.
 QELMODELS_EXPORT std::optional<URL> shareURLFromPlayhead(const QELAsset& asset, double playhead);
 
 /// The length in seconds, fractions kept; 0 without one.

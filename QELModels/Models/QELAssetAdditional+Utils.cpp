@@ -14,7 +14,7 @@ using detail::BlockWriter;
 
 namespace {
 
-// A missing timeline stands before all others, and so does one that has no order.
+// A missing timeline comes before all others, and so does one that has no order.
 bool comesBefore(const Object* a, const Object* b) noexcept {
     const auto key = [](const Object* cuePoint) {
         const Number lowest = -std::numeric_limits<double>::infinity();

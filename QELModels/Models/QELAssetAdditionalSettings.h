@@ -37,7 +37,7 @@ public:
     Field<Text> lastEditedBy;
     Field<Number> source;  ///< as the content API gives it
     Field<Text> notes;
-    Field<bool> showInNewest;          ///< may stand in lists of newest assets
+    Field<bool> showInNewest;          ///< may be in lists of newest assets
     Field<bool> loopGeneratorEnabled;  ///< as the content API gives it
     Field<Text> escenicId;             ///< in the publishing system
     Field<Number> playhead;            ///< as the content API gives it

@@ -12,7 +12,7 @@ inline namespace QELMODELS_ABI {
 /// @{
 
 /// The key under which the category's curated list is filed, such as "category-42"; "category-(null)" without
-/// an identifier. A number that is no integer keeps its fraction.
+/// an identifier. A number that is not an integer keeps its fraction.
 QELMODELS_EXPORT std::string editorialKey(const QELCategory& category);
 /// The same for the category's parent.
 QELMODELS_EXPORT std::string parentCategoryEditorialKey(const QELCategory& category);

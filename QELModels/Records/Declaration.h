@@ -19,7 +19,7 @@
 
 /// @file
 /// The words in which a record's source says what the record is made of. They are spoken at compile time and
-/// leave constant data behind. A mistake does not build, and the compiler says a sentence that begins with
+/// become constant data. A mistake does not build, and the compiler says a sentence that begins with
 /// "record:", with the member or the class that it is about.
 ///
 ///     static constexpr auto declared = declare<QELAsset>(

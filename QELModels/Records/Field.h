@@ -25,7 +25,7 @@ struct FieldAccess;
 /// | `Field<Array>`    | `std::optional<RepresentationView>` | nothing; a raw sub-tree as it came      |
 /// | `Field<Dictionary>` | the same                          | nothing                                 |
 /// | `Field<T>`        | `const T*`, a nested record         | null                                    |
-/// | `Field<List<T>>`  | `const List<T>*`                    | null, which is no list without elements |
+/// | `Field<List<T>>`  | `const List<T>*`                    | null, not the same as an empty list    |
 /// | `Field<bool>`     | `bool`                              | false                                   |
 /// | `Field<E>`, `Field<std::int64_t>` | an enumeration, an integer | zero                             |
 template <class T>

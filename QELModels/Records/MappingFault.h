@@ -12,7 +12,7 @@ namespace QELModels {
 inline namespace QELMODELS_ABI {
 
 /// A fault of a mapping: a rule or a copy that sets a property which cannot be set, or a value that a
-/// transformer must never be given (a colour that is no string). A mapper that throws it has made nothing.
+/// transformer must never be given (a colour that is not a string). A mapper that throws it has made nothing.
 class QELMODELS_EXPORT MappingFault : public std::logic_error {
 public:
     /// `what` names the class and the key or value that is at fault.
@@ -21,7 +21,7 @@ public:
     MappingFault& operator=(const MappingFault&) noexcept = default;
     ~MappingFault() override;
 
-    /// Where in the document the value stands that is at fault: a JSON Pointer (RFC 6901). Empty for a fault
+    /// Where in the document the value is that is at fault: a JSON Pointer (RFC 6901). Empty for a fault
     /// that no document caused, and for the document's root.
     std::string_view pointer() const noexcept QELMODELS_LENT {
         return pointer_ ? std::string_view(*pointer_) : std::string_view();

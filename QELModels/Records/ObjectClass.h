@@ -95,7 +95,7 @@ protected:
 private:
     friend struct detail::ObjectAccess;
 
-    // The superclass whose properties are inherited: those of the root of all classes are no record's.
+    // The superclass whose properties are inherited: no record has those of the root of all classes.
     const ObjectClass* modelSuperclass() const noexcept {
         const ObjectClass* super = superclass();
         return super != nullptr && super->superclass() != nullptr ? super : nullptr;

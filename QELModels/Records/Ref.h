@@ -50,8 +50,8 @@ public:
     const T* operator->() const noexcept QELMODELS_LENT { return object_; }
     explicit operator bool() const noexcept { return object_ != nullptr; }
 
-    /// The same record as one of a class that its own is, or derives from; null when it is of another one, and
-    /// when there is none.
+    /// The same record as one of a class that its own is, or derives from; null when it is of another one,
+    /// and when there is none.
     template <class U>
     Ref<U> as() const noexcept {
         return Ref<U>(object_ == nullptr ? nullptr : object_->template as<U>());

@@ -106,7 +106,7 @@ private:
         const char* data;
         std::size_t size;
     };
-    // Plain data; only the block behind it is counted.
+    // Plain data; only its block is counted.
     struct Content {
         Kind kind = Kind::null;
         const Block* block = nullptr;  // where what the value points to lies: the value holds a use of it

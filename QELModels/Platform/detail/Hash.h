@@ -7,7 +7,7 @@
 #include "QELModels/Platform/Export.h"
 
 /// @file
-/// The hash functions behind every `hash()` of the library. They are fixed and have no seed: equal
+/// The hash functions of every `hash()` of the library. They are fixed and have no seed: equal
 /// values have equal hashes in every process and on every machine. They spread ordinary data well, and
 /// nothing more is promised: a hash table with keys from an adversary needs a hash with a seed.
 
