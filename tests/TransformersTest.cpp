@@ -33,7 +33,7 @@ thread_local std::size_t allocations = 0;
 }  // namespace
 
 // Sanitizers have functions of their own here. Inlined, the pairs would look unequal to the compiler.
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#ifndef QELMODELS_SANITIZED
 [[gnu::noinline]] void* operator new(std::size_t bytes) {
     ++allocations;
     if (void* const memory = std::malloc(bytes)) return memory;
