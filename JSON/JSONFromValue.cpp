@@ -47,7 +47,7 @@ void writeJSON(JSONWriter& writer, const Value& value) {
     }
 }
 
-// Records nest as deep as their classes do, whatever the document, so recursion is bounded by the code.
+// Records nest as deep as the engine lets them, so recursion is bounded.
 void writeJSON(JSONWriter& writer, const Object& record) {
     writer.beginDictionary();
     record.isa().forEachKeyedProperty([&](const Property& property) {

@@ -9,9 +9,9 @@
 #include <string_view>
 
 #include "Options.h"
-#include "Parts.h"
 #include "Plot.h"
 #include "Report.h"
+#include "Topics.h"
 
 // The command line; it runs the parts one after the other.
 namespace QELModels::bench {
@@ -19,7 +19,7 @@ namespace QELModels::bench {
 namespace {
 
 // The processes that threads are compared with are started by forking, while there is one thread only.
-constexpr std::array kParts{&kDocuments, &kQuestions, &kTexts, &kThreads};
+constexpr std::array kTopics{&kDocuments, &kQuestions, &kTexts, &kThreads};
 
 void draw(const Report& report, const std::string& file) {
     const std::string plot = plotOf(report.figures(), machineAndCompiler());
@@ -30,14 +30,14 @@ void draw(const Report& report, const std::string& file) {
 }
 
 int run(const Options& options) {
-    const auto isAsked = [&options](const Part& part) {
-        return options.only.empty() || options.only == part.name;
+    const auto isAsked = [&options](const Topic& topic) {
+        return options.only.empty() || options.only == topic.name;
     };
     bool isChecked = false;
-    for (const Part* part : kParts) {
-        if (!isAsked(*part) || part->check == nullptr) continue;
+    for (const Topic* topic : kTopics) {
+        if (!isAsked(*topic) || topic->check == nullptr) continue;
         isChecked = true;
-        if (part->check()) continue;
+        if (topic->check()) continue;
         std::fputs("The library and the code written by hand differ, so there is nothing to compare.\n",
                    stderr);
         return 1;
@@ -53,8 +53,8 @@ int run(const Options& options) {
     Report report(options.csv);
     report.say(machineAndCompiler() + "; " + std::to_string(options.rounds) +
                " rounds, all in turn, medians; freeing the result is included\n");
-    for (const Part* part : kParts) {
-        if (isAsked(*part)) part->measure(options, report);
+    for (const Topic* topic : kTopics) {
+        if (isAsked(*topic)) topic->measure(options, report);
     }
     if (!options.plotFile.empty()) draw(report, options.plotFile);
     return 0;
@@ -66,8 +66,9 @@ int run(const Options& options) {
 
 int main(int argc, char** argv) try {
     using namespace QELModels::bench;
-    std::array<std::string_view, kParts.size()> names;
-    std::transform(kParts.begin(), kParts.end(), names.begin(), [](const Part* part) { return part->name; });
+    std::array<std::string_view, kTopics.size()> names;
+    std::transform(
+        kTopics.begin(), kTopics.end(), names.begin(), [](const Topic* topic) { return topic->name; });
     const auto options = parseOptions({argv + 1, static_cast<std::size_t>(argc - 1)}, names);
     if (!options || options->help) {
         std::fwrite(kUsage.data(), 1, kUsage.size(), options ? stdout : stderr);

@@ -7,12 +7,12 @@
 #include <vector>
 
 #include "DocumentGenerator.h"
-#include "Parts.h"
 #include "QELModels/Models/QELAsset.h"
 #include "QELModels/Records/ObjectClass.h"
 #include "RawText.h"
 #include "Records.h"
 #include "Rivals.h"
+#include "Topics.h"
 
 // From the bytes of a document to filled assets: the library and the same work written by hand.
 namespace QELModels::bench {
@@ -211,6 +211,6 @@ void measure(const Options& options, Report& report) {
 
 }  // namespace
 
-constinit const Part kDocuments{"documents", check, measure};
+constinit const Topic kDocuments{"documents", check, measure};
 
 }  // namespace QELModels::bench

@@ -14,9 +14,9 @@
 #include "ByHand.h"
 #include "DocumentGenerator.h"
 #include "JSON/JSONReader.h"
-#include "Parts.h"
 #include "QELModels/QELModels.h"
 #include "RivalOnDemand.h"
+#include "Topics.h"
 
 // What an application asks of a filled asset again and again, with the library and with plain structures.
 // Each question is asked of all assets of a page, as a listing screen does.
@@ -265,6 +265,6 @@ void measure(const Options& options, Report& report) {
 
 }  // namespace
 
-constinit const Part kQuestions{"questions", check, measure};
+constinit const Topic kQuestions{"questions", check, measure};
 
 }  // namespace QELModels::bench

@@ -5,9 +5,9 @@
 #include <string_view>
 #include <vector>
 
-#include "Parts.h"
 #include "QELModels/Categories/NSString+HTMLRemoval.h"
 #include "QELModels/Values/URL.h"
+#include "Topics.h"
 
 // Cleaning of HTML and parsing of URLs. The code written by hand uses the library's functions for both, so
 // they are compared with a walk over the bytes, which no such function can beat. Each input comes in three
@@ -169,6 +169,6 @@ void measure(const Options& options, Report& report) {
 
 }  // namespace
 
-constinit const Part kTexts{"texts", nullptr, measure};
+constinit const Topic kTexts{"texts", nullptr, measure};
 
 }  // namespace QELModels::bench

@@ -16,8 +16,8 @@
 
 #include "DocumentGenerator.h"
 #include "JSON/JSONReader.h"
-#include "Parts.h"
 #include "QELModels/Mappers/QELAssetsMapper.h"
+#include "Topics.h"
 
 // Two threads that map different pages at once, compared with two processes that do the same and share
 // nothing: if the threads take longer, that time is spent on memory to which both of them write.
@@ -209,6 +209,6 @@ void measure(const Options& options, Report& report) {
 
 }  // namespace
 
-constinit const Part kThreads{"threads", nullptr, measure};
+constinit const Topic kThreads{"threads", nullptr, measure};
 
 }  // namespace QELModels::bench

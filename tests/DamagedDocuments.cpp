@@ -4,6 +4,8 @@
 #include <iterator>
 #include <utility>
 
+#include "QELModels/Platform/KeyPath.h"
+
 namespace QELModels::test {
 
 namespace {
@@ -96,14 +98,13 @@ void WholeDocument::add(Place place, std::string_view key, const Write& write) {
 
 void WholeDocument::addAtKeyPath(Place place, std::string path, std::string_view keyPath,
                                  const Write& write) {
-    const std::size_t dot = keyPath.find('.');
-    const std::string_view key = keyPath.substr(0, dot);
-    if (dot == keyPath.npos) return add(std::move(place), key, write);
-    path = pathOf(std::move(path), key);
+    const KeyPath keys(keyPath);
+    if (keys.isLast()) return add(std::move(place), keys.first, write);
+    path = pathOf(std::move(path), keys.first);
     Place middle{Place::What::middleOfKeyPath, path, {}};
     middle.linesIfMissing = {{place.path, place.property, "missing"}};
-    add(std::move(middle), key, [&] {
-        writeDictionary(path, [&] { addAtKeyPath(std::move(place), path, keyPath.substr(dot + 1), write); });
+    add(std::move(middle), keys.first, [&] {
+        writeDictionary(path, [&] { addAtKeyPath(std::move(place), path, keys.rest, write); });
     });
 }
 

@@ -203,6 +203,11 @@ TEST(DerivedRecords, AreMadeByAMappingOfTheirClassAlone) {
     } catch (const MappingFault& fault) {
         EXPECT_EQ(std::string_view(fault.what()), "QELAsset: the mapping does not make a Lecture");
     }
+    // A mapping whose class the compiler knows may have been assigned another one.
+    auto changed = Lecture::defaultMapping();
+    static_cast<FEMMapping&>(changed) = QELAsset::defaultMapping();
+    EXPECT_THROW(FEMDeserializer::objectFromRepresentation(json(kKeynote), changed), MappingFault);
+    EXPECT_THROW(FEMDeserializer::collectionFromRepresentation(json("[{}]"), changed), MappingFault);
     const FEMMapping keynotes = Keynote::defaultMapping();
     EXPECT_EQ(FEMDeserializer::objectFromRepresentation<QELAsset>(json(kKeynote), keynotes)->title(),
               "A & B");

@@ -16,6 +16,7 @@
 #include "QELModels/Mapping/FEMDeserializer.h"
 #include "QELModels/Mapping/FEMMapping.h"
 #include "QELModels/Mapping/FEMRuleWords.h"
+#include "QELModels/Mapping/FEMUnreadKeys.h"
 #include "QELModels/Models/QELEditorial.h"
 #include "QELModels/Models/QELSeason.h"
 #include "QELModels/Records/Declaration.h"
@@ -31,6 +32,17 @@ using Lines = std::vector<std::string>;
 Ref<Object> filled(const FEMMapping& mapping, std::string_view text, const FEMOptions& options = {}) {
     return FEMDeserializer::objectFromRepresentation(json(text), mapping, options);
 }
+
+class Notes final : public FEMObserver {
+public:
+    void ruleApplied(const FEMEvent& event) override {
+        constexpr std::string_view kOutcomes[] = {"set", "missing", "null", "refused", "wrongKind", "fault"};
+        lines.push_back(event.path.pointer() + ' ' + event.path.property() + ' ' +
+                        std::string(kOutcomes[static_cast<int>(event.outcome)]) + ' ' +
+                        (event.value ? jsonFromRepresentation(*event.value) : "-"));
+    }
+    Lines lines;
+};
 
 TEST(Engine, TakesWhatFitsAPropertyAndLeavesItEmptyOtherwise) {
     // One row for each kind of property; one column for each kind of value.
@@ -185,7 +197,8 @@ TEST(Engine, ResolvesKeyPathsOneDictionaryAtATime) {
 }
 
 TEST(Engine, FindsEveryKeyInDictionariesOfAnySize) {
-    // Small ones are walked, large ones searched, and a mapping with many keys needs more room than usual.
+    // Small ones are walked, large ones searched, and a mapping with many keys needs more room than
+    // usual.
     FEMMapping many = QELAsset::defaultMapping();
     for (int i = 0; i < 40; ++i)
         many.addAttribute(
@@ -268,7 +281,8 @@ TEST(Engine, AppliesRulesThatGetInEachOthersWayInOrder) {
     std::string padding;
     for (int i = 0; i < 200; ++i)
         padding += ", \"padding" + std::to_string(i) + "\": 0";
-    // As a root, within another record and in a list; walked and looked up; with an observer and without.
+    // As a root, within another record and in a list; walked and looked up; with an observer and
+    // without.
     const auto expect = [&](std::string_view members, const std::string& property, std::string_view shown) {
         Bystander bystander;
         for (const std::string& more : {std::string(), padding}) {
@@ -322,6 +336,50 @@ TEST(Engine, AppliesRulesThatGetInEachOthersWayInOrder) {
         expect('"' + key + R"(x": "x")", property, "null");
         expect('"' + key.substr(1) + R"(": "x")", property, "null");
     }
+}
+
+// A crate in a crate, in turn as a record and in a list.
+Representation nestedCrates(int depth) {
+    RepresentationBuilder builder;
+    for (int i = 0; i < depth; ++i) {
+        builder.beginDictionary();
+        builder.key(i % 2 == 0 ? "inner" : "row");
+        if (i % 2 != 0) builder.beginArray();
+    }
+    builder.null();
+    for (int i = depth; i-- > 0;) {
+        if (i % 2 != 0) builder.endArray();
+        builder.endDictionary();
+    }
+    return builder.finish();
+}
+
+TEST(Engine, NestsRecordsThatHoldThemselvesUpToALimit) {
+    const auto depthOf = [](const Crate* crate) {
+        int depth = 0;
+        for (; crate != nullptr; ++depth)
+            crate = depth % 2 == 0            ? crate->inner()
+                    : crate->row() == nullptr ? nullptr
+                                              : &crate->row()->front();
+        return depth;
+    };
+    EXPECT_EQ(depthOf(mappedObject<Crate>(nestedCrates(49)).get()), 49);
+    const Representation deep = nestedCrates(100'000);
+    const auto made = mappedObject<Crate>(deep);
+    EXPECT_EQ(depthOf(made.get()), 129);
+    EXPECT_EQ(made->description(), copy(*made)->description());
+    std::size_t unread = 0;
+    FEMUnreadKeys::inObject(
+        deep, {}, Crate::defaultRules, [&](const FEMPath&, RepresentationView) { ++unread; });
+    EXPECT_EQ(unread, 0U);
+
+    Notes notes;
+    mappedObject<Crate>(nestedCrates(200), {&notes, nullptr, {}});
+    EXPECT_EQ(std::count_if(notes.lines.begin(),
+                            notes.lines.end(),
+                            [](const std::string& line) { return line.find(" wrongKind {") != line.npos; }),
+              1)
+        << "the crate that is left out";
 }
 
 TEST(Engine, ReadsEmptyTextsThatLieNowhere) {
@@ -416,7 +474,8 @@ TEST(Mapping, RefusesWrongRulesWhenTheyAreAdded) {
         }
         EXPECT_TRUE(mapping.rules().attributes.empty() && mapping.rules().relationships.empty()) << expected;
     }
-    // A list of one mapping does not fit a single property, and of several rules all are added or none.
+    // A list of one mapping does not fit a single property, and of several rules all are added or
+    // none.
     FEMMapping mapping(QELAssetAdditional::objectClass);
     EXPECT_THROW(mapping.addRelationshipMapping(QELAssetChapter::defaultMapping(), "chapters", "k"),
                  MappingFault);
@@ -516,21 +575,23 @@ TEST(Mapping, IsAValueThatCopiesDoNotShare) {
 
 // The observer.
 
-class Notes final : public FEMObserver {
-public:
-    void ruleApplied(const FEMEvent& event) override {
-        constexpr std::string_view kOutcomes[] = {"set", "missing", "null", "refused", "wrongKind", "fault"};
-        lines.push_back(event.path.pointer() + ' ' + event.path.property() + ' ' +
-                        std::string(kOutcomes[static_cast<int>(event.outcome)]) + ' ' +
-                        (event.value ? jsonFromRepresentation(*event.value) : "-"));
-    }
-    Lines lines;
-};
-
 TEST(Observer, IsToldTheOutcomeOfEveryRuleInOrder) {
-    const auto subtitles = [](std::string_view text) {
+    // Rules of its own, so that a new property changes nothing here.
+    FEMMapping mapping(QELAssetAdditional::objectClass);
+    mapping.addAttributesFromArray({"sourceFiles", "barrels", "imageCaption", "url", "access", "metadata"});
+    mapping.addAttributesFromDictionary(
+        {{"externalCategoryIdentifier", "externalCategoryId"}, {"externalIdentifier", "externalId"}});
+    mapping.addRelationshipMapping(QELAssetAdditionalSettings::defaultMapping(), "settings", "settings");
+    mapping.addToManyRelationshipMapping(QELAssetChapter::defaultMapping(), "chapters", "chapters");
+    mapping.addToManyRelationshipMapping(QELAssetCuePoint::defaultMapping(), "cuePoints", "cuePoints");
+    mapping.addToManyRelationshipMapping(
+        QELAssetChapter::defaultMapping(), "featuredChapters", "featuredChapters");
+    mapping.addToManyRelationshipMapping(
+        QELAssetAdditionalSubtitle::defaultMapping(), "subtitles", "subtitles");
+    mapping.addRelationshipMapping(QELAssetLead::defaultMapping(), "nextAsset", "nextAsset");
+    const auto subtitles = [&mapping](std::string_view text) {
         Notes notes;
-        mapped<QELAssetAdditional>(text, {&notes, nullptr, {}});
+        filled(mapping, text, {&notes, nullptr, {}});
         return notes.lines;
     };
     LogLines log;

@@ -76,7 +76,7 @@ std::size_t lengthOf(std::string_view text) {
 }
 
 // A part of a line that fits a terminal, and whether more of the line was left out.
-struct Part {
+struct CutLine {
     std::string text;
     std::size_t width = 0;
     bool isCut = false;
@@ -84,11 +84,11 @@ struct Part {
 
 // As much of the end of a text as is shown before the place. Lines may be as long as the document: what
 // cannot be shown is not looked at.
-Part endOfLine(std::string_view text) {
+CutLine endOfLine(std::string_view text) {
     constexpr std::size_t kMostBytes = kColumnsBefore * Text::kMaxCharacterBytes;
-    Part part;
+    CutLine line;
     if (text.size() > kMostBytes) {
-        part.isCut = true;
+        line.isCut = true;
         text.remove_prefix(text.size() - kMostBytes);
         while (!text.empty() && Text::isContinuation(text.front()))
             text.remove_prefix(1);
@@ -96,31 +96,31 @@ Part endOfLine(std::string_view text) {
     std::deque<Character> characters;
     for (; !text.empty(); text.remove_prefix(characters.back().bytes)) {
         characters.push_back(firstCharacter(text));
-        part.width += characters.back().width;
+        line.width += characters.back().width;
     }
-    for (; part.width > kColumnsBefore; characters.pop_front()) {
-        part.isCut = true;
-        part.width -= characters.front().width;
+    for (; line.width > kColumnsBefore; characters.pop_front()) {
+        line.isCut = true;
+        line.width -= characters.front().width;
     }
     for (const Character& character : characters)
-        part.text += character.text;
-    return part;
+        line.text += character.text;
+    return line;
 }
 
 // As much of the start of a text as is shown from the place on.
-Part startOfLine(std::string_view text) {
+CutLine startOfLine(std::string_view text) {
     constexpr std::size_t kMostBytes = kColumnsFrom * Text::kMaxCharacterBytes;
-    Part part;
+    CutLine line;
     std::size_t size = 0;
     while (size < std::min(text.size(), kMostBytes)) {
         const Character character = firstCharacter(text.substr(size));
-        if (part.width + character.width > kColumnsFrom) break;
-        part.text += character.text;
-        part.width += character.width;
+        if (line.width + character.width > kColumnsFrom) break;
+        line.text += character.text;
+        line.width += character.width;
         size += character.bytes;
     }
-    part.isCut = size < text.size();
-    return part;
+    line.isCut = size < text.size();
+    return line;
 }
 
 // The line around a byte of a text: what comes before that byte, and the rest.
@@ -184,8 +184,8 @@ std::string styled(std::string_view text, Style style, bool isColored) {
 std::string excerpt(std::string_view text, std::size_t offset) {
     offset = std::min(offset, text.size());
     const auto [before, after] = lineAround(text, offset);
-    const Part left = endOfLine(before);
-    const Part right = startOfLine(after);
+    const CutLine left = endOfLine(before);
+    const CutLine right = startOfLine(after);
     const std::string start = (left.isCut ? std::string(kCut) : std::string()) + left.text;
     const std::string end = right.text + (right.isCut ? std::string(kCut) : std::string());
     const std::size_t column = left.width + (left.isCut ? kCut.size() : 0);

@@ -15,7 +15,7 @@ inline namespace QELMODELS_ABI {
 /// and an error. The library defines it and never makes one.
 class QELResponse {
 public:
-    /// Keeps the three as they are (`initWithNextPage:result:error:`); each may be null.
+    /// Keeps the three as they are; each may be null.
     QELResponse(std::optional<Number> nextPage, Value result, std::optional<Error> error)
         : nextPage_(nextPage), result_(std::move(result)), error_(std::move(error)) {}
 

@@ -15,13 +15,6 @@ struct FEMCollection::Elements {
     const FEMOptions options;
     detail::RootRoom room{};
     std::vector<Ref<Object>> list{};
-
-    template <bool kObserved>
-    void add(RepresentationView element) {
-        const FEMPath path(options.keyPath);
-        list.push_back(detail::Engine<kObserved>(options).rootOfList(
-            element, detail::BoundRules::of(mapping), FEMPath(path, list.size()), room));
-    }
 };
 
 FEMCollection::FEMCollection(FEMMapping mapping, const FEMOptions& options)
@@ -30,10 +23,12 @@ FEMCollection::FEMCollection(FEMMapping mapping, const FEMOptions& options)
 FEMCollection::~FEMCollection() = default;
 
 void FEMCollection::add(RepresentationView element) {
-    if (elements_->options.observer == nullptr)
-        elements_->add<false>(element);
-    else
-        elements_->add<true>(element);
+    Elements& all = *elements_;
+    const FEMPath path(all.options.keyPath);
+    all.list.push_back(detail::withEngine(all.options, [&](const auto& engine) {
+        const auto bound = detail::BoundRules::of(all.mapping);
+        return engine.rootOfList(element, bound, FEMPath(path, all.list.size()), 0, all.room);
+    }));
 }
 
 void FEMCollection::clear() noexcept {

@@ -10,24 +10,35 @@ inline namespace QELMODELS_ABI {
 
 Ref<Object> FEMDeserializer::objectFromRepresentation(std::optional<RepresentationView> representation,
                                                       const FEMMapping& mapping, const FEMOptions& options) {
-    const FEMPath path(options.keyPath);
-    const auto bound = detail::BoundRules::of(mapping);
-    return options.observer == nullptr ? detail::Engine<false>(options).object(representation, bound, path)
-                                       : detail::Engine<true>(options).object(representation, bound, path);
+    return detail::withEngine(options, [&](const auto& engine) {
+        return engine.object(representation, detail::BoundRules::of(mapping), FEMPath(options.keyPath));
+    });
 }
 
 Ref<ListBase> FEMDeserializer::collectionFromRepresentation(std::optional<RepresentationView> representation,
                                                             const FEMMapping& mapping,
                                                             const FEMOptions& options) {
-    const FEMPath path(options.keyPath);
-    const auto bound = detail::BoundRules::of(mapping);
-    return options.observer == nullptr
-               ? detail::Engine<false>(options).collection(representation, bound, path)
-               : detail::Engine<true>(options).collection(representation, bound, path);
+    return collection(representation, mapping, mapping.objectClass(), options);
 }
 
-void FEMDeserializer::checkClass(const FEMMapping& mapping, const ObjectClass& wanted) {
-    if (mapping.objectClass().isSameOrDerivedFrom(wanted)) return;
+Ref<ListBase> FEMDeserializer::collection(std::optional<RepresentationView> representation,
+                                          const FEMMapping& mapping, const ObjectClass& listed,
+                                          const FEMOptions& options) {
+    if (!mapping.objectClass().isSameOrDerivedFrom(listed)) throwOfAnotherClass(mapping, listed);
+    return detail::withEngine(options, [&](const auto& engine) {
+        return engine.collection(
+            representation, detail::BoundRules::of(mapping), listed, FEMPath(options.keyPath));
+    });
+}
+
+Ref<Object> FEMDeserializer::object(std::optional<RepresentationView> representation,
+                                    const FEMMapping& mapping, const ObjectClass& wanted,
+                                    const FEMOptions& options) {
+    if (!mapping.objectClass().isSameOrDerivedFrom(wanted)) throwOfAnotherClass(mapping, wanted);
+    return objectFromRepresentation(representation, mapping, options);
+}
+
+void FEMDeserializer::throwOfAnotherClass(const FEMMapping& mapping, const ObjectClass& wanted) {
     throw MappingFault(std::string(mapping.objectClass().name()) + ": the mapping does not make a " +
                        std::string(wanted.name()));
 }

@@ -25,9 +25,10 @@ struct FEMOptions {
     bool faultsLeaveEmpty = false;
 };
 
-/// Applies mappings to representations. Data never throws, save for values that a map rule calls a fault:
+/// Applies mappings to representations. Data never throws, except for values that a map rule calls a fault:
 /// `MappingFault`, with the JSON Pointer of the value; the whole result is lost then, and nothing is left
-/// half made. What map rules of an application throw passes through unchanged.
+/// half made. What map rules of an application throw passes through unchanged. Records that are nested in
+/// more than 128 others, as only a class that holds itself can be, are left out.
 class QELMODELS_EXPORT FEMDeserializer {
 public:
     /// A new record, filled, in a block of its own. What is not a dictionary (null, absent, a list) counts as
@@ -39,14 +40,13 @@ public:
     template <class T>
     static Ref<T> objectFromRepresentation(std::optional<RepresentationView> representation,
                                            const FEMMapping& mapping, const FEMOptions& options = {}) {
-        checkClass(mapping, T::objectClass);
-        return cast<T>(objectFromRepresentation(representation, mapping, options));
+        detail::checkOwnClass<T>();
+        return cast<T>(object(representation, mapping, T::objectClass, options));
     }
     template <class T>
     static Ref<T> objectFromRepresentation(std::optional<RepresentationView> representation,
                                            const FEMMappingOf<T>& mapping, const FEMOptions& options = {}) {
-        return cast<T>(
-            objectFromRepresentation(representation, static_cast<const FEMMapping&>(mapping), options));
+        return cast<T>(object(representation, mapping, T::objectClass, options));
     }
 
     /// A new record for each element of an array, in order, each in a block of its own. What is not an array
@@ -59,19 +59,25 @@ public:
     static Ref<List<T>> collectionFromRepresentation(std::optional<RepresentationView> representation,
                                                      const FEMMapping& mapping,
                                                      const FEMOptions& options = {}) {
-        checkClass(mapping, T::objectClass);
-        return cast<List<T>>(collectionFromRepresentation(representation, mapping, options));
+        detail::checkOwnClass<T>();
+        return cast<List<T>>(collection(representation, mapping, T::objectClass, options));
     }
     template <class T>
     static Ref<List<T>> collectionFromRepresentation(std::optional<RepresentationView> representation,
                                                      const FEMMappingOf<T>& mapping,
                                                      const FEMOptions& options = {}) {
-        return cast<List<T>>(
-            collectionFromRepresentation(representation, static_cast<const FEMMapping&>(mapping), options));
+        return cast<List<T>>(collection(representation, mapping, T::objectClass, options));
     }
 
 private:
-    static void checkClass(const FEMMapping& mapping, const ObjectClass& wanted);
+    // What a mapping makes must be of the class; a mapping whose class the compiler knows may have been
+    // assigned another one through its base.
+    static Ref<Object> object(std::optional<RepresentationView> representation, const FEMMapping& mapping,
+                              const ObjectClass& wanted, const FEMOptions& options);
+    static Ref<ListBase> collection(std::optional<RepresentationView> representation,
+                                    const FEMMapping& mapping, const ObjectClass& listed,
+                                    const FEMOptions& options);
+    [[noreturn]] static void throwOfAnotherClass(const FEMMapping& mapping, const ObjectClass& wanted);
     template <class T, class Made>
     static Ref<T> cast(Ref<Made> made) noexcept {
         return Ref<T>::adopt(static_cast<const T*>(made.release()));

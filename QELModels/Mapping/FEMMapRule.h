@@ -41,13 +41,14 @@ struct FEMMapRule {
                            PropertyWriter&);
     using Word = std::string_view (*)(const FEMMapRule&, std::size_t);
 
-    Apply apply = nullptr;       ///< null: the value is taken as it is
-    const void* data = nullptr;  ///< for `apply`, like `size`; of a table, its entries and their number
-    std::size_t size = 0;
-    Word word = nullptr;  ///< of a table: the word of an entry by its position
+    bool isGiven = false;        ///< without one, a value is taken as it is
+    Apply apply = nullptr;       ///< null where none is given
+    const void* data = nullptr;  ///< what `apply` works on: a transformer, a name, or a table's entries
+    std::size_t size = 0;        ///< the transformer's place, the name's length, or the number of entries
+    Word word = nullptr;         ///< of a table: the word of an entry by its position
     FEMAccepts accepts = FEMAccepts::anything;
-    std::optional<PropertyKind> makes = {};  ///< what its results are, where that is known
-    const void* enumeration = nullptr;       ///< of a table: identifies the type of its numbers
+    std::optional<PropertyKind> makes = {};       ///< what its results are, where that is known
+    std::optional<const void*> enumeration = {};  ///< of a table: identifies the type of its numbers
 };
 
 namespace detail {
@@ -70,20 +71,26 @@ concept FEMLookupEntry = requires(const T& entry) {
 template <FEMLookupEntry Entry, std::size_t N>
 constexpr FEMMapRule lookedUpIn(const std::array<Entry, N>& table) {
     return {
-        [](const FEMMapRule& rule, const detail::FEMCaptured*, RepresentationView value, PropertyWriter& to) {
-            const auto word = value.text();
-            if (!word) return;
-            for (const Entry& entry : std::span(static_cast<const Entry*>(rule.data), rule.size))
-                if (entry.name == *word) return to.put(Number(static_cast<std::int64_t>(entry.value)));
-        },
-        table.data(),
-        N,
-        [](const FEMMapRule& rule, std::size_t i) -> std::string_view {
+        .isGiven = true,
+        .apply =
+            [](const FEMMapRule& rule,
+               const detail::FEMCaptured*,
+               RepresentationView value,
+               PropertyWriter& to) {
+                const auto word = value.text();
+                if (!word) return;
+                for (const Entry& entry : std::span(static_cast<const Entry*>(rule.data), rule.size))
+                    if (entry.name == *word) return to.put(Number(static_cast<std::int64_t>(entry.value)));
+            },
+        .data = table.data(),
+        .size = N,
+        .word = [](const FEMMapRule& rule, std::size_t i) -> std::string_view {
             return static_cast<const Entry*>(rule.data)[i].name;
         },
-        FEMAccepts::word,
-        PropertyKind::integer,
-        &detail::kTypeMark<std::remove_cv_t<decltype(Entry::value)>>};
+        .accepts = FEMAccepts::word,
+        .makes = PropertyKind::integer,
+        .enumeration = &detail::kTypeMark<std::remove_cv_t<decltype(Entry::value)>>,
+    };
 }
 
 }  // namespace QELMODELS_ABI

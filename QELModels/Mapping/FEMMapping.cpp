@@ -42,16 +42,21 @@ struct FEMMapping::Added {
     void append(FEMRule rule, std::shared_ptr<const void> ownedByRule) {
         auto keyPath = std::make_shared<const std::string>(rule.keyPath);
         rule.keyPath = *keyPath;
-        owned.reserve(owned.size() + 2);
-        keys.reserve(keys.size() + 1);
+        makeRoom(owned, 2);
+        makeRoom(keys, 1);
         rules.keys = keys;
-        attributes.reserve(attributes.size() + 1);
+        makeRoom(attributes, 1);
         rules.attributes = attributes;
-        relationships.reserve(relationships.size() + 1);
+        makeRoom(relationships, 1);
         rules.relationships = relationships;
         owned.push_back(std::move(keyPath));
         owned.push_back(std::move(ownedByRule));
         append(rule);
+    }
+
+    template <class T>
+    static void makeRoom(std::vector<T>& list, std::size_t more) {
+        if (list.capacity() < list.size() + more) list.reserve(2 * list.size() + more);
     }
 
     // The rules that are given, those that they inherit before them.
@@ -66,6 +71,8 @@ struct FEMMapping::Added {
 
 FEMMapping::FEMMapping(const ObjectClass& objectClass) : objectClass_(&objectClass), rules_(&kNoRules) {}
 
+FEMMapping::FEMMapping(const FEMRules& rules) : objectClass_(rules.objectClass), rules_(&rules) {}
+
 FEMMapping::FEMMapping(const FEMMapping& other)
     : objectClass_(other.objectClass_), rules_(other.rules_), captured_(other.captured_) {
     // Rules that an application added belong to one mapping, so that copies can be used and changed on
@@ -79,6 +86,8 @@ FEMMapping::FEMMapping(FEMMapping&& other) noexcept
       captured_(std::move(other.captured_)),
       added_(std::move(other.added_)) {}
 
+FEMMapping::~FEMMapping() = default;
+
 FEMMapping& FEMMapping::operator=(FEMMapping other) noexcept {
     std::swap(objectClass_, other.objectClass_);
     std::swap(rules_, other.rules_);
@@ -89,7 +98,7 @@ FEMMapping& FEMMapping::operator=(FEMMapping other) noexcept {
 
 // Makes the rules of a mapping, and what they point to, the beginning of rules of this mapping's own.
 void FEMMapping::copyRules(const FEMMapping& from) {
-    auto own = std::make_shared<Added>();
+    auto own = std::make_unique<Added>();
     own->rules.objectClass = objectClass_;
     own->appendAll(from.rules());
     if (from.added_) own->owned = from.added_->owned;
@@ -151,6 +160,7 @@ void FEMMapping::addAttribute(const FEMAttribute& attribute) {
     std::shared_ptr<const FEMAttribute::Map> map;
     if (attribute.map()) {
         map = std::make_shared<const FEMAttribute::Map>(attribute.map());
+        rule.map.isGiven = true;
         rule.map.data = map.get();
         rule.map.apply = [](const FEMMapRule& mapRule,
                             const detail::FEMCaptured*,

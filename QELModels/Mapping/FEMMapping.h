@@ -25,14 +25,16 @@ inline namespace QELMODELS_ABI {
 /// call is added. A mapping that was moved from has no rules and can be used.
 class QELMODELS_EXPORT FEMMapping {
 public:
-    /// An empty mapping that makes records of a class (`initWithObjectClass`).
+    /// An empty mapping that makes records of a class.
     explicit FEMMapping(const ObjectClass& objectClass);
-    /// A mapping with constant rules. What their map rules hold on to is taken now.
-    explicit FEMMapping(const FEMRules& rules) : objectClass_(rules.objectClass), rules_(&rules) {}
+    /// A mapping with constant rules, which outlive it and its copies. Transformers that the rules capture
+    /// are looked up now.
+    explicit FEMMapping(const FEMRules& rules);
+    explicit FEMMapping(const FEMRules&&) = delete;
     FEMMapping(const FEMMapping& other);
     FEMMapping(FEMMapping&& other) noexcept;
     FEMMapping& operator=(FEMMapping other) noexcept;
-    ~FEMMapping() = default;
+    ~FEMMapping();
 
     /// The class of the records that the mapping makes.
     const ObjectClass& objectClass() const noexcept { return *objectClass_; }
@@ -72,7 +74,7 @@ private:
     const FEMRules* rules_;  // constant, or those in `added_`
     detail::FEMCaptured captured_;
     // Rules that an application added, with a copy of the constant ones before them.
-    std::shared_ptr<Added> added_;
+    std::unique_ptr<Added> added_;
 };
 
 /// A mapping that makes records of one C++ class, as the compiler knows.
@@ -80,6 +82,7 @@ template <class C>
 class FEMMappingOf : public FEMMapping {
 public:
     explicit FEMMappingOf(const FEMRulesOf<C>& rules) : FEMMapping(rules) {}
+    explicit FEMMappingOf(const FEMRulesOf<C>&&) = delete;
 };
 
 }  // namespace QELMODELS_ABI

@@ -45,8 +45,8 @@ struct RelationshipRule {
 
 }  // namespace detail
 
-/// A rule that fills a property from a key path, the property's name where none is given, through a map rule
-/// or as the value is.
+/// A rule that fills a property from a key path, the property's name where none or an empty one is given,
+/// through a map rule or as the value is.
 template <auto Member>
 consteval auto attribute(std::string_view keyPath = {}, FEMMapRule map = {}) {
     if constexpr (detail::checkAttribute<Member>()) detail::checkMapRule<Member>(map);

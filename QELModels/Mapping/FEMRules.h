@@ -69,10 +69,12 @@ struct ConstantRules;
 template <class C>
 struct FEMRulesOf : FEMRules {
     template <class Other, std::size_t Attributes, std::size_t Relationships>
-    constexpr FEMRulesOf(const detail::ConstantRules<Other, Attributes, Relationships>& rules)
-        : FEMRules(rules.rules()) {
+    constexpr FEMRulesOf(const detail::ConstantRules<Other, Attributes, Relationships>& constant)
+        : FEMRules(constant.rules()) {
         static_assert(std::same_as<Other, C>, "record: these are the rules of another class");
     }
+    template <class Other, std::size_t Attributes, std::size_t Relationships>
+    FEMRulesOf(const detail::ConstantRules<Other, Attributes, Relationships>&&) = delete;
 };
 
 }  // namespace QELMODELS_ABI

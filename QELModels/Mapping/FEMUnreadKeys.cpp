@@ -60,7 +60,8 @@ private:
     }
 
     void lookInto(RepresentationView dictionary, std::size_t first, const FEMPath& at) {
-        if (!dictionary.isDictionary()) return;
+        if (!dictionary.isDictionary() || depth_ == kMostLevels) return;
+        ++depth_;
         const std::size_t last = readers_.size();
         const Node* key = RepresentationAccess::node(dictionary) + 1;
         for (std::size_t left = dictionary.size(); left != 0; --left) {
@@ -77,6 +78,7 @@ private:
             readers_.resize(last);
             key = key->nextMember();
         }
+        --depth_;
     }
 
     // Puts on the stack who of the readers from `first` to `last`, which read a dictionary, go on to the
@@ -109,7 +111,11 @@ private:
         return true;
     }
 
+    // Rules lead as deep as a document goes only where a class holds itself.
+    static constexpr std::size_t kMostLevels = 1024;
+
     const FEMUnreadKeys::Visit& visit_;
+    std::size_t depth_ = 0;
     std::vector<Reader> readers_;
 };
 

@@ -70,6 +70,7 @@ public:
 /// What a model class derives from: `class C : public Record<C>`, or `class C : public Record<C, Base>` for a
 /// record that extends another one, `Base`, by fields and rules of its own. The class declares a `Field` for
 /// each property, `objectClass` and `defaultRules`. It has no constructor: records are made by mapping alone.
+/// The names of its properties are not among those of `Base`.
 ///
 /// Its source says in three lists what it is made of, where a document keeps it, and what makes two of its
 /// records equal (`Declaration.h`, `FEMRuleWords.h`).
@@ -80,7 +81,8 @@ public:
     using Self = C;
     using Super = Base;
 
-    /// For the engine, which alone makes records.
+    /// For the engine, which alone makes records. Not explicit: records are aggregates, made of a base and
+    /// probes.
     constexpr Record(const Construction& construction) noexcept
         : Record(construction, std::make_index_sequence<detail::fieldCount<Base>()>{}) {}
 

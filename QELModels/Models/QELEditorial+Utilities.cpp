@@ -3,6 +3,8 @@
 #include <limits>
 #include <string_view>
 
+#include "QELModels/Platform/detail/ASCII.h"
+
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
@@ -15,13 +17,13 @@ class IntegerScanner {
 public:
     // False once nothing that follows can change the value.
     bool take(char c) noexcept {
-        if (c >= '0' && c <= '9') {
+        if (detail::isDigit(c)) {
             state_ = State::digits;
             add(c - '0');
             return true;
         }
         if (state_ != State::blanks) return false;
-        if (c == ' ' || (c >= '\t' && c <= '\r')) return true;
+        if (detail::isWhiteSpace(c)) return true;
         negative_ = c == '-';
         state_ = State::sign;
         return c == '-' || c == '+';

@@ -18,9 +18,9 @@
 #include "QELModels/Records/detail/ObjectAccess.h"
 
 /// @file
-/// The words in which a record's source says what the record is made of. They are spoken at compile time and
-/// become constant data. A mistake does not build, and the compiler says a sentence that begins with
-/// "record:", with the member or the class that it is about.
+/// The words in which a record's source says what the record is made of. They are evaluated at compile time
+/// and become constant data. A mistake does not build: the error begins with "record:" or is the name of a
+/// function that says what is wrong, and the lines around it name the member or the class.
 ///
 ///     static constexpr auto declared = declare<QELAsset>(
 ///         property<&QELAsset::assetIdentifier>(kQELAssetIdentifier),   // in the order of declaration
@@ -42,7 +42,7 @@ Value computed(const Object& object) {
 
 /// All declared properties of one class.
 template <class C, auto... Members>
-struct Declared {
+struct DeclaredProperties {
     using Class = C;
     std::array<Property, sizeof...(Members)> properties;
     std::array<std::string_view, sizeof...(Members)> keys;
@@ -100,7 +100,7 @@ template <class C, auto... Members>
 consteval auto declare(detail::PropertyOf<Members>... properties) {
     detail::checkRecord<C>();
     (detail::checkMemberOf<C, Members>(), ...);
-    detail::Declared<C, Members...> declared{{properties...}, {}, 0};
+    detail::DeclaredProperties<C, Members...> declared{{properties...}, {}, 0};
     declared.checkThatNoFieldIsLeftOut();
     for (std::size_t i = 0; i < declared.properties.size(); ++i) {
         const std::string_view name = declared.properties[i].name;

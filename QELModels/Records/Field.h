@@ -38,7 +38,7 @@ public:
     static constexpr PropertyKind kKind = Slot::kKind;
 
     constexpr Field() noexcept = default;
-    /// For those who make records.
+    /// For those who make records. Not explicit: records are aggregates, made of a base and probes.
     constexpr Field(const detail::FieldProbe& probe) noexcept {
         if (probe.slot != nullptr) *probe.slot = &slot_;
     }

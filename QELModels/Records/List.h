@@ -77,7 +77,8 @@ public:
 
     Iterator begin() const noexcept QELMODELS_LENT { return Iterator(objects().data()); }
     Iterator end() const noexcept QELMODELS_LENT { return begin() + static_cast<std::ptrdiff_t>(size()); }
-    /// The element at a position below `size()`.
+    /// The element at a position. Requires: `position` is below `size()`; for the others, the list is not
+    /// empty.
     const T& operator[](std::size_t position) const noexcept QELMODELS_LENT {
         return static_cast<const T&>(*objects()[position]);
     }

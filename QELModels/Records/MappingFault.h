@@ -12,7 +12,8 @@ namespace QELModels {
 inline namespace QELMODELS_ABI {
 
 /// A fault of a mapping: a rule or a copy that sets a property which cannot be set, or a value that a
-/// transformer must never be given (a colour that is not a string). A mapper that throws it has made nothing.
+/// transformer must never be given (a colour that is neither null nor a string). A mapper that throws it has
+/// made nothing.
 class QELMODELS_EXPORT MappingFault : public std::logic_error {
 public:
     /// `what` names the class and the key or value that is at fault.

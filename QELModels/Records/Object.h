@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 
@@ -10,10 +11,20 @@ namespace QELModels {
 inline namespace QELMODELS_ABI {
 
 class ObjectClass;
+template <class C>
+class ObjectClassOf;
 
 namespace detail {
 struct ObjectAccess;
+
+/// Does not build for a class that has no description of its own: its records could not be told from those
+/// of the class that it derives from.
+template <class C>
+consteval void checkOwnClass() {
+    static_assert(std::same_as<decltype(C::objectClass), const ObjectClassOf<C>>,
+                  "record: a class C declares 'static const ObjectClassOf<C> objectClass' of its own");
 }
+}  // namespace detail
 
 /// What lives in a block and is counted through it: a record or a list.
 class Counted {
@@ -54,6 +65,7 @@ public:
     /// The object as a record of a class that its own is, or derives from; null when it is of another one.
     template <class T>
     const T* as() const noexcept QELMODELS_LENT {
+        detail::checkOwnClass<T>();
         return isKindOf(T::objectClass) ? static_cast<const T*>(this) : nullptr;
     }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstdint>
 #include <string_view>
 
@@ -8,6 +9,7 @@
 #include "QELModels/Records/Property.h"
 #include "QELModels/Records/Value.h"
 #include "QELModels/Records/detail/PropertySlot.h"
+#include "QELModels/Representation/Representation.h"
 #include "QELModels/Values/Date.h"
 #include "QELModels/Values/Number.h"
 
@@ -30,7 +32,9 @@ public:
 
     /// For the engine. Requires: the property is stored, and of the object's class.
     PropertyWriter(const Property& property, Object& object, detail::BlockWriter& writer) noexcept
-        : property_(property), object_(object), writer_(writer) {}
+        : property_(property), object_(object), writer_(writer) {
+        assert(!property.isComputed());
+    }
     PropertyWriter(const PropertyWriter&) = delete;
     PropertyWriter& operator=(const PropertyWriter&) = delete;
 
@@ -38,6 +42,10 @@ public:
     /// `std::length_error` for one of 4 GB or more.
     void put(const Value& value);
     void put(Number number);
+    template <detail::NumberLike T>
+    void put(T number) {
+        put(Number(number));
+    }
     void put(Date date) {
         if (accepts(PropertyKind::date)) detail::slotOf<detail::DateSlot>(property_, object_).set(date);
     }

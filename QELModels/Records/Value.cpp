@@ -1,6 +1,7 @@
 #include "QELModels/Records/Value.h"
 
 #include "QELModels/Memory/detail/BlockWriter.h"
+#include "QELModels/Records/detail/Slots.h"
 #include "QELModels/Representation/detail/RepresentationAccess.h"
 
 namespace QELModels {
@@ -95,9 +96,10 @@ bool operator==(const Value& a, const Value& b) {
             return std::string_view(a.content_.text.data, a.content_.text.size) ==
                    std::string_view(b.content_.text.data, b.content_.text.size);
         case Value::Kind::date:
-            return a.content_.date == b.content_.date;
+            return detail::NumberBits::areSame(secondsSince1970(a.content_.date),
+                                               secondsSince1970(b.content_.date));
         case Value::Kind::color:
-            return a.content_.color == b.content_.color;
+            return detail::areSame(a.content_.color, b.content_.color);
         case Value::Kind::representation:
             return *a.representation() == *b.representation();
         case Value::Kind::record:

@@ -3,6 +3,7 @@
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string_view>
 #include <type_traits>
@@ -36,8 +37,8 @@ public:
     Value() noexcept = default;
     Value(std::nullptr_t) noexcept {}
     Value(Number number) noexcept : content_{Kind::number} { content_.number = number; }
-    Value(Date date) noexcept : content_{Kind::date} { content_.date = date; }
-    Value(Color color) noexcept : content_{Kind::color} { content_.color = color; }
+    Value(Date date) noexcept : content_{Kind::date} { std::construct_at(&content_.date, date); }
+    Value(Color color) noexcept : content_{Kind::color} { std::construct_at(&content_.color, color); }
     /// A copy of a text, which is WTF-8.
     template <class T>
     requires std::convertible_to<const T&, std::string_view> Value(const T& text)

@@ -10,6 +10,10 @@
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
+namespace detail {
+struct FEMTransformers;
+}
+
 /// Converts one raw value of a document into a typed one. Transformers are registered under a name, fetched
 /// from any thread at once, and never freed, so they hold no state that changes.
 class QELMODELS_EXPORT ValueTransformer {
@@ -24,8 +28,8 @@ public:
     /// The raw value that becomes `value`, or null.
     virtual Value reverseTransformedValue(const Value& value) const;
 
-    /// What the mapping engine calls: puts what `transformedValue` answers where it belongs. Overridden for
-    /// speed alone.
+    /// What the mapping engine calls: puts what `transformedValue` answers where it belongs: once at the
+    /// most, and it throws, if it does, before it puts. Overridden for speed alone.
     virtual void transformInto(PropertyWriter& to, RepresentationView value) const;
 
     // Virtual, although the library never deletes a transformer: without it, every class of an application
@@ -34,6 +38,14 @@ public:
 
 protected:
     constexpr ValueTransformer() noexcept = default;
+    // A copy is owned by nobody.
+    constexpr ValueTransformer(const ValueTransformer&) noexcept {}
+    constexpr ValueTransformer& operator=(const ValueTransformer&) noexcept { return *this; }
+
+private:
+    friend struct detail::FEMTransformers;
+    // The registry never frees what it owns. It can always reach it, so that no tool takes it for lost.
+    mutable const ValueTransformer* ownedBefore_ = nullptr;
 };
 
 }  // namespace QELMODELS_ABI

@@ -26,9 +26,11 @@ struct RepresentationAccess;
 
 template <class T>
 concept NumberLike = std::is_arithmetic_v<T> && std::constructible_from<Number, T>;
+// clang-format off
 template <class T>
-concept TextView = std::same_as<std::remove_cvref_t<T>, std::string_view> || std::same_as < std::decay_t<T>,
-const char* > ;
+concept TextView = std::same_as<std::remove_cvref_t<T>, std::string_view> ||
+                   std::same_as<std::decay_t<T>, const char*>;
+// clang-format on
 
 }  // namespace detail
 
@@ -120,6 +122,7 @@ public:
         using value_type = Item;
         using difference_type = std::ptrdiff_t;
         using iterator_category = std::input_iterator_tag;
+        using iterator_concept = std::forward_iterator_tag;
         using pointer = void;
         using reference = Item;
 
@@ -142,6 +145,7 @@ public:
             ++*this;
             return before;
         }
+        /// Of iterators of the same range.
         bool operator==(const Iterator& other) const noexcept { return left_ == other.left_; }
 
     private:

@@ -20,8 +20,7 @@ static_assert(kLibraryTransformers.size() == FEMTransformers::kFixedPlaces);
 
 void applyOfLibrary(const ValueTransformer* replacement, const FEMMapRule& rule, RepresentationView value,
                     PropertyWriter& to) {
-    const void* const own = rule.data;
-    (replacement != nullptr ? replacement : static_cast<const ValueTransformer*>(own))
+    (replacement != nullptr ? replacement : static_cast<const ValueTransformer*>(rule.data))
         ->transformInto(to, value);
 }
 

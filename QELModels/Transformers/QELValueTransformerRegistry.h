@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "QELModels/Mapping/FEMMapRule.h"
+#include "QELModels/Mapping/detail/FEMTransformers.h"
 #include "QELModels/Platform/Export.h"
 #include "QELModels/Platform/detail/NeverDestroyed.h"
 #include "QELModels/Records/PropertyKind.h"
@@ -42,7 +43,7 @@ QELMODELS_EXPORT void registerValueTransformer(const ValueTransformer* transform
 template <std::derived_from<ValueTransformer> T>
 void setValueTransformer(std::unique_ptr<T> transformer, std::string_view name) {
     registerValueTransformer(transformer.get(), name);
-    transformer.release();
+    if (transformer) detail::FEMTransformers::own(*transformer.release());
 }
 
 /// Removes what is registered under a name.
@@ -68,8 +69,10 @@ extern QELMODELS_EXPORT const NeverDestroyed<QELUIColorTransformer> colorTransfo
 /// How map rules go through a named transformer. Those of the library are addressed by their places in the
 /// list, so that fetching one is one load; all others by their names.
 struct QELMODELS_EXPORT TransformerRules {
-    using Applied = void(const FEMMapRule&, const FEMCaptured* captured, RepresentationView, PropertyWriter&);
-    static Applied fetchedOfLibrary, fetchedByName, capturedOfLibrary, capturedByName;
+    static void fetchedOfLibrary(const FEMMapRule&, const FEMCaptured*, RepresentationView, PropertyWriter&);
+    static void fetchedByName(const FEMMapRule&, const FEMCaptured*, RepresentationView, PropertyWriter&);
+    static void capturedOfLibrary(const FEMMapRule&, const FEMCaptured*, RepresentationView, PropertyWriter&);
+    static void capturedByName(const FEMMapRule&, const FEMCaptured*, RepresentationView, PropertyWriter&);
 };
 
 /// The library's own transformers, which are registered under their names from the start.
@@ -92,9 +95,15 @@ constexpr std::size_t placeInLibrary(std::string_view name) noexcept {
 consteval FEMMapRule transformerRule(std::string_view name, FEMMapRule::Apply ofLibrary,
                                      FEMMapRule::Apply byName) {
     const std::size_t place = placeInLibrary(name);
-    if (place == kLibraryTransformers.size()) return {byName, name.data(), name.size()};
+    if (place == kLibraryTransformers.size())
+        return {.isGiven = true, .apply = byName, .data = name.data(), .size = name.size()};
     const LibraryTransformer& row = kLibraryTransformers[place];
-    return {ofLibrary, row.transformer, place, nullptr, row.accepts, row.makes};
+    return {.isGiven = true,
+            .apply = ofLibrary,
+            .data = row.transformer,
+            .size = place,
+            .accepts = row.accepts,
+            .makes = row.makes};
 }
 
 }  // namespace detail

@@ -33,8 +33,7 @@ public:
     static const FEMRulesOf<Book> defaultRules;
 };
 
-constexpr auto declared =
-    declare<Book>(property<&Book::title>("title"), property<&Book::pages>("pages"),
-                  property<&Book::sequel>("sequel"), property<&Book::binding>("binding"),
-                  property<&Book::isLong>("isLong"));
+constexpr auto declared = declare<Book>(
+    property<&Book::title>("title"), property<&Book::pages>("pages"), property<&Book::sequel>("sequel"),
+    property<&Book::binding>("binding"), property<&Book::isLong>("isLong"));
 constexpr auto rules = mapping<declared>(attribute<&Book::title>(), attribute<&Book::pages>());

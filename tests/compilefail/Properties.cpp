@@ -55,8 +55,7 @@ constexpr auto ofClip = declare<Clip>(property<&Clip::size>("size"), property<&C
                                       property<&Clip::isSmall>("isSmall"));
 using Compared = FieldsOf<&Book::title>;
 #else
-// expect: a field of the class, at this position from 0, is not declared as a property | Shelf.[^&]*Position
-// = 1|Shelf, 1
+// expect: this position from 0, is not declared as a property | Position = 1|Shelf, 1,
 constexpr auto ofShelf = declare<Shelf>(property<&Shelf::width>("width"));
 // expect: a member of another class | Sign::inscription
 constexpr auto ofSign = declare<Shelf>(property<&Shelf::width>("width"), property<&Shelf::height>("height"),

@@ -68,7 +68,16 @@ FEMMapping mappingOfRuled() {
     return Ruled::defaultMapping();
 }
 
+FEMMapping mappingOfAssets() {
+    return QELAsset::defaultMapping();
+}
 #ifdef FIXED
+auto inherited(const QELAsset& asset) {
+    return asset.as<QELAsset>();
+}
+auto made(RepresentationView document) {
+    return FEMDeserializer::objectFromRepresentation<QELAsset>(document, mappingOfAssets());
+}
 constinit const FEMRulesOf<Book> Book::defaultRules = rules;
 constinit const ObjectClassOf<Book> Book::objectClass(describe<declared>("Book"));
 std::optional<Number> identifier() {
@@ -77,6 +86,24 @@ std::optional<Number> identifier() {
     return title ? asset->assetIdentifier() : std::nullopt;
 }
 #else
+class Squatter : public QELAsset {
+public:
+    Field<Text> claim;
+};
+class Tenant : public QELAsset {
+public:
+    Field<Text> rent;
+};
+// expect: a class C declares 'static const ObjectClassOf<C> objectClass' of its own | Squatter
+auto inherited(const QELAsset& asset) {
+    return asset.as<Squatter>();
+}
+// expect: a class C declares 'static const ObjectClassOf<C> objectClass' of its own | Tenant
+auto made(RepresentationView document) {
+    return FEMDeserializer::objectFromRepresentation<Tenant>(document, mappingOfAssets());
+}
+// expect: (use of|call to)[a-z -]* ?.?deleted (function|constructor) .*FEMMappingOf | FEMMappingOf
+const FEMMappingOf<Book> ofTemporaryRules(rules);
 constexpr auto declaredOfRuled = declare<Ruled>();
 // expect: these are the rules of another class | FEMRulesOf<.*Ruled
 const FEMRulesOf<Ruled> rulesOfRuled = rules;

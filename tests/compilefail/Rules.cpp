@@ -15,7 +15,10 @@ constexpr auto twice = mapping<declared>(attribute<&Book::title>("a"), attribute
 constexpr auto cleaned = attribute<&Book::title>("pages", fetched(kQELHTMLTransformer));
 constexpr auto address = attribute<&QELAsset::articleUrl>("title", captured(kQELNSURLTransformer));
 constexpr auto word = attribute<&Book::pages>("language", lookedUpIn(kLanguages));
+constexpr auto raw = attribute<&QELAsset::articleUrl>("url", fetched(kQELNSURLTransformer));
 #else
+// expect: aRawValueIsByItselfNoURLDateOrColour | QELAsset::articleUrl
+constexpr auto raw = attribute<&QELAsset::articleUrl>("url");
 // expect: an attribute cannot fill a record or a list of records | Book::sequel
 constexpr auto toRecord = attribute<&Book::sequel>();
 // expect: a computed property cannot be set | Book::isLong

@@ -86,7 +86,7 @@ private:
     // Whether an attribute's rule takes a value as it is, from a key that no other rule has. (No other rule
     // has its property either.)
     constexpr bool isStoredAtOnce(const FEMRule& rule) const {
-        if (rule.map.apply != nullptr || rule.hasFurtherKeys()) return false;
+        if (rule.map.isGiven || rule.hasFurtherKeys()) return false;
         const auto isRival = [&rule](const FEMRule& other) {
             return &other != &rule && other.key == rule.key;
         };

@@ -70,23 +70,23 @@ Ref<Object> Engine<kObserved>::object(std::optional<RepresentationView> value, c
     }
     if (bound.rules.inherited == nullptr) return onlyRoot(*value, bound, path);
     RootRoom room;
-    return root(*value, bound, path, room);
+    return root(*value, bound, path, 0, room);
 }
 
 template <bool kObserved>
 Ref<ListBase> Engine<kObserved>::collection(std::optional<RepresentationView> value, const BoundRules& bound,
-                                            const FEMPath& path) const {
+                                            const ObjectClass& listed, const FEMPath& path) const {
     const bool isArray = value && value->isArray();
     if (!isArray) reportMisfit(value, path);
     const RepresentationView array = isArray ? *value : Representation::emptyArray();
     BlockWriter writer(roomForListOfRoots(array.size()), zone_);
-    return finished(list(array, bound, bound.isa, {writer, path}, true), writer);
+    return finished(list(array, bound, listed, {writer, path, 0}, true), writer);
 }
 
 template <bool kObserved>
 Ref<Object> Engine<kObserved>::rootOfList(RepresentationView element, const BoundRules& bound,
-                                          const FEMPath& path, RootRoom& room) const {
-    if (element.isDictionary()) return root(element, bound, path, room);
+                                          const FEMPath& path, std::uint32_t depth, RootRoom& room) const {
+    if (element.isDictionary()) return root(element, bound, path, depth, room);
     reportMisfit(element, path);
     return emptyRoot(bound);
 }
@@ -108,7 +108,7 @@ Ref<Object> Engine<kObserved>::onlyRoot(RepresentationView dictionary, const Bou
     if (texts != nullptr) textBytes = textBytes / kKeptBytesPerCopiedByte + BlockKeeper::kBytesForFirst;
     BlockWriter writer(ObjectAccess::size(bound.isa) + roomFor(node, textBytes), zone_);
     if (texts != nullptr) writer.borrowTexts(*texts);
-    const Filling filling{*ObjectAccess::construct(bound.isa, writer), bound, writer, path};
+    const Filling filling{*ObjectAccess::construct(bound.isa, writer), bound, writer, path, 0};
     if constexpr (!kObserved) found.storeFound(storing(dictionary, filling));
     applyAttributes(found.lookup(), filling);
     applyRelationships(found.lookup(), filling);
@@ -117,12 +117,12 @@ Ref<Object> Engine<kObserved>::onlyRoot(RepresentationView dictionary, const Bou
 
 template <bool kObserved>
 Ref<Object> Engine<kObserved>::root(RepresentationView dictionary, const BoundRules& bound,
-                                    const FEMPath& path, RootRoom& room) const {
+                                    const FEMPath& path, std::uint32_t depth, RootRoom& room) const {
     const RepresentationNode& node = *RepresentationAccess::node(dictionary);
     const std::size_t estimate = ObjectAccess::size(bound.isa) + roomFor(node, node.textBytes());
     BlockWriter writer(room.of(estimate), zone_);
     Object* object = ObjectAccess::construct(bound.isa, writer);
-    fill(dictionary, {*object, bound, writer, path});
+    fill(dictionary, {*object, bound, writer, path, depth});
     room.learn(estimate, writer);
     return finished<Object>(object, writer);
 }
@@ -132,7 +132,7 @@ inline const Object* Engine<kObserved>::record(RepresentationView value, const B
                                                const Place& at) const {
     Object* object = ObjectAccess::construct(bound.isa, at.writer);
     if (value.isDictionary())
-        fill(value, {*object, bound, at.writer, at.path});
+        fill(value, {*object, bound, at.writer, at.path, at.depth});
     else
         reportMisfit(value, at.path);
     return object;
@@ -148,11 +148,11 @@ const ListBase* Engine<kObserved>::list(RepresentationView array, const BoundRul
     for (const RepresentationView element : array.elements()) {
         const FEMPath path(at.path, count);
         if (ofRoots) {
-            const Ref<Object> kept = rootOfList(element, bound, path, room);
+            const Ref<Object> kept = rootOfList(element, bound, path, at.depth, room);
             at.writer.keeper().keep(kept->block());
             elements[count++] = kept.get();
         } else {
-            elements[count++] = record(element, bound, {at.writer, path});
+            elements[count++] = record(element, bound, {at.writer, path, at.depth});
         }
     }
     return ObjectAccess::list(listed, elements, count, at.writer);
@@ -206,7 +206,8 @@ void Engine<kObserved>::fillInherited(RepresentationView dictionary, const Filli
     const BoundRules& bound = filling.bound;
     if (const FEMRules* inherited = bound.rules.inherited; inherited != nullptr) {
         const BoundRules super{*inherited->objectClass, *inherited, bound.captured};
-        return fillInherited(dictionary, {filling.object, super, filling.writer, filling.path}, &level);
+        return fillInherited(
+            dictionary, {filling.object, super, filling.writer, filling.path, filling.depth}, &level);
     }
     for (const Level* each = &level; each != nullptr; each = each->derived)
         applyAttributes(each->found, each->filling);
@@ -285,7 +286,7 @@ template <bool kObserved>
 inline void Engine<kObserved>::applyRelationship(const FEMRule& rule, RepresentationView value,
                                                  const Filling& filling) const {
     const Property& property = *rule.property;
-    if (!(rule.toMany ? value.isArray() : value.isDictionary())) {
+    if (!(rule.toMany ? value.isArray() : value.isDictionary()) || filling.depth == kMostNestedRecords) {
         clear(property, filling.object);
         report(rule, value.isNull() ? FEMOutcome::null : FEMOutcome::wrongKind, value, filling.path);
         return;
@@ -293,13 +294,13 @@ inline void Engine<kObserved>::applyRelationship(const FEMRule& rule, Representa
     report(rule, FEMOutcome::set, value, filling.path);
     const BoundRules nested = filling.bound.nested(rule);
     const FEMPath path(filling.path, rule.keyPath, property.name);
-    const Place at{filling.writer, path};
+    const Place at{filling.writer, path, filling.depth + 1};
     const bool isRoot = nested.isa.isRoot();
     if (rule.toMany) {
         slotOf<ListSlot>(property, filling.object).list = list(value, nested, *property.target, at, isRoot);
     } else if (isRoot) {
         RootRoom room;
-        const Ref<Object> kept = root(value, nested, path, room);
+        const Ref<Object> kept = root(value, nested, path, at.depth, room);
         filling.writer.keeper().keep(kept->block());
         slotOf<RecordSlot>(property, filling.object).record = kept.get();
     } else {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 
 #include "QELModels/Mapping/FEMDeserializer.h"
@@ -36,10 +37,16 @@ struct BoundRules {
     }
 };
 
-/// Where the engine is: the block that it writes, and the place in the document.
+/// Records of a class that holds itself nest as deep as a document makes them. Deeper than this they are of
+/// the wrong kind: so neither the engine nor what works on records after it exhausts a thread's stack. The
+/// library's own classes nest seven deep.
+inline constexpr std::uint32_t kMostNestedRecords = 128;
+
+/// Where the engine is: the block that it writes, the place in the document, and how many records are around.
 struct Place {
     BlockWriter& writer;
     const FEMPath& path;
+    std::uint32_t depth;
 };
 
 /// One record while it is filled by rules.
@@ -48,6 +55,7 @@ struct Filling {
     const BoundRules& bound;
     BlockWriter& writer;
     const FEMPath& path;
+    std::uint32_t depth;
 };
 
 /// How much of the room that is estimated for the roots of one list is given to them: as much as any of them
@@ -76,17 +84,17 @@ public:
     /// The record of a whole document, in a block of its own. It may keep the document's texts.
     Ref<Object> object(std::optional<RepresentationView> value, const BoundRules& bound,
                        const FEMPath& path) const;
-    /// The list of a whole document, in a block of its own.
+    /// The list of a whole document, a list of the class `listed`, in a block of its own.
     Ref<ListBase> collection(std::optional<RepresentationView> value, const BoundRules& bound,
-                             const FEMPath& path) const;
+                             const ObjectClass& listed, const FEMPath& path) const;
     /// An element of a list of roots. It shares the list's room.
     Ref<Object> rootOfList(RepresentationView element, const BoundRules& bound, const FEMPath& path,
-                           RootRoom& room) const;
+                           std::uint32_t depth, RootRoom& room) const;
 
 private:
     Ref<Object> onlyRoot(RepresentationView dictionary, const BoundRules& bound, const FEMPath& path) const;
     Ref<Object> root(RepresentationView dictionary, const BoundRules& bound, const FEMPath& path,
-                     RootRoom& room) const;
+                     std::uint32_t depth, RootRoom& room) const;
     Ref<Object> emptyRoot(const BoundRules& bound) const;
     [[gnu::always_inline]] const Object* record(RepresentationView value, const BoundRules& bound,
                                                 const Place& at) const;
@@ -117,6 +125,12 @@ private:
     Zone* zone_;
     bool faultsLeaveEmpty_;
 };
+
+/// Calls `use` with the engine that the options ask for.
+template <class Use>
+auto withEngine(const FEMOptions& options, const Use& use) {
+    return options.observer == nullptr ? use(Engine<false>(options)) : use(Engine<true>(options));
+}
 
 /// Room for a list of this many roots, and for the blocks that it keeps.
 std::size_t roomForListOfRoots(std::size_t elements) noexcept;

@@ -81,6 +81,14 @@ void FEMTransformers::setNamed(const ValueTransformer* transformer, std::string_
     added.release();
 }
 
+void FEMTransformers::own(const ValueTransformer& transformer) noexcept {
+    static constinit std::atomic<const ValueTransformer*> newest{nullptr};
+    transformer.ownedBefore_ = newest.load(std::memory_order_relaxed);
+    while (!newest.compare_exchange_weak(
+        transformer.ownedBefore_, &transformer, std::memory_order_release, std::memory_order_relaxed)) {
+    }
+}
+
 const ValueTransformer* FEMTransformers::none() noexcept {
     return &noTransformer.value;
 }

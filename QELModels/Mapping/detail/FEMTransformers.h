@@ -37,6 +37,9 @@ struct QELMODELS_EXPORT FEMTransformers {
     static const ValueTransformer* named(std::string_view name) noexcept;
     static void setNamed(const ValueTransformer* transformer, std::string_view name);
 
+    /// Owns a transformer for the rest of the process. Requires: it is not owned yet.
+    static void own(const ValueTransformer& transformer) noexcept;
+
     /// A transformer that leaves every property empty.
     static const ValueTransformer* none() noexcept;
 

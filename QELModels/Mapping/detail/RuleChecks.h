@@ -25,34 +25,39 @@ consteval bool checkAttribute() {
 
 // Not constexpr, so that reaching one of them in a rule is an error of the compiler that says this sentence.
 inline void theMapRuleMakesWhatThePropertyCannotHold() {}
+inline void aRawValueIsByItselfNoURLDateOrColour() {}
 inline void theTableIsOfAnotherEnumeration() {}
 
 template <auto Member>
 consteval void checkMapRule(const FEMMapRule& map) {
     using Held = typename MemberOf<Member>::Held;
     constexpr PropertyKind kKind = Field<Held>::kKind;
+    if (!map.isGiven &&
+        (kKind == PropertyKind::url || kKind == PropertyKind::date || kKind == PropertyKind::color))
+        aRawValueIsByItselfNoURLDateOrColour();
     if (!map.makes) return;
     const bool isNumber = *map.makes == PropertyKind::integer;
     constexpr bool kTakesNumbers =
         kKind == PropertyKind::number || kKind == PropertyKind::boolean || kKind == PropertyKind::integer;
     if (isNumber ? !kTakesNumbers : *map.makes != kKind) theMapRuleMakesWhatThePropertyCannotHold();
     if constexpr (std::is_enum_v<Held>)
-        if (map.enumeration != nullptr && map.enumeration != &kTypeMark<Held>)
-            theTableIsOfAnotherEnumeration();
+        if (map.enumeration && *map.enumeration != &kTypeMark<Held>) theTableIsOfAnotherEnumeration();
 }
 
 template <auto Member>
-consteval bool checkRelationship() {
-    constexpr bool kHoldsRecords = !std::is_void_v<TargetOf<Member>>;
-    static_assert(kHoldsRecords, "record: a relationship needs a record or a list of records");
-    return kHoldsRecords;
+consteval void checkRelationship() {
+    static_assert(!std::is_void_v<TargetOf<Member>>,
+                  "record: a relationship needs a record or a list of records");
 }
 
 /// Checks that a class of records has rules of its own.
 template <class C>
 consteval void checkRules() {
     checkRecord<C>();
-    static_assert(std::same_as<decltype(C::defaultRules), const FEMRulesOf<C>>,
+    constexpr bool kHasRules = requires {
+        requires std::same_as<decltype(C::defaultRules), const FEMRulesOf<C>>;
+    };
+    static_assert(kHasRules,
                   "record: a class C declares 'static const FEMRulesOf<C> defaultRules' of its own");
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -48,6 +49,7 @@ struct RuleKeys {
     /// The entry of a member's key; null when it is none of `keys`.
     /// Requires: there are slots.
     const RuleKey* find(const RepresentationNode& key) const noexcept {
+        assert(!slots.empty());
         const std::size_t slot = slots[std::uint32_t{key.keyHash} * multiplier >> shift];
         const RuleKey& entry = entries[slot];
         if (entry.size != key.size) return nullptr;

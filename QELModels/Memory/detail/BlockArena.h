@@ -56,7 +56,8 @@ public:
     char* reserve(std::size_t bytes) {
         if (bytes > static_cast<std::size_t>(end_ - next_)) grow(bytes);
         return next_;
-    }  /// Where `reserve` has made room.
+    }
+    /// Where `reserve` has made room.
     const char* reserved() const noexcept { return next_; }
     void commit(std::size_t used) noexcept { next_ += used; }
 

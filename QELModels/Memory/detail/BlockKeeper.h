@@ -11,7 +11,7 @@ namespace detail {
 
 class BlockWriter;
 
-/// Makes a block that is being written keep other blocks, which live at least as long then.
+/// Makes a block that is being written keep other blocks, so that they live at least as long.
 class QELMODELS_EXPORT BlockKeeper {
 public:
     /// Bytes that a block needs to keep the first few others.
@@ -22,7 +22,7 @@ public:
     /// Keeps what a record in `other` holds: that block or, when it is a copy's, all that the copy keeps.
     /// Null and the block itself need no keeping.
     void keep(const Block* other);
-    /// Keeps `other` itself, a copy's block or not.
+    /// Keeps `other` itself, which may be a copy's: what points to a record needs the block that it lies in.
     void keepBlock(const Block* other);
     /// Makes room at once for this many blocks that will be kept.
     void expect(std::size_t blocks);

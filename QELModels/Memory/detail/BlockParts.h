@@ -36,7 +36,8 @@ struct alignas(std::max_align_t) Block::Chunk {
     }
 };
 
-/// A table of blocks that are kept, after which they are named; a block has a chain of these, newest first.
+/// The head of a table of kept blocks; pointers to them follow it. A block has a chain of tables, newest
+/// first.
 struct Block::KeptBlocks {
     KeptBlocks* next;
     std::size_t count;

@@ -74,22 +74,20 @@ using TargetOf = typename TargetOfHeld<typename MemberOf<Member>::Type>::Type;
 
 /// Checks a record's class by itself.
 template <class C>
-consteval bool checkRecord() {
+consteval void checkRecord() {
     constexpr bool kDerivesFromItsRecord = requires {
         requires std::same_as<typename C::Self, C>;
     };
     static_assert(kDerivesFromItsRecord,
                   "record: a class C of records derives from Record<C>, or from Record<C, Base>");
     if constexpr (kDerivesFromItsRecord) {
-        static_assert(std::same_as<decltype(C::objectClass), const ObjectClassOf<C>>,
-                      "record: a class C declares 'static const ObjectClassOf<C> objectClass' of its own");
+        checkOwnClass<C>();
         static_assert(std::is_aggregate_v<C>,
                       "record: a class of records has public fields, and no constructor");
         if constexpr (std::is_aggregate_v<C>)
             static_assert(!hasOtherMembers<C>(),
                           "record: the members of a class of records are fields alone");
     }
-    return true;
 }
 
 /// Checks a member that is declared as a property.
@@ -103,10 +101,12 @@ consteval bool checkProperty() {
         static_assert(kIsScalar, "record: a computed property is a boolean or an integer");
         return kIsScalar;
     } else {
-        static_assert(Pointed::kIsField, "record: a stored property is a Field");
+        static_assert(Pointed::kIsField,
+                      "record: a property is a Field, or a const getter without arguments");
         constexpr bool kHoldsARecord =
             std::is_void_v<TargetOf<Member>> || std::derived_from<TargetOf<Member>, Object>;
         static_assert(kHoldsARecord, "record: a Field holds no value of this type");
+        if constexpr (!std::is_void_v<TargetOf<Member>> && kHoldsARecord) checkOwnClass<TargetOf<Member>>();
         return Pointed::kIsField && kHoldsARecord;
     }
 }

@@ -15,7 +15,8 @@ namespace QELModels {
 inline namespace QELMODELS_ABI {
 namespace detail {
 
-/// What a field is made of. It may ask the field where its slot lies.
+/// A field is constructed from this when a record is made or examined; with `slot` set, it leaves the address
+/// of its slot there.
 struct FieldProbe {
     const void** slot = nullptr;
 };

@@ -30,7 +30,7 @@ namespace detail {
 /// is read points into the record.
 template <class T>
 struct FieldTraits {
-    static_assert(std::is_class_v<T>, "a field holds no value of this type");
+    static_assert(std::is_class_v<T>, "record: a Field holds no value of this type");
     using Slot = RecordSlot;
     static constexpr bool kLends = true;
     static const T* read(const Slot& slot) noexcept { return static_cast<const T*>(slot.record); }
@@ -116,6 +116,7 @@ struct FieldTraits<bool> {
 
 template <class T>
 requires(std::is_enum_v<T> || std::same_as<T, std::int64_t>) struct FieldTraits<T> {
+    static_assert(sizeof(T) == sizeof(std::int64_t), "record: an enumeration in a field is of 64 bits");
     using Slot = IntegerSlot;
     static constexpr bool kLends = false;
     static T read(const Slot& slot) noexcept { return static_cast<T>(slot.integer); }

@@ -27,7 +27,7 @@ struct ObjectAccess {
     /// The same in no block, for constant data.
     template <class C>
     static constexpr C constant() {
-        return withEmptyFields<C>(Construction(C::objectClass, nullptr));
+        return withEmptyFields<C>(construction(C::objectClass));
     }
     /// A list of objects of a class, over an array of elements in the same block.
     static ListBase* list(const ObjectClass& isa, const Object* const* elements, std::size_t size,

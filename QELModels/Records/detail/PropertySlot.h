@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 
@@ -27,6 +28,7 @@ inline void* slotIn(const Property& property, Object& object) noexcept {
 /// Requires: `Slot` is the type of slot of the property's kind.
 template <class Slot>
 Slot& slotOf(const Property& property, Object& object) noexcept {
+    assert(property.kind == Slot::kKind);
     return *static_cast<Slot*>(slotIn(property, object));
 }
 template <class Slot>

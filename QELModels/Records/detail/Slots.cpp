@@ -12,6 +12,13 @@ namespace QELModels {
 inline namespace QELMODELS_ABI {
 namespace detail {
 
+bool areSame(const Color& a, const Color& b) noexcept {
+    const double Color::*const components[] = {&Color::red, &Color::green, &Color::blue, &Color::alpha};
+    return std::all_of(std::begin(components), std::end(components), [&](auto component) {
+        return NumberBits::areSame(a.*component, b.*component);
+    });
+}
+
 Value NumberSlot::value(const Object&) const {
     return filled ? Value(number()) : Value();
 }
@@ -31,8 +38,8 @@ Value TextSlot::value(const Object& owner) const {
 bool TextSlot::assign(const Value& value, const ObjectClass*, BlockWriter& writer) {
     const auto text = value.text();
     if (!text) return false;
-    set(*text);
     writer.keeper().keep(ValueAccess::block(value));
+    set(*text);
     return true;
 }
 bool TextSlot::store(void* slot, RepresentationView value, BlockWriter& writer) {
@@ -50,8 +57,8 @@ Value URLSlot::value(const Object& owner) const {
 bool URLSlot::assign(const Value& value, const ObjectClass*, BlockWriter& writer) {
     const auto url = value.url();
     if (!url) return false;
-    set(url->text());
     writer.keeper().keep(ValueAccess::block(value));
+    set(url->text());
     return true;
 }
 
@@ -75,11 +82,7 @@ bool ColorSlot::assign(const Value& value, const ObjectClass*, BlockWriter&) {
     return true;
 }
 bool ColorSlot::equals(const ColorSlot& other) const noexcept {
-    if (!filled || !other.filled) return filled == other.filled;
-    const double Color::*const components[] = {&Color::red, &Color::green, &Color::blue, &Color::alpha};
-    return std::all_of(std::begin(components), std::end(components), [&](auto component) {
-        return NumberBits::areSame(color.*component, other.color.*component);
-    });
+    return filled && other.filled ? areSame(color, other.color) : filled == other.filled;
 }
 
 Value RawSlot::value(const Object&) const {
@@ -91,9 +94,9 @@ bool RawSlot::equals(const RawSlot& other) const {
 }
 bool RawSlot::assignIf(bool fits, RepresentationView value, BlockWriter& writer) {
     if (!fits) return false;
+    writer.keeper().keep(RepresentationAccess::block(value));
     node = RepresentationAccess::node(value);
     block = RepresentationAccess::block(value);
-    writer.keeper().keep(block);
     return true;
 }
 bool RawSlot::storeIf(bool fits, RepresentationView value, BlockWriter& writer) {

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <bit>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -16,30 +17,6 @@
 #include "QELModels/Values/Color.h"
 #include "QELModels/Values/Date.h"
 #include "QELModels/Values/Number.h"
-
-namespace QELModels {
-inline namespace QELMODELS_ABI {
-
-class ListBase;
-class Object;
-class ObjectClass;
-class Value;
-
-namespace detail {
-
-/// A value of at most eight bytes that may lie at any multiple of four, so that a slot with four more bytes
-/// takes twelve bytes instead of sixteen.
-template <class T>
-class Packed {
-public:
-    constexpr Packed() noexcept = default;
-    Packed(T value) noexcept : words_(std::bit_cast<Words>(value)) {}
-    operator T() const noexcept { return std::bit_cast<T>(words_); }
-
-private:
-    using Words = std::array<std::uint32_t, sizeof(T) / sizeof(std::uint32_t)>;
-    Words words_{};
-};
 
 /// @file
 /// A slot is where a record keeps one property. There is one type of slot for each kind of property, and all
@@ -64,6 +41,30 @@ private:
 ///   record, so each kind's is as short as it can be.
 /// - `equals` and `hash`: whether two slots hold the same. A value that is stored in the same way is the
 ///   same, also if it is a number that is not equal to itself.
+
+namespace QELModels {
+inline namespace QELMODELS_ABI {
+
+class ListBase;
+class Object;
+class ObjectClass;
+class Value;
+
+namespace detail {
+
+/// A value of at most eight bytes that may lie at any multiple of four, so that a slot with four more bytes
+/// takes twelve bytes instead of sixteen.
+template <class T>
+class Packed {
+public:
+    constexpr Packed() noexcept = default;
+    Packed(T value) noexcept : words_(std::bit_cast<Words>(value)) {}
+    operator T() const noexcept { return std::bit_cast<T>(words_); }
+
+private:
+    using Words = std::array<std::uint32_t, sizeof(T) / sizeof(std::uint32_t)>;
+    Words words_{};
+};
 
 struct QELMODELS_EXPORT NumberSlot {
     static constexpr PropertyKind kKind = PropertyKind::number;
@@ -148,6 +149,9 @@ struct QELMODELS_EXPORT DateSlot {
     std::uint64_t hash() const noexcept { return filled ? Number(static_cast<double>(seconds)).hash() : 0; }
 };
 
+/// Whether two colours have the same components, as `NumberBits::areSame` sees them.
+bool areSame(const Color& a, const Color& b) noexcept;
+
 struct QELMODELS_EXPORT ColorSlot {
     static constexpr PropertyKind kKind = PropertyKind::color;
 
@@ -169,7 +173,10 @@ struct QELMODELS_EXPORT RawSlot {
 
     bool isEmpty() const noexcept { return node == nullptr; }
     /// Requires: the slot is not empty.
-    RepresentationView view() const noexcept { return RepresentationAccess::at(node, block); }
+    RepresentationView view() const noexcept {
+        assert(!isEmpty());
+        return RepresentationAccess::at(node, block);
+    }
 
     void clear() noexcept { *this = {}; }
     Value value(const Object& owner) const;

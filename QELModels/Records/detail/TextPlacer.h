@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string_view>
 
+#include "QELModels/Memory/detail/BlockWriter.h"
 #include "QELModels/Platform/Export.h"
 #include "QELModels/Records/PropertyWriter.h"
 #include "QELModels/Values/URL.h"
@@ -12,7 +13,7 @@ inline namespace QELMODELS_ABI {
 namespace detail {
 
 /// How the library's own transformers put texts of a document where they stay, with one copy at the most.
-/// Texts of a document have readable bytes after them (`Block::kSlack`).
+/// Texts of a document have readable bytes after them (`kSlack`).
 class TextPlacer {
 public:
     explicit TextPlacer(PropertyWriter& to) noexcept : to_(to) {}

@@ -7,8 +7,8 @@
 
 namespace QELModels::bench {
 
-/// One subject of the benchmark.
-struct Part {
+/// One topic of the benchmark.
+struct Topic {
     std::string_view name;
     /// Whether the library and the code written by hand do the same work. Differences are written to stderr.
     /// Null when no code written by hand is compared with the library.
@@ -16,9 +16,9 @@ struct Part {
     void (*measure)(const Options&, Report&);
 };
 
-extern const Part kDocuments;  ///< from the bytes of a document to filled assets
-extern const Part kQuestions;  ///< what an application asks of a filled asset, again and again
-extern const Part kTexts;      ///< cleaning of HTML and parsing of URLs, on usual and on the worst inputs
-extern const Part kThreads;    ///< two threads at once
+extern const Topic kDocuments;  ///< from the bytes of a document to filled assets
+extern const Topic kQuestions;  ///< what an application asks of a filled asset, again and again
+extern const Topic kTexts;      ///< cleaning of HTML and parsing of URLs, on usual and on the worst inputs
+extern const Topic kThreads;    ///< two threads at once
 
 }  // namespace QELModels::bench
