@@ -28,7 +28,7 @@ QELMODELS_EXPORT Ref<ListBase> mappedList(JSONReader& reader, std::string_view b
 /// mistake is found further on, and once more when a key on the way to the list is repeated, whose last value
 /// counts: only the end of the document says that it is not. With an observer, a page is read as a whole. Map
 /// rules and observers leave the reader alone.
-template <QELMapperProtocol Mapper>
+template <QELOptionsMapperProtocol Mapper>
 auto mappedResponseFromJSON(JSONReader& reader, std::string_view bytes, const Mapper& mapper,
                             JSONError* error = nullptr, const FEMOptions& options = {})
     -> decltype(mapper.mappedResponseFromJSONObject(std::declval<RepresentationView>(), nullptr, options)) {

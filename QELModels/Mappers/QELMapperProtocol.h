@@ -25,6 +25,13 @@ concept QELMapperProtocol = requires(const M& mapper, const Representation& repr
     {mapper.mappedResponseFromJSONObject(representation)};
 };
 
+/// A mapper that also takes options, as mapping from bytes at once needs.
+template <class M>
+concept QELOptionsMapperProtocol = QELMapperProtocol<M> &&
+    requires(const M& mapper, RepresentationView representation, Error* error, const FEMOptions& options) {
+    mapper.mappedResponseFromJSONObject(representation, error, options);
+};
+
 /// A mapper of pages whose result is what `mappedPage` makes of the list at `listKeyPath()`, with `Model` as
 /// elements: so a page can be mapped while it is read. `Self` is the mapper's own class. A class that derives
 /// from it may do something else, and is not such a mapper unless it says so.

@@ -143,6 +143,11 @@ void FEMMapping::addAttributesFromArray(std::initializer_list<std::string_view> 
 
 void FEMMapping::addAttributesFromDictionary(
     std::initializer_list<std::pair<std::string_view, std::string_view>> keyPathsOfProperties) {
+    addAttributesFromDictionary(std::span(keyPathsOfProperties.begin(), keyPathsOfProperties.size()));
+}
+
+void FEMMapping::addAttributesFromDictionary(
+    std::span<const std::pair<std::string_view, std::string_view>> keyPathsOfProperties) {
     FEMMapping changed(*this);
     for (const auto& [property, keyPath] : keyPathsOfProperties)
         changed.addAttributeWithProperty(property, keyPath);

@@ -44,6 +44,8 @@ public:
     void addAttributesFromArray(std::initializer_list<std::string_view> properties);
     /// For each pair of a property and a key path a rule.
     void addAttributesFromDictionary(
+        std::span<const std::pair<std::string_view, std::string_view>> keyPathsOfProperties);
+    void addAttributesFromDictionary(
         std::initializer_list<std::pair<std::string_view, std::string_view>> keyPathsOfProperties);
     void addAttributeWithProperty(std::string_view property, std::string_view keyPath);
     void addAttribute(const FEMAttribute& attribute);

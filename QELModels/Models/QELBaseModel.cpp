@@ -82,18 +82,8 @@ void append(std::string& text, const Value& value) {
 
 }  // namespace
 
-constinit const ObjectClassOf<QELBaseModel> QELBaseModel::objectClass(DescriptionOf<QELBaseModel>{
-    {"QELBaseModel",
-     nullptr,
-     rootProperties,
-     rootKeys,
-     sizeof(QELBaseModel),
-     alignof(QELBaseModel),
-     &detail::ObjectAccess::constructObject<QELBaseModel>,
-     &detail::ObjectAccess::constructList<QELBaseModel>,
-     false,
-     {},
-     {}}});
+constinit const ObjectClassOf<QELBaseModel> QELBaseModel::objectClass(
+    detail::descriptionOf<QELBaseModel>("QELBaseModel", nullptr, rootProperties, rootKeys, false));
 
 const Value* PropertyDictionary::find(std::string_view name) const noexcept {
     const auto found = std::find_if(

@@ -134,6 +134,24 @@ namespace detail {
 template <const auto& Declared, class Fields>
 inline constexpr auto comparedProperties = Fields::template in<Declared>();
 
+/// A class that compares nothing by itself.
+template <class C>
+constexpr DescriptionOf<C> descriptionOf(std::string_view name, const ObjectClass* superclass,
+                                         std::span<const Property> properties,
+                                         std::span<const std::string_view> propertyKeys, bool isRoot) {
+    return {{.name = name,
+             .superclass = superclass,
+             .properties = properties,
+             .propertyKeys = propertyKeys,
+             .size = sizeof(C),
+             .alignment = alignof(C),
+             .construct = &ObjectAccess::constructObject<C>,
+             .constructList = &ObjectAccess::constructList<C>,
+             .isRoot = isRoot,
+             .equality = {},
+             .hash = {}}};
+}
+
 /// The fields of a comparison or a hash as constant data.
 template <const auto& Declared, class Fields>
 constexpr ComparedFields comparedFields() {
@@ -150,17 +168,11 @@ enum class Lives : bool { inItsOwnersBlock, inItsOwnBlock };
 template <const auto& Declared>
 constexpr auto describe(std::string_view name, Lives lives = Lives::inItsOwnersBlock) {
     using Class = typename std::remove_cvref_t<decltype(Declared)>::Class;
-    return DescriptionOf<Class>{{name,
-                                 &Class::Super::objectClass,
-                                 Declared.properties,
-                                 std::span(Declared.keys).first(Declared.keyCount),
-                                 sizeof(Class),
-                                 alignof(Class),
-                                 &detail::ObjectAccess::constructObject<Class>,
-                                 &detail::ObjectAccess::constructList<Class>,
-                                 lives == Lives::inItsOwnBlock,
-                                 {},
-                                 {}}};
+    return detail::descriptionOf<Class>(name,
+                                        &Class::Super::objectClass,
+                                        Declared.properties,
+                                        std::span(Declared.keys).first(Declared.keyCount),
+                                        lives == Lives::inItsOwnBlock);
 }
 
 /// A class that compares and hashes by fields, after those that its superclass compares and hashes.
