@@ -60,6 +60,7 @@ std::span<const Kind> kinds() noexcept {
 
 std::string kindNames() {
     std::vector<std::string> names;
+    names.reserve(kKinds.size());
     for (const Kind& kind : kKinds)
         names.emplace_back(kind.name);
     return joined(names, ", ");

@@ -19,7 +19,7 @@ namespace {
 
 /// A long beginning of a text that ends after a comma; 0 if none does. A comma after the end of a text or of
 /// a container is preferred, since it is hardly ever inside a text, but not at the price of half the length.
-std::size_t endAfterComma(std::string_view text) noexcept {
+inline std::size_t endAfterComma(std::string_view text) noexcept {
     const std::size_t last = text.rfind(',');
     if (last == std::string_view::npos) return 0;
     for (std::size_t comma = last; comma != std::string_view::npos && comma > text.size() / 2;

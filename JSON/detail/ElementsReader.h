@@ -17,7 +17,7 @@ inline namespace QELMODELS_ABI {
 namespace detail {
 namespace {
 
-std::vector<std::string_view> keysOf(std::string_view keyPath) {
+inline std::vector<std::string_view> keysOf(std::string_view keyPath) {
     std::vector<std::string_view> keys;
     for (KeyPath path(keyPath);; path = KeyPath(path.rest)) {
         keys.push_back(path.first);

@@ -38,9 +38,6 @@ public:
 
 protected:
     constexpr ValueTransformer() noexcept = default;
-    // A copy is owned by nobody.
-    constexpr ValueTransformer(const ValueTransformer&) noexcept {}
-    constexpr ValueTransformer& operator=(const ValueTransformer&) noexcept { return *this; }
 
 private:
     friend struct detail::FEMTransformers;

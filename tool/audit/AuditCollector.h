@@ -22,7 +22,7 @@ namespace QELModels::tool {
 class AuditCollector final : private FEMObserver {
 public:
     explicit AuditCollector(const Kind& kind);
-    ~AuditCollector();
+    ~AuditCollector() override;
 
     /// Maps a document and counts what became of it; one whose mapping faults is counted as faulty. Documents
     /// are given in the order of their places. The file's name outlives the collector.

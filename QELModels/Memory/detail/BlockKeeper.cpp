@@ -38,8 +38,8 @@ void BlockKeeper::keepBlock(const Block* other) {
         if (std::find(recent, end, other) != end) return;
     }
     if (kept == nullptr || kept->count == kept->capacity) {
-        addTable(kept == nullptr ? kFirstKeptBlocks : std::min(kept->capacity * 2, kMostKeptBlocksAtOnce));
-        kept = block->kept_;
+        kept = addTable(kept == nullptr ? kFirstKeptBlocks
+                                        : std::min(kept->capacity * 2, kMostKeptBlocksAtOnce));
     }
     other->retain();
     kept->blocks()[kept->count++] = other;
@@ -52,8 +52,8 @@ void BlockKeeper::expect(std::size_t blocks) {
 void BlockKeeper::takeTexts(BlockWriter& texts) {
     Block* const block = arena_.block();
     assert(block->kept_ == nullptr);
-    addTable(1);
-    block->kept_->blocks()[block->kept_->count++] = texts.finish();
+    Block::KeptBlocks* const kept = addTable(1);
+    kept->blocks()[kept->count++] = texts.finish();
     block->textsApart_ = true;
 }
 
@@ -66,11 +66,11 @@ const Block* BlockKeeper::textsOf(const Block& document, const Zone* zone) noexc
     return texts->zone_ == zone ? texts : nullptr;
 }
 
-void BlockKeeper::addTable(std::size_t capacity) {
+Block::KeptBlocks* BlockKeeper::addTable(std::size_t capacity) {
     void* memory =
         arena_.allocate(sizeof(Block::KeptBlocks) + capacity * sizeof(Block*), alignof(Block::KeptBlocks));
     Block* const block = arena_.block();
-    block->kept_ = new (memory) Block::KeptBlocks{block->kept_, 0, capacity};
+    return block->kept_ = new (memory) Block::KeptBlocks{block->kept_, 0, capacity};
 }
 
 }  // namespace detail

@@ -34,7 +34,7 @@ public:
     static const Block* textsOf(const Block& document, const Zone* zone) noexcept;
 
 private:
-    void addTable(std::size_t capacity);
+    Block::KeptBlocks* addTable(std::size_t capacity);
 
     BlockArena& arena_;
 };
