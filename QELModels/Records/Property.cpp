@@ -41,16 +41,6 @@ void clear(const Property& property, Object& object) {
     withSlotOf(property.kind, [&]<class Slot>() { slotOf<Slot>(property, object).clear(); });
 }
 
-bool equalFields(const Property& property, const Object& a, const Object& b) {
-    return withSlotOf(property.kind, [&]<class Slot>() {
-        return slotOf<Slot>(property, a).equals(slotOf<Slot>(property, b));
-    });
-}
-
-std::uint64_t hashOfField(const Property& property, const Object& object) {
-    return withSlotOf(property.kind, [&]<class Slot>() { return slotOf<Slot>(property, object).hash(); });
-}
-
 }  // namespace detail
 }  // namespace QELMODELS_ABI
 }  // namespace QELModels

@@ -46,8 +46,14 @@ QELMODELS_EXPORT bool setValue(const Property& property, Object& object, const V
 QELMODELS_EXPORT void clear(const Property& property, Object& object);
 
 /// Whether a stored property is the same in two objects, and its part of an object's hash.
-bool equalFields(const Property& property, const Object& a, const Object& b);
-std::uint64_t hashOfField(const Property& property, const Object& object);
+inline bool equalFields(const Property& property, const Object& a, const Object& b) {
+    return withSlotOf(property.kind, [&]<class Slot>() {
+        return slotOf<Slot>(property, a).equals(slotOf<Slot>(property, b));
+    });
+}
+inline std::uint64_t hashOfField(const Property& property, const Object& object) {
+    return withSlotOf(property.kind, [&]<class Slot>() { return slotOf<Slot>(property, object).hash(); });
+}
 
 }  // namespace detail
 }  // namespace QELMODELS_ABI

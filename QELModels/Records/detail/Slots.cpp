@@ -19,9 +19,6 @@ bool areSame(const Color& a, const Color& b) noexcept {
     });
 }
 
-Value NumberSlot::value(const Object&) const {
-    return filled ? Value(number()) : Value();
-}
 bool NumberSlot::assign(const Value& value, const ObjectClass*, BlockWriter&) {
     const auto number = value.number();
     if (!number) return false;
@@ -31,9 +28,6 @@ bool NumberSlot::assign(const Value& value, const ObjectClass*, BlockWriter&) {
 
 void TextSlot::throwTooLong() {
     throw std::length_error("a text of 4 GB or more");
-}
-Value TextSlot::value(const Object& owner) const {
-    return isEmpty() ? Value() : ValueAccess::keptText(owner.block(), text());
 }
 bool TextSlot::assign(const Value& value, const ObjectClass*, BlockWriter& writer) {
     const auto text = value.text();
@@ -47,13 +41,7 @@ bool TextSlot::store(void* slot, RepresentationView value, BlockWriter& writer) 
     static_cast<TextSlot*>(slot)->set(writer.keepTextOfBlock(RepresentationAccess::node(value)->string()));
     return true;
 }
-std::uint64_t TextSlot::hash() const noexcept {
-    return isEmpty() ? 0 : hashOfText(text());
-}
 
-Value URLSlot::value(const Object& owner) const {
-    return isEmpty() ? Value() : ValueAccess::keptURL(owner.block(), URLAccess::fromValidated(text()));
-}
 bool URLSlot::assign(const Value& value, const ObjectClass*, BlockWriter& writer) {
     const auto url = value.url();
     if (!url) return false;
@@ -62,9 +50,6 @@ bool URLSlot::assign(const Value& value, const ObjectClass*, BlockWriter& writer
     return true;
 }
 
-Value DateSlot::value(const Object&) const {
-    return filled ? Value(date()) : Value();
-}
 bool DateSlot::assign(const Value& value, const ObjectClass*, BlockWriter&) {
     const auto date = value.date();
     if (!date) return false;
@@ -72,9 +57,6 @@ bool DateSlot::assign(const Value& value, const ObjectClass*, BlockWriter&) {
     return true;
 }
 
-Value ColorSlot::value(const Object&) const {
-    return filled ? Value(color) : Value();
-}
 bool ColorSlot::assign(const Value& value, const ObjectClass*, BlockWriter&) {
     const auto assigned = value.color();
     if (!assigned) return false;
@@ -85,13 +67,6 @@ bool ColorSlot::equals(const ColorSlot& other) const noexcept {
     return filled && other.filled ? areSame(color, other.color) : filled == other.filled;
 }
 
-Value RawSlot::value(const Object&) const {
-    return isEmpty() ? Value() : ValueAccess::keptRepresentation(view());
-}
-bool RawSlot::equals(const RawSlot& other) const {
-    if (isEmpty() || other.isEmpty()) return isEmpty() == other.isEmpty();
-    return view() == other.view();
-}
 bool RawSlot::assignIf(bool fits, RepresentationView value, BlockWriter& writer) {
     if (!fits) return false;
     writer.keeper().keep(RepresentationAccess::block(value));
@@ -122,9 +97,6 @@ bool DictionarySlot::store(void* slot, RepresentationView value, BlockWriter& wr
     return static_cast<DictionarySlot*>(slot)->storeIf(value.isDictionary(), value, writer);
 }
 
-Value RecordSlot::value(const Object&) const {
-    return Value(record);
-}
 bool RecordSlot::assign(const Value& value, const ObjectClass* target, BlockWriter& writer) {
     const Object* assigned = value.record();
     if (assigned == nullptr || !assigned->isKindOf(*target)) return false;
@@ -132,16 +104,7 @@ bool RecordSlot::assign(const Value& value, const ObjectClass* target, BlockWrit
     record = assigned;
     return true;
 }
-bool RecordSlot::equals(const RecordSlot& other) const {
-    return record == nullptr ? other.record == nullptr : record->isEqual(other.record);
-}
-std::uint64_t RecordSlot::hash() const {
-    return record == nullptr ? 0 : record->hash();
-}
 
-Value ListSlot::value(const Object&) const {
-    return Value(list);
-}
 bool ListSlot::assign(const Value& value, const ObjectClass* target, BlockWriter& writer) {
     const ListBase* assigned = value.list();
     if (assigned == nullptr) return false;
@@ -151,16 +114,7 @@ bool ListSlot::assign(const Value& value, const ObjectClass* target, BlockWriter
     list = assigned;
     return true;
 }
-bool ListSlot::equals(const ListSlot& other) const {
-    return list == nullptr ? other.list == nullptr : list->isEqual(other.list);
-}
-std::uint64_t ListSlot::hash() const {
-    return list == nullptr ? 0 : list->hash();
-}
 
-Value BooleanSlot::value(const Object&) const {
-    return Value(Number(boolean));
-}
 bool BooleanSlot::assign(const Value& value, const ObjectClass*, BlockWriter&) {
     const auto number = value.number();
     if (!number) return false;
@@ -168,9 +122,6 @@ bool BooleanSlot::assign(const Value& value, const ObjectClass*, BlockWriter&) {
     return true;
 }
 
-Value IntegerSlot::value(const Object&) const {
-    return Value(Number(integer));
-}
 bool IntegerSlot::assign(const Value& value, const ObjectClass*, BlockWriter&) {
     const auto number = value.number();
     if (!number) return false;

@@ -10,7 +10,11 @@
 #include "QELModels/Memory/Block.h"
 #include "QELModels/Memory/detail/BlockWriter.h"
 #include "QELModels/Platform/Export.h"
+#include "QELModels/Platform/detail/Hash.h"
+#include "QELModels/Records/List.h"
+#include "QELModels/Records/Object.h"
 #include "QELModels/Records/PropertyKind.h"
+#include "QELModels/Records/Value.h"
 #include "QELModels/Representation/Representation.h"
 #include "QELModels/Representation/detail/RepresentationAccess.h"
 #include "QELModels/Representation/detail/RepresentationNode.h"
@@ -45,10 +49,7 @@
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 
-class ListBase;
-class Object;
 class ObjectClass;
-class Value;
 
 namespace detail {
 
@@ -76,7 +77,7 @@ struct QELMODELS_EXPORT NumberSlot {
     Number number() const noexcept { return NumberBits::number(bits, origin); }
 
     void clear() noexcept { *this = {}; }
-    Value value(const Object& owner) const;
+    Value value(const Object&) const { return filled ? Value(number()) : Value(); }
     bool assign(const Value& value, const ObjectClass* target, BlockWriter& writer);
     static bool store(void* slot, RepresentationView value, BlockWriter&) {
         const RepresentationNode& node = *RepresentationAccess::node(value);
@@ -107,14 +108,16 @@ struct QELMODELS_EXPORT TextSlot {
     }
 
     void clear() noexcept { *this = {}; }
-    Value value(const Object& owner) const;
+    Value value(const Object& owner) const {
+        return isEmpty() ? Value() : ValueAccess::keptText(owner.block(), text());
+    }
     bool assign(const Value& value, const ObjectClass* target, BlockWriter& writer);
     static bool store(void* slot, RepresentationView value, BlockWriter& writer);
     bool equals(const TextSlot& other) const noexcept {
         if (data == other.data) return size == other.size;
         return !isEmpty() && !other.isEmpty() && text() == other.text();
     }
-    std::uint64_t hash() const noexcept;
+    std::uint64_t hash() const noexcept { return isEmpty() ? 0 : hashOfText(text()); }
 
 private:
     [[noreturn]] static void throwTooLong();
@@ -124,7 +127,9 @@ struct QELMODELS_EXPORT URLSlot : TextSlot {
     static constexpr PropertyKind kKind = PropertyKind::url;
 
     void clear() noexcept { *this = {}; }
-    Value value(const Object& owner) const;
+    Value value(const Object& owner) const {
+        return isEmpty() ? Value() : ValueAccess::keptURL(owner.block(), URLAccess::fromValidated(text()));
+    }
     bool assign(const Value& value, const ObjectClass* target, BlockWriter& writer);
     static bool store(void*, RepresentationView, BlockWriter&) { return false; }
 };
@@ -139,7 +144,7 @@ struct QELMODELS_EXPORT DateSlot {
     void set(Date date) noexcept { *this = {secondsSince1970(date), true}; }
 
     void clear() noexcept { *this = {}; }
-    Value value(const Object& owner) const;
+    Value value(const Object&) const { return filled ? Value(date()) : Value(); }
     bool assign(const Value& value, const ObjectClass* target, BlockWriter& writer);
     static bool store(void*, RepresentationView, BlockWriter&) { return false; }
     bool equals(const DateSlot& other) const noexcept {
@@ -159,7 +164,7 @@ struct QELMODELS_EXPORT ColorSlot {
     bool filled = false;
 
     void clear() noexcept { *this = {}; }
-    Value value(const Object& owner) const;
+    Value value(const Object&) const { return filled ? Value(color) : Value(); }
     bool assign(const Value& value, const ObjectClass* target, BlockWriter& writer);
     static bool store(void*, RepresentationView, BlockWriter&) { return false; }
     bool equals(const ColorSlot& other) const noexcept;
@@ -179,8 +184,11 @@ struct QELMODELS_EXPORT RawSlot {
     }
 
     void clear() noexcept { *this = {}; }
-    Value value(const Object& owner) const;
-    bool equals(const RawSlot& other) const;
+    Value value(const Object&) const { return isEmpty() ? Value() : ValueAccess::keptRepresentation(view()); }
+    bool equals(const RawSlot& other) const {
+        if (isEmpty() || other.isEmpty()) return isEmpty() == other.isEmpty();
+        return view() == other.view();
+    }
     std::uint64_t hash() const noexcept { return isEmpty() ? 0 : view().hash(); }
 
 protected:
@@ -208,11 +216,13 @@ struct QELMODELS_EXPORT RecordSlot {
     const Object* record = nullptr;
 
     void clear() noexcept { record = nullptr; }
-    Value value(const Object& owner) const;
+    Value value(const Object&) const { return Value(record); }
     bool assign(const Value& value, const ObjectClass* target, BlockWriter& writer);
     static bool store(void*, RepresentationView, BlockWriter&) { return false; }
-    bool equals(const RecordSlot& other) const;
-    std::uint64_t hash() const;
+    bool equals(const RecordSlot& other) const {
+        return record == nullptr ? other.record == nullptr : record->isEqual(other.record);
+    }
+    std::uint64_t hash() const { return record == nullptr ? 0 : record->hash(); }
 };
 
 struct QELMODELS_EXPORT ListSlot {
@@ -221,11 +231,13 @@ struct QELMODELS_EXPORT ListSlot {
     const ListBase* list = nullptr;
 
     void clear() noexcept { list = nullptr; }
-    Value value(const Object& owner) const;
+    Value value(const Object&) const { return Value(list); }
     bool assign(const Value& value, const ObjectClass* target, BlockWriter& writer);
     static bool store(void*, RepresentationView, BlockWriter&) { return false; }
-    bool equals(const ListSlot& other) const;
-    std::uint64_t hash() const;
+    bool equals(const ListSlot& other) const {
+        return list == nullptr ? other.list == nullptr : list->isEqual(other.list);
+    }
+    std::uint64_t hash() const { return list == nullptr ? 0 : list->hash(); }
 };
 
 struct QELMODELS_EXPORT BooleanSlot {
@@ -234,7 +246,7 @@ struct QELMODELS_EXPORT BooleanSlot {
     bool boolean = false;
 
     void clear() noexcept {}
-    Value value(const Object& owner) const;
+    Value value(const Object&) const { return Value(Number(boolean)); }
     bool assign(const Value& value, const ObjectClass* target, BlockWriter& writer);
     static bool store(void* slot, RepresentationView value, BlockWriter&) {
         const RepresentationNode& node = *RepresentationAccess::node(value);
@@ -252,7 +264,7 @@ struct QELMODELS_EXPORT IntegerSlot {
     std::int64_t integer = 0;
 
     void clear() noexcept {}
-    Value value(const Object& owner) const;
+    Value value(const Object&) const { return Value(Number(integer)); }
     bool assign(const Value& value, const ObjectClass* target, BlockWriter& writer);
     static bool store(void* slot, RepresentationView value, BlockWriter&) {
         const RepresentationNode& node = *RepresentationAccess::node(value);
@@ -266,7 +278,7 @@ struct QELMODELS_EXPORT IntegerSlot {
 
 /// Calls `act` with the type of slot that a kind of property has.
 template <class Act>
-decltype(auto) withSlotOf(PropertyKind kind, const Act& act) {
+[[gnu::always_inline]] inline decltype(auto) withSlotOf(PropertyKind kind, const Act& act) {
     switch (kind) {
         case PropertyKind::number:
             return act.template operator()<NumberSlot>();
