@@ -1,12 +1,8 @@
 #include "QELModels/Records/detail/Slots.h"
 
 #include <algorithm>
+#include <iterator>
 #include <stdexcept>
-
-#include "QELModels/Platform/detail/Hash.h"
-#include "QELModels/Records/List.h"
-#include "QELModels/Records/Object.h"
-#include "QELModels/Records/Value.h"
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {
