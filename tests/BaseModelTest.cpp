@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -16,6 +15,7 @@
 #include "QELModels/Models/QELSeason.h"
 #include "QELModels/Records/Declaration.h"
 #include "QELModels/Records/MappingFault.h"
+#include "tests/Doubles.h"
 #include "tests/TestSupport.h"
 
 namespace QELModels::test {
@@ -77,7 +77,6 @@ TEST(BaseModel, SaysOfTheRootClassWhatItSaysOfAnyObject) {
 }
 
 TEST(BaseModel, IsEqualToItsCopyAlsoWhereANumberIsNotEqualToItself) {
-    constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
     for (const Representation& document :
          {Representation{{"id", kNaN}},
           Representation{{"created", kNaN}, {"category", Representation{{"id", 0.0 / -kNaN}}}},

@@ -14,12 +14,13 @@
 #include "QELModels/Functions/QELDateFormattingFunctions.h"
 #include "QELModels/Functions/QELModelFunctions.h"
 #include "QELModels/Functions/QELModels_vers.h"
+#include "tests/Doubles.h"
 
 namespace QELModels {
 namespace {
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+using test::kInfinity;
+using test::kNaN;
 
 TEST(DateFormatting, KnownTimes) {
     struct Row {

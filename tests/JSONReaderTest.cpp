@@ -60,8 +60,8 @@ std::string repeated(std::string_view text, std::size_t count) {
     return result;
 }
 
-/// The words of a text, which blanks part.
-std::vector<std::string> words(std::string_view text) {
+/// The pieces of a text, which single blanks part: an empty one between two blanks.
+std::vector<std::string> piecesOf(std::string_view text) {
     std::vector<std::string> result(1);
     for (const char byte : text)
         byte == ' ' ? (void)result.emplace_back() : result.back().push_back(byte);
@@ -516,8 +516,8 @@ public:
 
     std::string text() {
         static const std::vector<std::string> pieces =
-            words(R"(a key \" \\ \n \u00e5 \ud83d \ude00 \/ , {} identifier \uD83D\uDE00  )"
-                  "\xC3\xB8 \xF0\x9F\x98\x80");
+            piecesOf(R"(a key \" \\ \n \u00e5 \ud83d \ude00 \/ , {} identifier \uD83D\uDE00  )"
+                     "\xC3\xB8 \xF0\x9F\x98\x80");
         std::string result = "\"";
         for (std::size_t i = below(6); i > 0; --i)
             result += oneOf(pieces);
@@ -534,7 +534,7 @@ public:
 
     std::string value(std::size_t depth = 0) {
         const std::size_t kind = below(depth > 5 ? 4 : 7);
-        if (kind == 0) return oneOf(words("true false null"));
+        if (kind == 0) return oneOf(piecesOf("true false null"));
         if (kind < 3) return text();
         if (kind == 3) return number();
         const bool isDictionary = kind != 4;
@@ -550,7 +550,7 @@ public:
 
     std::string mutated(std::string document) {
         static const std::vector<std::string> edits =
-            words("\" \\ { } [ ] , : 1 - . e true  \n \x01 \xC3 \xED\xA0\xBD \\u 0 \xEF\xBB\xBF \"\"");
+            piecesOf("\" \\ { } [ ] , : 1 - . e true  \n \x01 \xC3 \xED\xA0\xBD \\u 0 \xEF\xBB\xBF \"\"");
         for (std::size_t i = below(3); i > 0 && !document.empty(); --i) {
             const std::size_t at = below(document.size() + 1);
             if (below(3) == 0)
@@ -565,8 +565,8 @@ public:
 
     std::string soup() {
         static const std::vector<std::string> tokens =
-            words(R"({ } [ ] , : "a" "b": " \ 1 - 0 true tru null  1.5 1e999 \" [] {} "\ud83d )"
-                  "\n \xC3\xA6 \xC3");
+            piecesOf(R"({ } [ ] , : "a" "b": " \ 1 - 0 true tru null  1.5 1e999 \" [] {} "\ud83d )"
+                     "\n \xC3\xA6 \xC3");
         std::string result = below(2) == 0 ? "[" : "";
         for (std::size_t i = below(9); i > 0; --i)
             result += oneOf(tokens);

@@ -10,10 +10,14 @@
 #include <string_view>
 #include <vector>
 
+#include "tests/Doubles.h"
+
 namespace {
 
 using namespace QELModels;
 using namespace std::string_view_literals;
+using test::kInfinity;
+using test::kNaN;
 using Layout = JSONWriter::Layout;
 
 std::string written(const Representation& value, Layout layout = Layout::compact) {
@@ -25,7 +29,6 @@ TEST(JSONWriter, Scalars) {
         Representation value;
         std::string text;
     };
-    constexpr double kInfinity = std::numeric_limits<double>::infinity();
     const Row rows[] = {
         {nullptr, "null"},
         {true, "true"},
@@ -34,7 +37,7 @@ TEST(JSONWriter, Scalars) {
         {-0.0, "0"},
         {100000.0, "100000"},
         {std::numeric_limits<std::uint64_t>::max(), "18446744073709551615"},
-        {std::numeric_limits<double>::quiet_NaN(), "null"},
+        {kNaN, "null"},
         {-kInfinity, "null"},
         {"", R"("")"},
         {"bl\u00e5 \U0001F600 / \x7F \u2028 <&>", "\"bl\u00e5 \U0001F600 / \x7F \u2028 <&>\""},

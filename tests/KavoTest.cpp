@@ -22,14 +22,15 @@
 #include "QELModels/Categories/NSURL+QELKavoHelper.h"
 #include "QELModels/Process/MainScreen.h"
 #include "URLOracle.h"
+#include "tests/Doubles.h"
 
 namespace QELModels {
 namespace {
 
 using namespace QELKavoHelper;
+using test::kInfinity;
+using test::kNaN;
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kAny = 12345;
 
 // An entry as three plain numbers: width, height, quality.

@@ -22,15 +22,17 @@
 #include <utility>
 #include <vector>
 
+#include "tests/Doubles.h"
+
 namespace {
 
 using QELModels::Number;
+using QELModels::test::kInfinity;
+using QELModels::test::kNaN;
 
 constexpr std::int64_t kMaxInt = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t kMinInt = std::numeric_limits<std::int64_t>::min();
 constexpr std::uint64_t kMaxUnsigned = std::numeric_limits<std::uint64_t>::max();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 static_assert(sizeof(Number) == 16 && std::is_trivially_copyable_v<Number>);
 static_assert(!std::is_convertible_v<const char*, Number> && !std::is_convertible_v<char, Number> &&

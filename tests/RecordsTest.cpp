@@ -68,7 +68,7 @@ Row row(const std::string& contract) {
 // - The relationships likewise, lists with `*`.
 // - What equality and hash go through, in order: `all` as declared, `all but` some; `identity`.
 // clang-format off
-const std::vector<Row> rows{
+const std::vector<Row> kRecords{
     row<QELAsset, &QELAsset::isEqualToAsset>(R"(
         assetIdentifier:number title:text titleFront:text assetDescription:text
         assetDescriptionFront:text displays:number showDisplays:boolean createdAt:date updatedAt:date
@@ -146,8 +146,9 @@ const std::vector<Row> rows{
 // clang-format on
 
 const Row& rowOf(const ObjectClass& isa) {
-    const auto found = std::find_if(rows.begin(), rows.end(), [&](const Row& row) { return row.isa == isa; });
-    if (found == rows.end()) throw std::out_of_range("no row of " + std::string(isa.name()));
+    const auto found =
+        std::find_if(kRecords.begin(), kRecords.end(), [&](const Row& row) { return row.isa == isa; });
+    if (found == kRecords.end()) throw std::out_of_range("no row of " + std::string(isa.name()));
     return *found;
 }
 
@@ -273,7 +274,7 @@ TEST(Records, HaveARowEach) {
     }
     declared.erase("QELBaseModel");
     std::set<std::string> inRows;
-    for (const Row& row : rows)
+    for (const Row& row : kRecords)
         inRows.emplace(row.isa.name());
     EXPECT_EQ(inRows, declared);
 }
@@ -284,7 +285,7 @@ protected:
     FEMMapping mapping = fullMapping(row);
     int n = 1001;
 };
-INSTANTIATE_TEST_SUITE_P(Records, EveryRecord, testing::ValuesIn(rows),
+INSTANTIATE_TEST_SUITE_P(Records, EveryRecord, testing::ValuesIn(kRecords),
                          [](const auto& test) { return std::string(test.param.isa.name()); });
 
 TEST_P(EveryRecord, DeclaresItsPropertiesInOrder) {

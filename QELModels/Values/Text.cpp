@@ -59,11 +59,11 @@ char32_t decode(std::string_view character) noexcept {
 
 /// How many ASCII bytes are at the start of the text, counted in whole words: most texts are nothing else.
 std::size_t asciiWords(std::string_view text) noexcept {
-    constexpr std::uint64_t kHighBits = 0x8080808080808080;
+    constexpr std::uint64_t kHighBitOfEachByte = 0x8080808080808080;
     std::size_t at = 0;
     for (std::uint64_t word; at + sizeof word <= text.size(); at += sizeof word) {
         std::memcpy(&word, text.data() + at, sizeof word);
-        if ((word & kHighBits) != 0) break;
+        if ((word & kHighBitOfEachByte) != 0) break;
     }
     return at;
 }

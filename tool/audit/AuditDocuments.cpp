@@ -42,10 +42,10 @@ struct File {
 
 // A path may be any bytes, a text may not.
 std::string wellFormed(std::string text) {
-    constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
+    constexpr std::string_view kReplacementUTF8 = "\xEF\xBF\xBD";
     for (std::size_t at = 0;
          (at += Text::firstMalformedByte(std::string_view(text).substr(at))) < text.size();)
-        text.replace(at, 1, kReplacement);
+        text.replace(at, 1, kReplacementUTF8);
     return text;
 }
 

@@ -12,7 +12,7 @@ namespace {
 
 // 0: the program; 1: its commands; 2: its options; 3: the options of each command; 4: what completes each
 // value.
-constexpr std::string_view kScript = R"(# bash completion for {0}
+constexpr std::string_view kBashScript = R"(# bash completion for {0}
 
 _{0}() {{
     local current=${{COMP_WORDS[COMP_CWORD]}} previous=${{COMP_WORDS[COMP_CWORD - 1]}}
@@ -86,7 +86,7 @@ std::string bashCompletion(const Manual& manual) {
         options += optionsCase(command);
         values += valueCases(command);
     }
-    return fmt::format(kScript,
+    return fmt::format(kBashScript,
                        manual.program.name,
                        joined(manual.commandNames(), " "),
                        joined(manual.program.optionNames(), " "),

@@ -12,7 +12,7 @@ namespace QELModels::tool {
 namespace {
 
 // 0: the program; 1: how a line begins that completes something.
-constexpr std::string_view kScript = R"(# fish completion for {0}
+constexpr std::string_view kFishScript = R"(# fish completion for {0}
 
 # Whether the arguments by place before the cursor, options and their values left out, are so many.
 function __qelmodels_place --argument-names command comparison place
@@ -35,12 +35,12 @@ end
 )";
 
 // Between single quotes fish reads a backslash before a quote and before itself.
-std::string quoted(std::string_view text) {
+std::string fishQuoted(std::string_view text) {
     return "'" + backslashed(text, "\\'") + "'";
 }
 
 std::string listed(const std::vector<std::string>& words) {
-    return "-a " + quoted(joined(words, " "));
+    return "-a " + fishQuoted(joined(words, " "));
 }
 
 std::string optionText(const Manual::Argument& option) {
@@ -49,7 +49,7 @@ std::string optionText(const Manual::Argument& option) {
         text += name.starts_with("--") ? " -l " + name.substr(2) : " -s " + name.substr(1);
     if (!option.type.empty()) text += option.isFile() ? " -r -F" : " -x";
     if (!option.words.empty()) text += ' ' + listed(option.words);
-    return text + " -d " + quoted(option.description);
+    return text + " -d " + fishQuoted(option.description);
 }
 
 // What completes the arguments of a command by place; empty when nothing does.
@@ -73,8 +73,10 @@ std::string argumentLines(const Manual::Command& command, std::string_view compl
 }
 
 std::string commandLines(const Manual::Command& command, std::string_view complete) {
-    std::string lines = fmt::format(
-        "\n{} -n __fish_use_subcommand -a {} -d {}\n", complete, command.name, quoted(command.description));
+    std::string lines = fmt::format("\n{} -n __fish_use_subcommand -a {} -d {}\n",
+                                    complete,
+                                    command.name,
+                                    fishQuoted(command.description));
     for (const Manual::Argument& option : command.options)
         lines += fmt::format(
             "{} -n '__fish_seen_subcommand_from {}'{}\n", complete, command.name, optionText(option));
@@ -85,7 +87,7 @@ std::string commandLines(const Manual::Command& command, std::string_view comple
 
 std::string fishCompletion(const Manual& manual) {
     const std::string complete = "complete -c " + manual.program.name;
-    std::string script = fmt::format(kScript, manual.program.name, complete);
+    std::string script = fmt::format(kFishScript, manual.program.name, complete);
     for (const Manual::Argument& option : manual.program.options)
         script += fmt::format("{} -n __fish_use_subcommand{}\n", complete, optionText(option));
     for (const Manual::Command& command : manual.commands)

@@ -11,7 +11,7 @@ namespace QELModels::tool {
 namespace {
 
 // 0: the program; 1: the descriptions of its commands; 2: its options; 3: the arguments of each command.
-constexpr std::string_view kScript = R"(#compdef {0}
+constexpr std::string_view kZshScript = R"(#compdef {0}
 
 _{0}() {{
     local -a commands
@@ -33,7 +33,7 @@ _{0} "$@"
 )";
 
 // A text between single quotes, in which a shell sees nothing special.
-std::string quoted(std::string_view text) {
+std::string shellQuoted(std::string_view text) {
     std::string result = "'";
     for (const char c : text)
         result += c == '\'' ? std::string("'\\''") : std::string(1, c);
@@ -52,11 +52,12 @@ std::string argumentsOf(const Manual::Command& command) {
             std::string argument = fmt::format(
                 "{}{}[{}]", option.isRepeated ? "*" : "", name, backslashed(option.description, "[]\\:"));
             if (!option.type.empty()) argument += ':' + valueOf(option);
-            arguments += " \\\n            " + quoted(argument);
+            arguments += " \\\n            " + shellQuoted(argument);
         }
     }
     for (const Manual::Argument& argument : command.arguments)
-        arguments += " \\\n            " + quoted((argument.isRepeated ? "*:" : ":") + valueOf(argument));
+        arguments +=
+            " \\\n            " + shellQuoted((argument.isRepeated ? "*:" : ":") + valueOf(argument));
     return arguments;
 }
 
@@ -66,12 +67,12 @@ std::string zshCompletion(const Manual& manual) {
     std::string descriptions, arguments;
     for (const Manual::Command& command : manual.commands) {
         const std::string description = command.name + ':' + backslashed(command.description, "\\:");
-        descriptions += fmt::format("        {}\n", quoted(description));
+        descriptions += fmt::format("        {}\n", shellQuoted(description));
         arguments +=
             fmt::format("    {})\n        _arguments{}\n        ;;\n", command.name, argumentsOf(command));
     }
     const Manual::Command options{{}, {}, {}, {}, manual.program.options};
-    return fmt::format(kScript, manual.program.name, descriptions, argumentsOf(options), arguments);
+    return fmt::format(kZshScript, manual.program.name, descriptions, argumentsOf(options), arguments);
 }
 
 }  // namespace QELModels::tool
