@@ -47,11 +47,20 @@ function(qelmodels_warnings target)
     endif()
 endfunction()
 
-# qelmodels_precompile(target HEADERS...): for builds that are made to run the tests once. `debug` and `bench` do
-# without, and show that every source includes what it needs.
-function(qelmodels_precompile target)
-    if(QELMODELS_PRECOMPILE)
-        target_precompile_headers(${target} PRIVATE ${ARGN})
+# qelmodels_quick_build(target [APART REGEX] HEADERS...): for builds that are made to run the tests once. Headers are
+# compiled once, and sources joined, save those that use the same local names. `debug` and `bench` do without, and
+# show that every source includes what it needs.
+function(qelmodels_quick_build target)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "APART" "")
+    if(NOT QELMODELS_QUICK_BUILD)
+        return()
+    endif()
+    target_precompile_headers(${target} PRIVATE ${arg_UNPARSED_ARGUMENTS})
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 12)
+    if(arg_APART)
+        get_target_property(sources ${target} SOURCES)
+        list(FILTER sources INCLUDE REGEX "${arg_APART}")
+        set_source_files_properties(${sources} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
     endif()
 endfunction()
 

@@ -53,7 +53,7 @@ function(build_within copy standard rtti)
 endfunction()
 
 installed_copy(static ${CMAKE_BINARY_DIR})
-build_within(shared 20 OFF -DBUILD_SHARED_LIBS=ON -DQELMODELS_PRECOMPILE=ON)
+build_within(shared 20 OFF -DBUILD_SHARED_LIBS=ON -DQELMODELS_QUICK_BUILD=ON)
 build_within(no-rtti 23 ON -DBUILD_SHARED_LIBS=OFF -DQELMODELS_RTTI=OFF)
 
 #       copy     consumer      standard  run-time types
