@@ -42,15 +42,15 @@ static_assert(Number(9007199254740993) != 9007199254740992.0 &&
               Number(9007199254740993) > 9007199254740992.0);
 
 // Wide enough for 64-bit integers and for doubles alike, on most machines.
-using Exact = long double;
-constexpr bool kIsExact = std::numeric_limits<Exact>::digits >= 64;
+using LongDouble = long double;
+constexpr bool kIsExact = std::numeric_limits<LongDouble>::digits >= 64;
 
 struct Sample {
     template <typename T>
-    Sample(T value) : number(value), exact(static_cast<Exact>(value)) {}
+    Sample(T value) : number(value), exact(static_cast<LongDouble>(value)) {}
 
     Number number;
-    Exact exact;
+    LongDouble exact;
 };
 
 // Values around every bound there is, made in every way that has room for them.

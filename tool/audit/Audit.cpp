@@ -244,6 +244,7 @@ std::vector<const Audit::Property*> Audit::propertiesProblemsFirst() const {
 
 std::vector<const Audit::UnreadKey*> Audit::unreadMostFrequentFirst() const {
     std::vector<const UnreadKey*> keys;
+    keys.reserve(unread.size());
     for (const UnreadKey& key : unread)
         keys.push_back(&key);
     std::stable_sort(keys.begin(), keys.end(), [](const UnreadKey* a, const UnreadKey* b) {

@@ -93,6 +93,7 @@ Manual::Command commandOf(const CLI::App& app) {
 
 std::vector<std::string> Manual::Command::optionNames() const {
     std::vector<std::string> all;
+    all.reserve(commands.size());
     for (const Argument& option : options)
         all.insert(all.end(), option.names.begin(), option.names.end());
     return all;
@@ -107,6 +108,7 @@ std::vector<std::string> Manual::Command::valuedOptionNames() const {
 
 std::vector<std::string> Manual::commandNames() const {
     std::vector<std::string> all;
+    all.reserve(commands.size());
     for (const Command& command : commands)
         all.push_back(command.name);
     return all;
