@@ -134,6 +134,14 @@ namespace detail {
 template <const auto& Declared, class Fields>
 inline constexpr auto comparedProperties = Fields::template in<Declared>();
 
+template <class C>
+constexpr const ObjectClass* modelSuperclass() {
+    if constexpr (requires { typename C::Super::Super; })
+        return &C::Super::objectClass;
+    else
+        return nullptr;
+}
+
 /// A class that compares nothing by itself.
 template <class C>
 constexpr DescriptionOf<C> descriptionOf(std::string_view name, const ObjectClass* superclass,
@@ -141,6 +149,7 @@ constexpr DescriptionOf<C> descriptionOf(std::string_view name, const ObjectClas
                                          std::span<const std::string_view> propertyKeys, bool isRoot) {
     return {{.name = name,
              .superclass = superclass,
+             .modelSuperclass = modelSuperclass<C>(),
              .properties = properties,
              .propertyKeys = propertyKeys,
              .size = sizeof(C),

@@ -32,21 +32,23 @@ bool Object::isEqualAs(const ObjectClass& isa, const Object* other) const {
     if (other == nullptr) return false;
     assert(isKindOf(isa) && other->isKindOf(isa));
     bool comparesFields = false;
-    for (const ObjectClass* declaring = &isa; declaring != nullptr; declaring = declaring->superclass()) {
+    const ObjectClass* declaring = &isa;
+    do {
         const ComparedFields& equality = declaring->equality();
-        if (!equality.isDeclared) continue;
         if (equality.isIdentityFirst) return false;
         for (const Property* property : equality.properties)
             if (!detail::equalFields(*property, *this, *other)) return false;
-        comparesFields = true;
-    }
+        comparesFields |= equality.isDeclared;
+        declaring = declaring->modelSuperclass();
+    } while (declaring != nullptr);
     return comparesFields;
 }
 
 std::uint64_t Object::hash() const {
     std::uint64_t h = 0;
     bool hashesFields = false;
-    for (const ObjectClass* declaring = isa_; declaring != nullptr; declaring = declaring->superclass()) {
+    for (const ObjectClass* declaring = isa_; declaring != nullptr;
+         declaring = declaring->modelSuperclass()) {
         const ComparedFields& hash = declaring->hash();
         if (!hash.isDeclared) continue;
         if (hash.isIdentityFirst) h = detail::hashCombine(h, identityHash(*this));

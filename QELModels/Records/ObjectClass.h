@@ -32,6 +32,8 @@ public:
 
         std::string_view name;
         const ObjectClass* superclass;
+        /// The superclass whose properties are inherited: no record has those of the root of all classes.
+        const ObjectClass* modelSuperclass;
         std::span<const Property> properties;
         std::span<const std::string_view> propertyKeys;
         std::size_t size;
@@ -51,6 +53,8 @@ public:
     std::string_view name() const noexcept { return description_.name; }
     /// The class that this one extends; null for `QELBaseModel`.
     const ObjectClass* superclass() const noexcept { return description_.superclass; }
+    /// The same if it is a model class, so that its properties are inherited; else null.
+    const ObjectClass* modelSuperclass() const noexcept { return description_.modelSuperclass; }
     /// Whether this is another class or derives from it.
     bool isSameOrDerivedFrom(const ObjectClass& other) const noexcept;
     /// Whether each of its records lives in a block of its own wherever it is in a document.
@@ -94,12 +98,6 @@ protected:
 
 private:
     friend struct detail::ObjectAccess;
-
-    // The superclass whose properties are inherited: no record has those of the root of all classes.
-    const ObjectClass* modelSuperclass() const noexcept {
-        const ObjectClass* super = superclass();
-        return super != nullptr && super->superclass() != nullptr ? super : nullptr;
-    }
 
     Description description_;
 };
