@@ -172,6 +172,12 @@ public:
 
     char* end() const noexcept { return end_; }
     void put(char byte) noexcept { *end_++ = byte; }
+    /// The same in a buffer that holds the text: a byte written anew would have to reach the cache before the
+    /// search that goes on after it can read there.
+    void putUnlessThere(char byte) noexcept {
+        if (*end_ != byte) *end_ = byte;
+        ++end_;
+    }
     void putCharacter(char32_t character) noexcept { end_ += Text::encode(character, end_); }
     /// The character of a reference. The reference was longer, so both bytes have room.
     void put(const Character& character) noexcept {
@@ -269,7 +275,7 @@ private:
     // Every '&' of the decoded text is put by this function, and a '#' is never inserted.
     void putAmpersand() noexcept {
         if (firstNumeric_ == nullptr && in_ != end_ && *in_ == '#') firstNumeric_ = out_.end();
-        out_.put('&');
+        out_.putUnlessThere('&');
     }
 
     void decodeAfterAmp() noexcept {
