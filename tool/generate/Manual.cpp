@@ -93,7 +93,6 @@ Manual::Command commandOf(const CLI::App& app) {
 
 std::vector<std::string> Manual::Command::optionNames() const {
     std::vector<std::string> all;
-    all.reserve(commands.size());
     for (const Argument& option : options)
         all.insert(all.end(), option.names.begin(), option.names.end());
     return all;
