@@ -57,8 +57,11 @@ unpack_sources() {
         (here=$PWD && cd "$folder/archives" &&
             PWD=$here foreign_apt "$suite" "$(dpkg --print-architecture)" source --download-only --tar-only "$package") || return 1
         mkdir "$folder/archives/tree"
-        tar -xf "$folder"/archives/*.orig.tar.* -C "$folder/archives/tree" --strip-components=1 || return 1
-        mv "$folder/archives/tree" "$folder/$package"
+        tar -xf "$folder"/archives/*.orig.tar.* -C "$folder/archives/tree" || return 1
+        # Most archives hold one folder with everything in it, some the files themselves.
+        local tree=("$folder"/archives/tree/*)
+        [[ ${#tree[@]} -eq 1 ]] || tree=("$folder/archives/tree")
+        mv "${tree[0]}" "$folder/$package"
         rm -rf "$folder/archives"
     done
 }
