@@ -1,7 +1,7 @@
 # The distribution's packages that each kind of work needs, and what to do when some are missing.
 # Sourced by ./dev and .ci/run.
 
-packages_build=(g++ cmake ninja-build ccache libsimdjson-dev libcli11-dev libfmt-dev)
+packages_build=(g++ cmake ninja-build ccache libsimdjson-dev libfast-float-dev libcli11-dev libfmt-dev)
 packages_test=(libgtest-dev librapidcheck-dev pkg-config python3-minimal)
 packages_clang=(clang-14 libclang-rt-14-dev)
 packages_libcxx=(libc++-14-dev libc++abi-14-dev)

@@ -139,6 +139,17 @@ TEST(JSONReader, Numbers) {
         for (const char* end : {"", " ", ",3", "]", "}", ":"})
             EXPECT_TRUE(agrees("[" + std::string(row.text) + end));
     }
+    // Halfway between two doubles, but for the last of more digits than any reader keeps.
+    const std::string halfway = "9007199254740993." + std::string(800, '0');
+    EXPECT_EQ(*valueOf(halfway)->view().number(), Number(9007199254740992.0));
+    EXPECT_EQ(*valueOf(halfway + '1')->view().number(), Number(9007199254740994.0));
+    // Both ends of the range, and what is beyond them.
+    for (const std::string digits : {"1", "17976931348623159", "24703282292062328", "49406564584124654"}) {
+        for (int exponent = -345; exponent <= 310; exponent == -300 ? exponent = 285 : ++exponent) {
+            EXPECT_TRUE(agrees('[' + digits + 'e' + std::to_string(exponent) + ']'));
+            EXPECT_TRUE(agrees("[-0." + digits + 'e' + std::to_string(exponent) + ']'));
+        }
+    }
     // Digits on both sides of a point, short enough for the quick way and too long for it.
     constexpr std::string_view kDigits = "907264518309726451";
     for (std::size_t whole = 1; whole <= kDigits.size(); ++whole) {

@@ -251,6 +251,7 @@ TEST(Tool, DurationsAndColours) {
          "{\"red\":0,\"green\":0,\"blue\":0,\"alpha\":1}\nnull\n"},
     });
     EXPECT_EQ(run("duration -.5 nan").out, run("duration 0 0").out);
+    EXPECT_EQ(run("duration 0e999 5e-324").out, run("duration 0 0").out);
     EXPECT_TRUE(contains(run("duration -inf").out, "106751991167300,"));
 }
 
@@ -382,7 +383,8 @@ TEST(Tool, BadUsageIsOneLineThatPointsToHelp) {
         "next S;next S --after 1 --video S;next S --after x;next - --video -;image-url https://img.example/;"
         "image-url --size 1x1;image-url https://img.example/ --size 1x1 x1;"
         "image-url https://img.example/ --size 1x1 --auto both;text;text shout;duration;duration 1 2s;"
-        "duration +1;color;color --compact;explain;explain film;explain season --key-path a;schema;"
+        "duration +1;duration 1e400;duration -1e309;duration .00002e-320;color;color "
+        "--compact;explain;explain film;explain season --key-path a;schema;"
         "schema film;generate csh;audit;audit asset;audit thing S;audit asset S --json --html o;"
         "audit asset S --threads 0;audit assets S --key-path a",
         ';');

@@ -1,10 +1,11 @@
 #include "tool/Options.h"
 
+#include <fast_float/fast_float.h>
 #include <fmt/format.h>
 #include <CLI/CLI.hpp>
 
-#include <charconv>
 #include <cmath>
+#include <system_error>
 #include <utility>
 
 #include "QELModels/Process/Clock.h"
@@ -84,8 +85,13 @@ void setScreenScale(const std::optional<std::string>& scale) {
 std::optional<double> numberIn(std::string_view text) {
     double number = 0;
     const char* end = text.data() + text.size();
-    const auto [read, error] = std::from_chars(text.data(), end, number);
-    return error == std::errc() && read == end ? std::optional(number) : std::nullopt;
+    const auto [read, error] = fast_float::from_chars(text.data(), end, number);
+    if (error != std::errc() || read != end) return std::nullopt;
+    // Only newer versions report a number that is out of range. All store an infinity or zero for it.
+    const std::string_view significand = text.substr(0, text.find_first_of("eE"));
+    const bool hasValue = significand.find_first_of("123456789") != std::string_view::npos;
+    if (hasValue && (std::isinf(number) || number == 0)) return std::nullopt;
+    return number;
 }
 
 std::optional<Size> sizeIn(std::string_view text) {

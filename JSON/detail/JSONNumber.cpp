@@ -1,5 +1,7 @@
 #include "JSON/detail/JSONNumber.h"
 
+#include <fast_float/fast_float.h>
+
 #include <algorithm>
 #include <array>
 #include <cfloat>
@@ -104,12 +106,11 @@ double real(const Parts& parts) noexcept {
         const double value = parts.exponent < 0 ? mantissa / power : mantissa * power;
         return parts.isNegative ? -value : value;
     }
+    // Not every standard library reads doubles. Whatever is answered, and older versions answer nothing else
+    // for what is out of range, the value is the nearest: an infinity or zero.
     double value = 0;
-    if (std::from_chars(parts.begin, parts.end, value).ec == std::errc()) return value;
-    // Out of range is said of both ends: the place of the first digit tells which.
-    const bool isLarge = parts.digits + parts.exponent > 0;
-    const double limit = isLarge ? std::numeric_limits<double>::infinity() : 0.0;
-    return parts.isNegative ? -limit : limit;
+    fast_float::from_chars(parts.begin, parts.end, value);
+    return value;
 }
 
 }  // namespace
