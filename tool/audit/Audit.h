@@ -36,7 +36,8 @@ struct AuditPlace {
     std::uint64_t line = 0;  ///< of the document, from 1; 1 in a file that is one document
     std::string pointer;     ///< a JSON Pointer from the document's root
 
-    friend auto operator<=>(const AuditPlace&, const AuditPlace&) = default;
+    // The type is written, since not every standard library has `<=>` for texts: `<` serves as well.
+    friend std::strong_ordering operator<=>(const AuditPlace&, const AuditPlace&) = default;
 };
 
 /// How often something was seen, and the least place where it was.
@@ -74,7 +75,7 @@ struct AuditProblem {
     std::string pointer;       ///< of a faulty document: the value that is at fault
     std::string reason;
 
-    friend auto operator<=>(const AuditProblem&, const AuditProblem&) = default;
+    friend std::strong_ordering operator<=>(const AuditProblem&, const AuditProblem&) = default;
 };
 
 /// Documents with a problem of one kind: their number, and the first of them by name.
