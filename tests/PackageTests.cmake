@@ -75,6 +75,34 @@ add_test(NAME package.static.headers
                  -P ${CMAKE_CURRENT_SOURCE_DIR}/InstalledHeaders.cmake)
 set_tests_properties(package.static.headers PROPERTIES FIXTURES_REQUIRED installed-static)
 
+# installed_files(name COMPONENTS...): what is installed, component by component.
+function(installed_files name)
+    add_test(NAME package.static.${name}
+             COMMAND ${CMAKE_COMMAND} -DBUILD=${CMAKE_BINARY_DIR} "-DINSTALLED=${ARGN}" -DFOLDER=${copies}/${name}
+                     -DLIBDIR=${CMAKE_INSTALL_LIBDIR} -DINCLUDEDIR=${QELMODELS_INCLUDEDIR} -DCONFIG=${CMAKE_BUILD_TYPE}
+                     -P ${CMAKE_CURRENT_SOURCE_DIR}/InstalledFiles.cmake)
+endfunction()
+
+installed_files(core core)
+set_tests_properties(package.static.core PROPERTIES FIXTURES_SETUP installed-core)
+installed_files(JSON JSON)
+if(TARGET qelmodels)
+    installed_files(tool tool)
+endif()
+
+# asks(name COMPONENTS OPTIONAL answer): what CMake says to one who asks the copy that has the core alone.
+function(asks name components optional answer)
+    add_test(NAME package.core.${name}
+             COMMAND ${CMAKE_COMMAND} -S ${consumers}/missing_component -B ${copies}/package.core.${name}
+                     -DCMAKE_PREFIX_PATH=${copies}/core -DCOMPONENTS=${components} -DOPTIONAL=${optional})
+    set_tests_properties(package.core.${name} PROPERTIES
+        FIXTURES_REQUIRED installed-core PASS_REGULAR_EXPRESSION ${answer})
+endfunction()
+
+asks(missing JSON "" "CMake Error.*component JSON of QELModels is not installed.*-DQELMODELS_JSON=ON.*QELModels-JSON")
+asks(unknown tool "" "CMake Error.*QELModels has no component tool: there is JSON\\.")
+asks(optional "" JSON "JSON: FALSE.*Generating done")
+
 add_test(NAME package.shared.symbols
          COMMAND ${PROJECT_SOURCE_DIR}/scripts/exported_symbols.sh
                  ${copies}/package.shared.add_subdirectory/qelmodels)
