@@ -9,10 +9,11 @@ packages_lint=(clang-format-14 clang-tidy-22 python3-minimal git)
 packages_bench=(nlohmann-json3-dev rapidjson-dev)
 packages_compare=(git python3-minimal)
 packages_docs=(doxygen)
-# Programs that read the schemas, the page of an audit, the manual and the completions as their users do, each as
-# program:package, since another copy of the program serves as well. Only .ci/run installs them; tests that need
+# Programs that read the schemas, the page of an audit, the manual, the completions and the package as their users do,
+# each as program:package, since another copy of the program serves as well. Only .ci/run installs them; tests that need
 # one of them are skipped without it.
-readers=(node:nodejs npm:npm chromium:chromium man:man-db zsh:zsh fish:fish)
+readers=(node:nodejs npm:npm chromium:chromium man:man-db zsh:zsh fish:fish
+    dpkg-shlibdeps:dpkg-dev file:file)
 
 is_installed() {
     [[ $(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null) == installed ]]

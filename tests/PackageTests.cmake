@@ -75,7 +75,7 @@ add_test(NAME package.static.headers
                  -P ${CMAKE_CURRENT_SOURCE_DIR}/InstalledHeaders.cmake)
 set_tests_properties(package.static.headers PROPERTIES FIXTURES_REQUIRED installed-static)
 
-# installed_files(name COMPONENTS...): what is installed, component by component.
+# installed_files(name COMPONENTS... | GENERATOR): what is installed, component by component, and packages.
 function(installed_files name)
     add_test(NAME package.static.${name}
              COMMAND ${CMAKE_COMMAND} -DBUILD=${CMAKE_BINARY_DIR} "-DINSTALLED=${ARGN}" -DFOLDER=${copies}/${name}
@@ -88,6 +88,12 @@ set_tests_properties(package.static.core PROPERTIES FIXTURES_SETUP installed-cor
 installed_files(JSON JSON)
 if(TARGET qelmodels)
     installed_files(tool tool)
+    installed_files(tar TGZ)
+    if(DEB IN_LIST QELMODELS_PACKAGES AND QELMODELS_DPKG_SHLIBDEPS AND QELMODELS_FILE)
+        installed_files(deb DEB)
+    else()
+        skipped_test(package.static.deb "dpkg-deb, dpkg-shlibdeps or file")
+    endif()
 endif()
 
 # asks(name COMPONENTS OPTIONAL answer): what CMake says to one who asks the copy that has the core alone.
