@@ -29,15 +29,35 @@ set(DESTINATION \"${headerDestination}\")"
             SCRIPT ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/QELModelsInstallHeaders.cmake COMPONENT ${component})
 endfunction()
 
+# A shared library is found from the place of the file that needs it, so that an installed tree can be moved. Where
+# one of the two folders is an absolute path, they do not move together.
+function(find_libraries_from folder target)
+    if(NOT libraryType STREQUAL "SHARED_LIBRARY" OR DEFINED CMAKE_INSTALL_RPATH)
+        return()
+    endif()
+    set(path ${CMAKE_INSTALL_FULL_LIBDIR})
+    if(NOT IS_ABSOLUTE ${folder} AND NOT IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR})
+        set(origin $ORIGIN)
+        if(APPLE)
+            set(origin @loader_path)
+        endif()
+        cmake_path(RELATIVE_PATH CMAKE_INSTALL_LIBDIR BASE_DIRECTORY ${folder} OUTPUT_VARIABLE path)
+        string(REGEX REPLACE "/\\.$" "" path ${origin}/${path})
+    endif()
+    set_property(TARGET ${target} PROPERTY INSTALL_RPATH ${path})
+endfunction()
+
 install_library(QELModels QELModels-core)
 install_headers(QELModels QELModels-core)
 if(TARGET QELModelsJSON)
     install_library(QELModelsJSON QELModels-JSON)
     install_headers(JSON QELModels-JSON QELModels)
+    find_libraries_from(${CMAKE_INSTALL_LIBDIR} QELModelsJSON)
 endif()
 
 if(TARGET qelmodels)
     install(TARGETS qelmodels COMPONENT QELModels-tool)
+    find_libraries_from(${CMAKE_INSTALL_BINDIR} qelmodels)
     # The command writes its own page of the manual and its completions, where it can be run.
     if(NOT CMAKE_CROSSCOMPILING)
         set(generated ${PROJECT_BINARY_DIR}/generated)
