@@ -75,6 +75,22 @@ add_test(NAME package.static.headers
                  -P ${CMAKE_CURRENT_SOURCE_DIR}/InstalledHeaders.cmake)
 set_tests_properties(package.static.headers PROPERTIES FIXTURES_REQUIRED installed-static)
 
+# The headers as an application sees them that is stricter with itself than this project is with it, by every
+# compiler that is supported and installed.
+foreach(compiler g++-12 clang++-14 clang++-16 clang++-19 clang++-22)
+    set(name package.static.warnings.${compiler})
+    find_program(QELMODELS_${compiler} ${compiler})
+    mark_as_advanced(QELMODELS_${compiler})
+    if(NOT QELMODELS_${compiler})
+        skipped_test(${name} ${compiler})
+    else()
+        add_test(NAME ${name}
+                 COMMAND ${PROJECT_SOURCE_DIR}/scripts/check_headers.sh ${QELMODELS_${compiler}}
+                         ${copies}/static/${QELMODELS_INCLUDEDIR})
+        set_tests_properties(${name} PROPERTIES FIXTURES_REQUIRED installed-static)
+    endif()
+endforeach()
+
 # installed_files(name COMPONENTS... | GENERATOR): what is installed, component by component, and packages.
 function(installed_files name)
     add_test(NAME package.static.${name}
