@@ -466,29 +466,6 @@ TEST(JSONReader, IsUsedAgain) {
     EXPECT_EQ(zone.pieces(), 0u);
 }
 
-// A small document and a large one ask for memory in different ways.
-TEST(JSONReader, SurvivesFailingAllocations) {
-    for (const std::size_t members : {std::size_t{60}, std::size_t{5000}}) {
-        std::string document = repeated("[", 80) + "{";
-        for (std::size_t i = 0; i < members; ++i)
-            document += "\"" + std::to_string(i % 50) + "\":[[]],";
-        document += "\"z\":0}" + repeated("]", 80);
-        std::size_t failAt = 0;
-        for (bool isRead = false; !isRead; ++failAt) {
-            CountingZone zone(failAt);
-            JSONReader reader(100, &zone);
-            try {
-                isRead = reader.read(document).has_value();
-            } catch (const std::bad_alloc&) {
-                EXPECT_EQ(zone.pieces(), 0u);
-                EXPECT_TRUE(reader.read(document)) << "the next time there is memory";
-            }
-            EXPECT_EQ(zone.pieces(), 0u);
-        }
-        EXPECT_GT(failAt, 3u);
-    }
-}
-
 // The destructor of a static object that is older than anything that was read.
 struct ReadingAtTheEnd {
     ~ReadingAtTheEnd() {

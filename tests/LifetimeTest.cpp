@@ -1,5 +1,4 @@
-// What is kept stays whole, whatever else is dropped, and keeps nothing that it does not need. Whatever fails
-// on the way leaves no memory allocated.
+// What is kept stays whole, whatever else is dropped, and keeps nothing that it does not need.
 
 #include <gtest/gtest.h>
 
@@ -276,69 +275,6 @@ TEST(Lifetime, OfACopyGoesOnInTheRecordThatItIsPutInto) {
     const auto asset =
         recordWith<QELAsset>("category", Value(copy(*mapped<QELCategory>(R"({"title": "Nyheter"})"))));
     EXPECT_EQ(asset->category()->title(), "Nyheter");
-}
-
-// Nothing half made.
-
-// Does `work` with zones that fail at their 1st, 2nd, 3rd ... request, until one need not fail. Every request
-// made must have been one that failed once.
-template <class Work>
-void expectNothingHalfMade(const char* name, std::size_t leastRequests, Work work) {
-    for (std::size_t failAt = 0;; ++failAt) {
-        CountingZone zone(failAt);
-        try {
-            work(zone);
-            EXPECT_EQ(zone.requests(), failAt) << name;
-            EXPECT_GE(failAt, leastRequests) << name << " hardly needs memory; what is tested here?";
-            EXPECT_EQ(zone.pieces(), 0U) << name << ", all of it";
-            return;
-        } catch (const std::bad_alloc&) {
-            ASSERT_EQ(zone.requests(), failAt + 1) << name << " went on without memory";
-            ASSERT_EQ(zone.pieces(), 0U) << name << " at request " << failAt;
-        }
-    }
-}
-
-TEST(NothingHalfMade, WhenMemoryRunsOut) {
-    const LogLines log;
-    // Lists of records that are all defaults take far more room than their document promises.
-    std::string many;
-    for (int i = 0; i < 300; ++i)
-        many += i == 0 ? "null" : ",null";
-    const Representation bulky =
-        json(R"({"title": "&amp;)" + std::string(3000, 'x') + R"(", "additional": {"chapters": [)" + many +
-             R"(], "subtitles": [)" + many + R"(], "barrels": [)" + many + "]}}");
-    const Representation page = json(pageOf(12, "<&lt;>"));
-    const auto asset = assetFrom(assetText("z"));
-    expectNothingHalfMade("an asset", 2, [&](CountingZone& zone) {
-        mappedObject<QELAsset>(bulky, {nullptr, &zone, {}});
-    });
-    expectNothingHalfMade("a page", 13, [&](CountingZone& zone) {
-        const auto list = mappedPage<QELAsset>(page, "_embedded.assets", {nullptr, &zone, {}});
-        EXPECT_EQ(list->size(), 12U);
-    });
-    expectNothingHalfMade("a season", 13, [&](CountingZone& zone) {
-        const auto assets = *page->valueForKeyPath("_embedded.assets");
-        mappedObject<QELSeason>(Representation{{"assets", Representation(assets)}}, {nullptr, &zone, {}});
-    });
-    expectNothingHalfMade("a copy", 1, [&](CountingZone& zone) { copy(*asset, &zone); });
-    expectNothingHalfMade(
-        "a document that is read", 1, [&](CountingZone& zone) { readIn(zone, pageOf(40, "\\u00e5")); });
-    expectNothingHalfMade(
-        "a small document that is read", 2, [&](CountingZone& zone) { readIn(zone, assetText("s")); });
-    expectNothingHalfMade("a document that is built", 5, [&](CountingZone& zone) {
-        RepresentationBuilder builder(&zone);
-        builder.beginDictionary();
-        for (int i = 0; i < 200; ++i) {
-            builder.key("key " + std::to_string(i % 150));
-            builder.beginArray();
-            builder.string(std::string(50, 'y'));
-            builder.representation(page);
-            builder.endArray();
-        }
-        builder.endDictionary();
-        EXPECT_EQ(builder.finish()->size(), 150U);
-    });
 }
 
 }  // namespace

@@ -469,39 +469,4 @@ TEST(Representation, NestsAMillionDeep) {
     EXPECT_EQ(innermost.number(), Number(1));
 }
 
-// Whatever fails on the way, nothing is left.
-TEST(RepresentationBuilder, SurvivesFailingAllocations) {
-    const Representation large = built([](Builder& builder) {
-        builder.beginArray();
-        for (int i = 0; i < 100; ++i)
-            builder.string("a text of the linked value");
-        builder.endArray();
-    });
-    for (std::size_t failAt = 0;; ++failAt) {
-        CountingZone zone(failAt);
-        try {
-            Builder builder(&zone);
-            builder.beginDictionary();
-            for (int i = 0; i < 300; ++i) {
-                builder.key("key " + std::to_string(i % 200));
-                builder.beginArray();
-                builder.string(std::string(100, 'x'));
-                builder.representation(large);
-                builder.endArray();
-            }
-            builder.endDictionary();
-            const Representation value = builder.finish();
-            EXPECT_EQ(value.view().size(), 200u);
-
-            detail::BlockWriter writer(64, &zone);
-            const detail::RepresentationNode* copy = RepresentationAccess::copy(value, writer);
-            EXPECT_EQ(RepresentationAccess::at(copy, writer.block()), value.view());
-            EXPECT_GT(failAt, 8u);
-            return;
-        } catch (const std::bad_alloc&) {
-            EXPECT_EQ(zone.pieces(), 0u) << failAt;
-        }
-    }
-}
-
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <map>
 #include <memory>
@@ -115,6 +116,16 @@ struct Exact {
     std::unique_ptr<char[]> bytes;
 };
 
+/// What a thread asks of `operator new`, which the test program has its own of, in every guise.
+struct Requests {
+    std::size_t made = 0;
+    std::ptrdiff_t pieces = 0;  ///< that it was given, less those that it gave back
+    /// The numbers of the requests that fail, the first one made being 1; whether one has failed.
+    std::size_t firstFailing = SIZE_MAX, lastFailing = 0;
+    bool haveFailed = false;
+};
+extern constinit thread_local Requests requests;
+
 /// Hands out memory and knows all that is still out; fails at a request of choice.
 class CountingZone final : public Zone {
 public:
@@ -123,17 +134,17 @@ public:
 
     void* allocate(std::size_t bytes) override {
         if (requests_++ == failAt_) throw std::bad_alloc();
-        void* memory = std::malloc(bytes);
-        sizes_[memory] = bytes;
+        std::unique_ptr<char[]> memory(new char[bytes]);
+        sizes_[memory.get()] = bytes;
         bytes_ += bytes;
-        return memory;
+        return memory.release();
     }
     void deallocate(void* memory, std::size_t bytes) noexcept override {
         const auto out = sizes_.find(memory);
         if (out == sizes_.end() || out->second != bytes) std::abort();
         bytes_ -= bytes;
         sizes_.erase(out);
-        std::free(memory);
+        delete[] static_cast<char*>(memory);
     }
     std::size_t requests() const { return requests_; }
     std::size_t pieces() const { return sizes_.size(); }

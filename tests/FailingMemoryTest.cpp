@@ -1,0 +1,291 @@
+// The promise: wherever memory runs out, all of it is given back, what was there before is as it was, and
+// the next time there is memory the same objects do the same work.
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <unordered_set>
+
+#include "JSON/JSONFromValue.h"
+#include "JSON/JSONMapping.h"
+#include "QELModels/QELModels.h"
+#include "tests/DamagedDocuments.h"
+#include "tests/TestSupport.h"
+#include "tool/Explanation.h"
+
+namespace QELModels::test {
+namespace {
+
+// While it lives, the n-th request from now on fails, and all that follow it if they do `forGood`.
+struct FailingMemory {
+    FailingMemory(std::size_t nth, bool forGood) {
+        requests.haveFailed = false;
+        requests.firstFailing = requests.made + nth;
+        requests.lastFailing = forGood ? SIZE_MAX : requests.firstFailing;
+    }
+    ~FailingMemory() { end(); }
+    static void end() { requests.lastFailing = 0; }
+};
+
+// Does `work`, which answers a text, with its 1st, 2nd, 3rd ... request for memory failing, once and for
+// good, until none need fail. What `work` does `again`, it does with the same objects when there is memory
+// again. When all goes well, `kept` pieces are not given back.
+template <class Work>
+void expectNothingHalfMade(const std::string& name, const Work& work, std::ptrdiff_t kept = 0) {
+    const auto again = [](const auto& use) {
+        try {
+            return use();
+        } catch (const std::bad_alloc&) {
+            FailingMemory::end();
+            return use();
+        }
+    };
+    CountingZone zone;
+    const std::string usual = work(zone, again);
+    for (const bool forGood : {false, true}) {
+        const std::ptrdiff_t before = requests.pieces;
+        bool isDone = false;
+        std::size_t nth = 0;
+        while (!isDone && !testing::Test::HasFailure()) {
+            try {
+                const FailingMemory failing(++nth, forGood);
+                const std::string result = work(zone, again);
+                failing.end();
+                isDone = !requests.haveFailed;
+                EXPECT_EQ(result, usual) << name << " without request " << nth;
+            } catch (const std::bad_alloc&) {
+                EXPECT_TRUE(requests.haveFailed) << name;
+            }
+            EXPECT_EQ(zone.pieces(), 0U) << name << " at request " << nth;
+            EXPECT_EQ(requests.pieces - before, isDone ? kept : 0) << name << " at request " << nth;
+        }
+        EXPECT_GT(nth, 1U) << name << " needs no memory; what is tested here?";
+    }
+}
+
+// What needs memory of its own: nesting deeper than usual, an index of many keys, keys that are repeated.
+std::string largeValue(std::size_t members) {
+    std::string text = std::string(40, '[') + '{';
+    for (std::size_t i = 0; i < members; ++i)
+        text += "\"\\u00e5" + std::to_string(i % 50) + "\":[[]],";
+    return text + "\"last\":0}" + std::string(40, ']');
+}
+
+struct Keeper final : JSONElementHandler {
+    void element(RepresentationView element) override { kept.emplace_back(element); }
+    void startOver() override { kept.clear(); }
+    std::vector<Representation> kept;
+};
+
+// A small document and a large one ask for memory in different ways.
+TEST(FailingMemory, LeavesReadersAsTheyWere) {
+    for (const std::size_t members : {60, 1500}) {
+        const std::string value = largeValue(members);
+        for (const std::string& text : {value, value + ", tru", "{\"a\":[" + value + ",1," + value + "]}"}) {
+            expectNothingHalfMade("reading", [&](Zone& zone, auto again) {
+                JSONReader reader(100, &zone);
+                return again([&] {
+                    Keeper keeper;
+                    JSONError error;
+                    const auto read = reader.read(text, &error);
+                    const auto lent = reader.lend(text, &error);
+                    const std::string all = lent ? jsonFromRepresentation(*lent) : error.reason;
+                    reader.readElements(text, "a", keeper, &error);
+                    return all + jsonFromRepresentation(read.value_or(Representation::array(keeper.kept)));
+                });
+            });
+        }
+    }
+}
+
+TEST(FailingMemory, LeavesRepresentationsAsTheyWere) {
+    const Representation large = json(largeValue(60)), same = json(largeValue(60));
+    const Representation small{{"a", Representation::array({1, "two", nullptr})}};
+    expectNothingHalfMade("building and comparing", [&](Zone& zone, auto) {
+        RepresentationBuilder builder(&zone);
+        builder.beginDictionary();
+        for (int i = 0; i < 60; ++i) {
+            builder.key("key " + std::to_string(i % 40));
+            builder.beginArray();
+            builder.string("\xED\xA0\xBD\xED\xB8\x80 two halves");
+            builder.representation(i % 20 == 0 ? large : small);
+            builder.endArray();
+        }
+        builder.endDictionary();
+        const Representation all{{"built", builder.finish()}, {"equal", large == same}};
+        return jsonFromRepresentation(all, JSONWriter::Layout::indented);
+    });
+}
+
+// All that is done with a kind of document and its records.
+template <class Mapper>
+void expectOf(std::string_view name) {
+    using Model = typename Mapper::Model;
+    const tool::Kind& kind = tool::kindNamed(name);
+    const std::string text = WholeDocument(kind).json();
+    const Representation document = json(text);
+    expectNothingHalfMade("explaining", [&](Zone&, auto) {
+        std::string told;
+        tool::explain(kind, document, {}, [&](const tool::Finding& finding) {
+            ((told += finding.path) += finding.property) += finding.outcome;
+        });
+        return told;
+    });
+    for (const std::size_t padding : {std::size_t{1}, JSONReader::kUsualWindow}) {
+        const std::string bytes = "{\"padding\":\"" + std::string(padding, ' ') + "\"," + text.substr(1);
+        expectNothingHalfMade("mapping from bytes", [&](Zone& zone, auto again) {
+            JSONReader reader;
+            return again([&] {
+                return jsonFromValue(
+                    mappedResponseFromJSON(reader, bytes, Mapper(), nullptr, {.zone = &zone}));
+            });
+        });
+    }
+    expectNothingHalfMade("using", [&](Zone& zone, auto) {
+        const Value made = kind.map(document, {}, {.zone = &zone});
+        std::vector<Ref<Model>> records;
+        std::unordered_set<Ref<Model>, Hash, EqualTo> set;
+        if (made.record() != nullptr)
+            records.emplace_back(made.record()->template as<Model>());
+        else
+            for (const Object* record : made.list()->objects())
+                records.emplace_back(record->as<Model>());
+        set.insert(records.begin(), records.end());
+        std::string all = jsonFromValue(made);
+        for (const Ref<Model>& record : records) {
+            const auto copied = copy(*copy(*copy(*record, &zone), &zone), &zone);
+            all += copied->description() + std::to_string(set.count(copied));
+            for (const auto& [property, value] : copied->dictionaryValue())
+                (all += property) += show(value);
+        }
+        return all;
+    });
+}
+
+TEST(FailingMemory, LeavesNothingOfAMapping) {
+    const tool::SilentLog hushed;
+    expectOf<QELAssetMapper>("asset");
+    expectOf<QELAssetsMapper>("assets");
+    expectOf<QELCategoryMapper>("category");
+    expectOf<QELCategoriesMapper>("categories");
+    expectOf<QELEditorialMapper>("editorial");
+    expectOf<QELEditorialsMapper>("editorials");
+    expectOf<QELSeasonMapper>("season");
+    expectOf<QELSeasonsMapper>("seasons");
+}
+
+// A fault, a value that is linked, and lists of records that take far more room than they promise.
+TEST(FailingMemory, LeavesNothingOfUnusualDocuments) {
+    const tool::SilentLog hushed;
+    const Representation nulls = Representation::array(std::vector<Representation>(60));
+    const Representation documents[] = {
+        json(R"({"articleUrl": "a b", "category": {"additional": {"backgroundColor": 5}}})"),
+        {{"additional", {{"barrels", json(largeValue(60))}}}},
+        {{"title", "&amp;" + std::string(2000, 'x')},
+         {"additional", {{"chapters", nulls}, {"subtitles", nulls}}}}};
+    Bystander bystander;
+    for (const Representation& document : documents) {
+        for (FEMObserver* const observer :
+             {static_cast<FEMObserver*>(nullptr), static_cast<FEMObserver*>(&bystander)}) {
+            expectNothingHalfMade("mapping", [&](Zone& zone, auto) {
+                try {
+                    return jsonFromValue(mappedObject<QELAsset>(document, {observer, &zone, {}}));
+                } catch (const MappingFault& fault) {
+                    return std::string(fault.pointer()) + fault.what();
+                }
+            });
+        }
+    }
+}
+
+// Each call adds all of its rules, or all of its elements, or none.
+TEST(FailingMemory, LeavesMappingsAndCollectionsAsTheyWere) {
+    const std::string key(40, 'k'), path = key + '.' + key;
+    const std::function<void(FEMMapping&)> steps[] = {
+        [&](FEMMapping& mapping) {
+            mapping.addAttributesFromDictionary({{"title", path}, {"seasonNumber", key}});
+        },
+        [&](FEMMapping& mapping) {
+            mapping.addAttribute(FEMAttribute::mappingOfProperty(
+                "title", path, [key](RepresentationView) { return Value::text(key); }));
+        },
+        [&](FEMMapping& mapping) {
+            mapping.addToManyRelationshipMapping(FEMMapping(QELAsset::objectClass), "assets", path);
+        },
+        [](FEMMapping& mapping) {
+            mapping.addAttributesFromArray({"title", "seasonNumber"});
+        },
+        [](FEMMapping& mapping) { mapping = FEMMapping(mapping); },
+    };
+    const Representation document{{key, {{key, "of the document"}}}, {"title", "t"}};
+    const Representation elements = Representation::array({document, nullptr, document, document, 1});
+    FEMMapping before = QELSeason::defaultMapping();
+    for (const auto& step : steps) {
+        expectNothingHalfMade("adding", [&](Zone& zone, auto again) {
+            FEMMapping mapping(before);
+            again([&] { step(mapping); });
+            FEMCollection collection(mapping, {.zone = &zone});
+            auto next = elements->elements().begin();
+            again([&] {
+                for (; next != elements->elements().end(); ++next)
+                    collection.add(*next);
+            });
+            const auto made = again([&] { return collection.finish(); });
+            return std::to_string(mapping.rules().attributes.size()) + jsonFromValue(Value(made));
+        });
+        step(before);
+    }
+}
+
+TEST(FailingMemory, LeavesTheProcessAsItWas) {
+    constexpr std::ptrdiff_t kNameTextAndTransformer = 3;
+    int names = 0;
+    const auto registering = [&](Zone&, auto) {
+        const std::string name = "a name that needs memory of its own " + std::to_string(++names);
+        try {
+            setValueTransformer(std::make_unique<Stamp>("stamp"), name);
+        } catch (const std::bad_alloc&) {
+            if (valueTransformerForName(name) != nullptr) ADD_FAILURE() << name;
+            throw;
+        }
+        return show(valueTransformerForName(name)->transformedValue({}));
+    };
+    expectNothingHalfMade("registering", registering, kNameTextAndTransformer);
+    expectNothingHalfMade("setting the clock", [&](Zone&, auto again) {
+        const StoppedClock clock(7);
+        again([&] {
+            if (secondsSince1970(Clock::now()) != 7) ADD_FAILURE();
+            Clock::setSource([room = std::string(100, 'x')] { return dateFromSecondsSince1970(8); });
+        });
+        return Number(secondsSince1970(Clock::now())).toString();
+    });
+    testing::internal::CaptureStderr();
+    const std::string line(2000, 'x');
+    Log::setSink([](std::string_view text) { static_cast<void>(std::string(text)); });
+    {
+        const FailingMemory none(1, true);
+        Log::write(line);
+    }
+    Log::setSink({});
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), line + '\n');
+}
+
+TEST(FailingMemory, LeavesNothingOfTextsThatAreMade) {
+    const auto asset = assetFrom(R"({"id": 1234567890, "additional": {"cuePoints": [{"timeline": 2}, {}]}})");
+    const auto category = mapped<QELCategory>(R"({"id": 1234567890})");
+    const URLView url = *URLView::parse("https://a.example/image-with-a-long-name");
+    const std::string html = "<p>a long text &amp; &#65; </p>" + std::string(40, 'x');
+    expectNothingHalfMade("making", [&](Zone&, auto) {
+        return jsonFromValue(Value(sortedAdCuePoints(*asset->assetAdditional()))) + shareURLString(*asset) +
+               commentsShareURLString(*asset) + show(Value::url(*shareURLFromPlayhead(*asset, 123))) +
+               editorialKey(*category) + show(Value::url(QELKavoHelper::getURLWithSize(url, {300, 169}))) +
+               HTMLRemoval::stringByStrippingHTML(html) + HTMLRemoval::qel_decodeHTMLCharacterEntities(html) +
+               HTMLRemoval::mz_encodeHTMLCharacterEntities(html) + show(Value::text(html)) +
+               NSStringRepresentingTimeLeftUntilLive(1e5) + NSStringFromMovieDuration(-1) +
+               NSStringWithNamedSeparatorsFromMovieDuration(-1e15) + Number(-1.25e-300).toString() +
+               Text::fromUTF16(Text::toUTF16(html));
+    });
+}
+
+}  // namespace
+}  // namespace QELModels::test
