@@ -4,13 +4,13 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <csignal>
 #include <exception>
 #include <new>
 #include <utility>
 
 #include "QELModels/Records/MappingFault.h"
 #include "tool/Messages.h"
+#include "tool/System.h"
 
 namespace QELModels::tool {
 
@@ -129,7 +129,7 @@ ExitStatus CommandLine::parsed(std::vector<std::string> arguments) {
 }
 
 ExitStatus CommandLine::run(std::vector<std::string> arguments) {
-    std::signal(SIGPIPE, SIG_IGN);  // a closed pipe is an error of the write instead
+    system::prepareFiles();
     try {
         const ExitStatus status = parsed(std::move(arguments));
         session_.output.flush();

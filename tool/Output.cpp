@@ -1,11 +1,11 @@
 #include "tool/Output.h"
 
-#include <unistd.h>
-
 #include <cerrno>
 #include <cstddef>
 #include <cstdlib>
 #include <system_error>
+
+#include "tool/System.h"
 
 namespace QELModels::tool {
 
@@ -22,11 +22,9 @@ bool isSet(const char* variable) {
 
 int writeAll(int file, std::string_view text) {
     while (!text.empty()) {
-        const ssize_t written = ::write(file, text.data(), text.size());
-        if (written >= 0)
-            text.remove_prefix(static_cast<std::size_t>(written));
-        else if (errno != EINTR)
-            return errno;
+        const std::ptrdiff_t written = system::write(file, text.data(), text.size());
+        if (written < 0) return errno;
+        text.remove_prefix(static_cast<std::size_t>(written));
     }
     return 0;
 }
@@ -37,7 +35,7 @@ void Output::write(std::string_view text) {
 }
 
 void Output::flush() {
-    const int error = writeAll(STDOUT_FILENO, waiting_);
+    const int error = writeAll(system::kOutput, waiting_);
     waiting_.clear();
     if (error == EPIPE) throw ClosedPipe();
     if (error != 0) throw OutputFailure("cannot write: " + std::generic_category().message(error));
@@ -46,12 +44,12 @@ void Output::flush() {
 bool Output::isColored() {
     const char* terminal = std::getenv("TERM");
     const bool isDumb = terminal == nullptr || std::string_view(terminal) == "dumb";
-    return !isSet("NO_COLOR") && !isDumb && ::isatty(STDOUT_FILENO) == 1;
+    return !isSet("NO_COLOR") && !isDumb && system::isTerminal(system::kOutput);
 }
 
 void report(std::string message) {
     message += '\n';
-    writeAll(STDERR_FILENO, message);  // a failure cannot be reported either
+    writeAll(system::kErrors, message);  // a failure cannot be reported either
 }
 
 }  // namespace QELModels::tool

@@ -1,7 +1,5 @@
 #include "tool/audit/AuditDocuments.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <array>
 #include <atomic>
@@ -20,6 +18,7 @@
 #include "QELModels/Values/Text.h"
 #include "tool/Input.h"
 #include "tool/Lines.h"
+#include "tool/System.h"
 #include "tool/audit/AuditCollector.h"
 
 namespace QELModels::tool {
@@ -50,10 +49,9 @@ std::string wellFormed(std::string text) {
 }
 
 std::optional<std::uint64_t> regularSize(const std::string& path) {
-    struct stat status {};
-    if (path == kStandardInput || ::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
-        return std::nullopt;
-    return static_cast<std::uint64_t>(status.st_size);
+    if (path == kStandardInput) return std::nullopt;
+    const std::optional<system::FileStatus> status = system::statusOf(path);
+    return status ? status->size : std::nullopt;
 }
 
 // The files in the order of their names. A file that cannot be read is reported at once, not after an hour.

@@ -1,6 +1,4 @@
-#include <fcntl.h>
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -17,6 +15,7 @@
 #include "tool/Explanation.h"
 #include "tool/Kinds.h"
 #include "tool/Options.h"
+#include "tool/System.h"
 #include "tool/audit/Audit.h"
 #include "tool/audit/AuditDocuments.h"
 #include "tool/audit/AuditPage.h"
@@ -85,9 +84,7 @@ public:
 
 private:
     // What cannot be written of a bar is lost.
-    static void write(const std::string& text) {
-        [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, text.data(), text.size());
-    }
+    static void write(const std::string& text) { system::write(system::kErrors, text.data(), text.size()); }
 
     std::size_t width_ = 0;
 };
@@ -95,17 +92,15 @@ private:
 // A file for a page. It is opened before the work begins: a file that cannot be written is reported at once.
 class PageFile {
 public:
-    explicit PageFile(const std::string& name)
-        : name_(name), file_(::open(name.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666)) {
+    explicit PageFile(const std::string& name) : name_(name), file_(system::openForWriting(name)) {
         if (file_ < 0) fail(errno);
     }
     PageFile(const PageFile&) = delete;
     PageFile& operator=(const PageFile&) = delete;
-    ~PageFile() { ::close(file_); }
+    ~PageFile() { system::close(file_); }
 
     void write(std::string_view text) {
-        // A device or a pipe has nothing to cut off.
-        if (::ftruncate(file_, 0) != 0 && errno != EINVAL) fail(errno);
+        if (!system::empty(file_)) fail(errno);
         if (const int error = writeAll(file_, text); error != 0) fail(error);
     }
 
@@ -143,7 +138,7 @@ Audit audited(const Kind& kind, const Options& options) {
     const SilentLog silentLog;
     const std::size_t threads = options.threads.value_or(
         std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, kMostThreads));
-    if (::isatty(STDERR_FILENO) == 0) return auditDocuments(kind, options.files, threads);
+    if (!system::isTerminal(system::kErrors)) return auditDocuments(kind, options.files, threads);
     ProgressBar bar;
     return auditDocuments(
         kind, options.files, threads, [&bar](const AuditProgress& progress) { bar.show(progress); });

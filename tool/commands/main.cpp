@@ -1,10 +1,7 @@
-#include <string>
-#include <vector>
-
+#include "tool/System.h"
 #include "tool/commands/Commands.h"
 
 int main(int count, char* arguments[]) {
-    // Without a program's name, as some callers start programs, there are no arguments either.
-    char** first = count > 0 ? arguments + 1 : arguments;
-    return static_cast<int>(QELModels::tool::runProgram(std::vector<std::string>(first, arguments + count)));
+    using namespace QELModels::tool;
+    return static_cast<int>(runProgram(system::programArguments(count, arguments)));
 }

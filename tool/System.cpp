@@ -1,0 +1,207 @@
+#include "tool/System.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+
+#ifdef _WIN32
+#include <io.h>
+#include <windows.h>
+// After what it is made of:
+#include <shellapi.h>
+
+#include <memory>
+#include <string_view>
+
+#include "QELModels/Values/Text.h"
+#else
+#include <unistd.h>
+
+#include <csignal>
+#endif
+
+namespace QELModels::tool::system {
+
+namespace {
+
+// No system takes more in one call.
+constexpr std::size_t kMostBytes = std::size_t{1} << 30;
+
+template <class Status>
+FileStatus described(const Status& status) {
+    FileStatus description;
+    description.isFolder = (status.st_mode & S_IFMT) == S_IFDIR;
+    if ((status.st_mode & S_IFMT) == S_IFREG) description.size = static_cast<std::uint64_t>(status.st_size);
+    return description;
+}
+
+}  // namespace
+
+// --- Windows ----------------------------------------------------------------------------------------------
+
+#ifdef _WIN32
+
+namespace {
+
+std::wstring wide(const std::string& text) {
+    const std::u16string units = Text::toUTF16(text);
+    return {units.begin(), units.end()};
+}
+
+std::string narrow(std::wstring_view text) {
+    return Text::fromUTF16(std::u16string(text.begin(), text.end()));
+}
+
+int opened(const std::string& name, int flags) {
+    return ::_wopen(wide(name).c_str(), flags | _O_BINARY | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
+}
+
+}  // namespace
+
+std::vector<std::string> programArguments(int, char*[]) {
+    // What main() is given has lost all that the system's code page lacks.
+    int count = 0;
+    const std::unique_ptr<wchar_t*, decltype(&::LocalFree)> arguments(
+        ::CommandLineToArgvW(::GetCommandLineW(), &count), &::LocalFree);
+    std::vector<std::string> texts;
+    for (int i = 1; i < count; ++i)
+        texts.push_back(narrow(arguments.get()[i]));
+    return texts;
+}
+
+void prepareFiles() {
+    for (const int file : {kInput, kOutput, kErrors})
+        ::_setmode(file, _O_BINARY);
+    ::SetConsoleOutputCP(CP_UTF8);
+}
+
+std::optional<FileStatus> statusOf(const std::string& name) {
+    struct _stat64 status {};
+    if (::_wstat64(wide(name).c_str(), &status) != 0) return std::nullopt;
+    return described(status);
+}
+
+std::optional<FileStatus> statusOf(int file) {
+    struct _stat64 status {};
+    if (::_fstat64(file, &status) != 0) return std::nullopt;
+    return described(status);
+}
+
+bool isReadable(const std::string& name) {
+    constexpr int kRead = 4;
+    return ::_waccess(wide(name).c_str(), kRead) == 0;
+}
+
+int openForReading(const std::string& name) {
+    const int file = opened(name, _O_RDONLY);
+    if (file >= 0 || errno != EACCES) return file;
+    const std::optional<FileStatus> status = statusOf(name);
+    errno = status && status->isFolder ? EISDIR : EACCES;
+    return file;
+}
+
+int openForWriting(const std::string& name) {
+    return opened(name, _O_WRONLY | _O_CREAT);
+}
+
+void close(int file) {
+    ::_close(file);
+}
+
+std::ptrdiff_t read(int file, char* bytes, std::size_t size) {
+    return ::_read(file, bytes, static_cast<unsigned>(std::min(size, kMostBytes)));
+}
+
+std::ptrdiff_t write(int file, const char* bytes, std::size_t size) {
+    const int count = ::_write(file, bytes, static_cast<unsigned>(std::min(size, kMostBytes)));
+    // Some of the system's C libraries have no name for it.
+    if (count < 0 && ::GetLastError() == ERROR_NO_DATA) errno = EPIPE;
+    return count;
+}
+
+bool empty(int file) {
+    return ::_chsize(file, 0) == 0 || errno == EINVAL;
+}
+
+bool isTerminal(int file) {
+    // Other devices count as terminals for _isatty.
+    DWORD mode = 0;
+    return ::GetConsoleMode(reinterpret_cast<HANDLE>(::_get_osfhandle(file)), &mode) != 0;
+}
+
+// --- POSIX ------------------------------------------------------------------------------------------------
+
+#else
+
+namespace {
+
+template <class Call>
+std::ptrdiff_t uninterrupted(Call call) {
+    std::ptrdiff_t count = 0;
+    do
+        count = call();
+    while (count < 0 && errno == EINTR);
+    return count;
+}
+
+}  // namespace
+
+std::vector<std::string> programArguments(int count, char* arguments[]) {
+    // Without a program's name, as some callers start programs, there are no arguments either.
+    char** first = count > 0 ? arguments + 1 : arguments;
+    return {first, arguments + count};
+}
+
+void prepareFiles() {
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
+std::optional<FileStatus> statusOf(const std::string& name) {
+    struct stat status {};
+    if (::stat(name.c_str(), &status) != 0) return std::nullopt;
+    return described(status);
+}
+
+std::optional<FileStatus> statusOf(int file) {
+    struct stat status {};
+    if (::fstat(file, &status) != 0) return std::nullopt;
+    return described(status);
+}
+
+bool isReadable(const std::string& name) {
+    return ::access(name.c_str(), R_OK) == 0;
+}
+
+int openForReading(const std::string& name) {
+    return ::open(name.c_str(), O_RDONLY | O_CLOEXEC);
+}
+
+int openForWriting(const std::string& name) {
+    return ::open(name.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
+}
+
+void close(int file) {
+    ::close(file);
+}
+
+std::ptrdiff_t read(int file, char* bytes, std::size_t size) {
+    return uninterrupted([&] { return ::read(file, bytes, std::min(size, kMostBytes)); });
+}
+
+std::ptrdiff_t write(int file, const char* bytes, std::size_t size) {
+    return uninterrupted([&] { return ::write(file, bytes, std::min(size, kMostBytes)); });
+}
+
+bool empty(int file) {
+    return ::ftruncate(file, 0) == 0 || errno == EINVAL;
+}
+
+bool isTerminal(int file) {
+    return ::isatty(file) == 1;
+}
+
+#endif
+
+}  // namespace QELModels::tool::system
