@@ -2,14 +2,8 @@
 
 // The words in which the tests of the command speak: what it is given, and all that it answers.
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <spawn.h>
-#include <stdlib.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <array>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -18,9 +12,8 @@
 #include <string_view>
 #include <vector>
 
+#include "tests/Process.h"
 #include "tool/Texts.h"
-
-extern char** environ;
 
 namespace QELModels::test {
 
@@ -33,48 +26,17 @@ struct Arguments : Texts {
     Arguments(const char* line) : Arguments(std::string(line)) {}
 };
 
-/// The descriptors that a command has for its standard input, output and error.
-struct Files {
-    int in, out, err;
-};
-
-inline pid_t start(const Arguments& arguments, const Files& files) {
+/// Starts the command.
+inline Process start(const Arguments& arguments, const Files& files) {
     Texts all{QELMODELS_COMMAND};
     all.insert(all.end(), arguments.begin(), arguments.end());
-    std::vector<char*> texts;
-    for (std::string& text : all)
-        texts.push_back(text.data());
-    texts.push_back(nullptr);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, files.in, STDIN_FILENO);
-    posix_spawn_file_actions_adddup2(&actions, files.out, STDOUT_FILENO);
-    posix_spawn_file_actions_adddup2(&actions, files.err, STDERR_FILENO);
-    pid_t process = 0;
-    EXPECT_EQ(posix_spawn(&process, all[0].c_str(), &actions, nullptr, texts.data(), environ), 0);
-    posix_spawn_file_actions_destroy(&actions);
-    return process;
-}
-
-inline int exitStatus(pid_t process) {
-    int status = 0;
-    waitpid(process, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
-/// All that is left to read.
-inline std::string readAll(std::FILE* file) {
-    std::string text;
-    std::array<char, 4096> piece{};
-    while (const std::size_t size = std::fread(piece.data(), 1, piece.size(), file))
-        text.append(piece.data(), size);
-    return text;
+    return startProgram(all, files);
 }
 
 /// A nameless file that is gone when the test is.
 class Scratch {
 public:
-    explicit Scratch(std::string_view content = {}) : file_(std::tmpfile()) {
+    explicit Scratch(std::string_view content = {}) : file_(openScratchFile()) {
         std::fwrite(content.data(), 1, content.size(), file_);
         std::rewind(file_);
     }
@@ -122,10 +84,7 @@ inline void expect(const std::vector<Call>& calls) {
 /// A new folder that is the current one until the test ends: files have short names in all that is answered.
 class Folder {
 public:
-    Folder() : before_(std::filesystem::current_path()) {
-        std::string name = testing::TempDir() + "qelmodelsXXXXXX";
-        EXPECT_NE(::mkdtemp(name.data()), nullptr);
-        path_ = name;
+    Folder() : before_(std::filesystem::current_path()), path_(makeFolder()) {
         std::filesystem::current_path(path_);
     }
     Folder(const Folder&) = delete;

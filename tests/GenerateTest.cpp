@@ -2,9 +2,7 @@
 // programs that read them find no fault in them, and they complete what may follow at the cursor.
 
 #include <gtest/gtest.h>
-#include <stdlib.h>  // setenv, which is not of the standard library
 
-#include <cstdio>
 #include <regex>
 #include <set>
 #include <string>
@@ -15,16 +13,14 @@ namespace QELModels::test {
 namespace {
 
 // What a line for the shell answers, messages included; $Q is the command.
-Result shell(const std::string& line) {
-    setenv("Q", QELMODELS_COMMAND, 1);
-    std::FILE* pipe = popen(("exec 2>&1; " + line).c_str(), "r");
-    std::string text = readAll(pipe);
-    const int status = pclose(pipe);
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, text, {}};
+ShellAnswer shell(const std::string& line) {
+    return askShell(QELMODELS_COMMAND, line);
 }
 
-bool hasProgram(const std::string& name) {
-    return shell("command -v " + name).status == 0;
+// What a test cannot do without and does not have; empty if it has all.
+std::string missing(const std::string& program) {
+    if (!hasShell()) return "no POSIX shell";
+    return shell("command -v " + program).status == 0 ? std::string() : "no " + program;
 }
 
 // The first group of each match.
@@ -37,19 +33,19 @@ std::set<std::string> found(const std::string& text, const char* expression) {
 }
 
 TEST(Generate, HasAllThatTheHelpHas) {
-    const std::string help = shell("$Q --help").out;
+    const std::string help = run("--help").out;
     const auto commands = found(help.substr(help.find("\nCommands:")), "\n  ([a-z][-a-z]*) ");
     ASSERT_GE(commands.size(), 11U);
     ASSERT_FALSE(commands.contains("generate")) << "it is for those who build packages";
     for (const std::string form : {"man", "bash", "zsh", "fish"}) {
-        const Result generated = shell("$Q generate " + form);
-        ASSERT_EQ(generated.status, 0) << generated.out;
+        const Result generated = run("generate " + form);
+        ASSERT_EQ(generated.status, 0) << generated.err;
         // The manual writes every dash as a minus sign, fish names options without dashes.
         const std::string text = std::regex_replace(generated.out, std::regex(R"(\\-)"), "-");
         for (const std::string& command : commands) {
             EXPECT_NE(text.find(form == "zsh" ? "'" + command + ":" : command), std::string::npos)
                 << form << ' ' << command;
-            for (const std::string& option : found(shell("$Q " + command + " --help").out, "[ ,]--([-a-z]+)"))
+            for (const std::string& option : found(run(command + " --help").out, "[ ,]--([-a-z]+)"))
                 EXPECT_NE(text.find((form == "fish" ? " -l " : "--") + option), std::string::npos)
                     << form << ' ' << command << " --" << option;
         }
@@ -62,10 +58,10 @@ struct Reader {
 class EveryReader : public testing::TestWithParam<Reader> {};
 
 TEST_P(EveryReader, FindsNoFault) {
-    if (!hasProgram(GetParam().program)) GTEST_SKIP() << "no " << GetParam().program;
-    const Result result = shell(GetParam().check);
-    EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(result.out, "");
+    if (const std::string what = missing(GetParam().program); !what.empty()) GTEST_SKIP() << what;
+    const ShellAnswer answer = shell(GetParam().check);
+    EXPECT_EQ(answer.status, 0);
+    EXPECT_EQ(answer.text, "");
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -93,13 +89,13 @@ const Completion kCompletions[] = {
 void expectCompletions(std::string callWith(const Completion&)) {
     for (const Completion& row : kCompletions) {
         SCOPED_TRACE("qelmodels " + row.before + " " + row.word);
-        EXPECT_EQ(shell(callWith(row) + " | cut -f1 | LC_ALL=C sort | paste -sd' '").out,
+        EXPECT_EQ(shell(callWith(row) + " | cut -f1 | LC_ALL=C sort | paste -sd' '").text,
                   row.expected + "\n");
     }
 }
 
 TEST(Generate, CompletesInBash) {
-    if (!hasProgram("bash")) GTEST_SKIP() << "no bash";
+    if (const std::string what = missing("bash"); !what.empty()) GTEST_SKIP() << what;
     expectCompletions([](const Completion& row) {
         return "bash -c 'source <($Q generate bash); COMP_WORDS=(qelmodels " + row.before + " \"" + row.word +
                "\"); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _qelmodels; printf \"%s\\n\" "
@@ -108,7 +104,7 @@ TEST(Generate, CompletesInBash) {
 }
 
 TEST(Generate, CompletesInFish) {
-    if (!hasProgram("fish")) GTEST_SKIP() << "no fish";
+    if (const std::string what = missing("fish"); !what.empty()) GTEST_SKIP() << what;
     expectCompletions([](const Completion& row) {
         return "fish --no-config -c '$Q generate fish | source; complete -C \"qelmodels " + row.before +
                (row.before.empty() ? "" : " ") + row.word + "\"'";

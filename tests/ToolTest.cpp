@@ -1,9 +1,7 @@
 // Promise: the command writes what other programs read from it: results, messages and exit status, to the
 // byte.
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -20,6 +18,7 @@
 #include "tests/TestSupport.h"
 #include "tool/CommandLine.h"
 #include "tool/Display.h"
+#include "tool/System.h"
 
 namespace QELModels::test {
 namespace {
@@ -80,22 +79,20 @@ TEST(Tool, LinesAreDocumentsOfTheirOwn) {
 }
 
 TEST(Tool, LinesAreAnsweredAsTheyCome) {
-    int in[2], out[2];
-    ASSERT_EQ(pipe2(in, O_CLOEXEC), 0);
-    ASSERT_EQ(pipe2(out, O_CLOEXEC), 0);
-    const pid_t process = start("facts editorial --lines", {in[0], out[1], STDERR_FILENO});
-    close(in[0]);
-    close(out[1]);
+    const Pipe in = openPipe(), out = openPipe();
+    const Process process = start("facts editorial --lines", {in.out, out.in, 2});
+    tool::system::close(in.out);
+    tool::system::close(out.in);
     for (const std::string number : {"1", "2"}) {
         const std::string line = "{\"key\":\"category-" + number + "\"}\n";
-        ASSERT_EQ(write(in[1], line.data(), line.size()), static_cast<ssize_t>(line.size()));
+        ASSERT_EQ(tool::system::write(in.in, line.data(), line.size()), std::ssize(line));
         std::array<char, 64> answer{};  // reading waits for it, and fails by the test's time limit
-        const ssize_t size = read(out[0], answer.data(), answer.size());
-        EXPECT_EQ(std::string(answer.data(), static_cast<std::size_t>(std::max<ssize_t>(size, 0))),
+        const std::ptrdiff_t size = tool::system::read(out.out, answer.data(), answer.size());
+        EXPECT_EQ(std::string(answer.data(), static_cast<std::size_t>(std::max<std::ptrdiff_t>(size, 0))),
                   "{\"categoryIdentifier\":" + number + "}\n");
     }
-    close(in[1]);
-    close(out[0]);
+    tool::system::close(in.in);
+    tool::system::close(out.out);
     EXPECT_EQ(exitStatus(process), 0);
 }
 
@@ -422,19 +419,19 @@ TEST(Tool, HelpAndVersionWorkEverywhere) {
 
 TEST(Tool, EndsQuietlyWithoutAReaderAndLoudlyWithoutRoom) {
     const Scratch err;
-    int out[2];
-    ASSERT_EQ(pipe2(out, O_CLOEXEC), 0);
-    close(out[0]);
+    const Pipe out = openPipe();
+    tool::system::close(out.out);
     const Scratch in("{}");
-    EXPECT_EQ(exitStatus(start("map asset", {in.descriptor(), out[1], err.descriptor()})), 0);
-    close(out[1]);
+    EXPECT_EQ(exitStatus(start("map asset", {in.descriptor(), out.in, err.descriptor()})), 0);
+    tool::system::close(out.in);
     EXPECT_EQ(err.content(), "");
 
-    const int full = open("/dev/full", O_WRONLY | O_CLOEXEC);
+    constexpr const char* kFull = "/dev/full";
+    const int full = tool::system::statusOf(kFull) ? tool::system::openForWriting(kFull) : -1;
     if (full < 0) GTEST_SKIP() << "no device that is always full";
     const Scratch again("{}");
     EXPECT_EQ(exitStatus(start("map asset", {again.descriptor(), full, err.descriptor()})), 1);
-    close(full);
+    tool::system::close(full);
     EXPECT_EQ(err.content(), "qelmodels: cannot write: No space left on device\n");
 }
 
