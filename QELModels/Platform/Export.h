@@ -30,6 +30,13 @@
 #define QELMODELS_EXPORT
 #endif
 
+/// Marks what a shared build keeps to itself where every template would be shown. On Windows nothing is shown unasked.
+#if defined(__GNUC__) && !defined(_WIN32)
+#define QELMODELS_HIDDEN [[gnu::visibility("hidden")]]
+#else
+#define QELMODELS_HIDDEN
+#endif
+
 /// Marks a result that lives no longer than the object it was asked of, where the compiler can check it.
 #if defined(__clang__)
 #define QELMODELS_LENT [[clang::lifetimebound]]

@@ -59,7 +59,7 @@ struct ObjectAccess {
 /// constant data can say with them where a field lies. One function for each field would say it too, but
 /// calling that many makes an asset a twentieth slower.
 template <class Class>
-[[gnu::visibility("hidden")]] inline constinit const Class example = ObjectAccess::constant<Class>();
+QELMODELS_HIDDEN inline constinit const Class example = ObjectAccess::constant<Class>();
 
 }  // namespace detail
 }  // namespace QELMODELS_ABI
