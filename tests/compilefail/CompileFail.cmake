@@ -1,4 +1,4 @@
-# Compiles SOURCE twice. As it is, it must be refused, and of each line
+# Compiles SOURCE twice, with the flags of the whole build, FLAGS. As it is, it must be refused, and of each line
 #
 #     // expect: <regular expression> | <name>
 #
@@ -15,7 +15,8 @@ if(version MATCHES "clang")
 else()
     set(noCaret -fno-diagnostics-show-caret)
 endif()
-set(compile ${COMPILER} -std=c++20 ${noCaret} -fsyntax-only -I${INCLUDE} -DQELMODELS_STATIC)
+separate_arguments(FLAGS UNIX_COMMAND "${FLAGS}")
+set(compile ${COMPILER} ${FLAGS} -std=c++20 ${noCaret} -fsyntax-only -I${INCLUDE} -DQELMODELS_STATIC)
 
 execute_process(COMMAND ${compile} ${SOURCE} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
 if(result EQUAL 0)
