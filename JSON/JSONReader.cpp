@@ -29,12 +29,11 @@ namespace {
 // Up to this size, the texts of a document have a block of their own.
 constexpr std::size_t kMostBytesApart = std::size_t{16} << 10;
 
-// simdjson's implementations are static objects that exist from their first use to the end of the process,
-// and reading calls them. They are used before the static objects of applications are constructed, so that
-// the destructors of these may read JSON.
+// Reading calls static objects of simdjson. They are used before the static objects of applications are
+// constructed, so that the destructors of these may read JSON.
 #if defined(__GNUC__) && defined(__ELF__)
 [[gnu::constructor(101)]] void useImplementations() {
-    simdjson::get_active_implementation()->supported_by_runtime_system();
+    detail::StructuralIndex::useImplementations();
 }
 #endif
 

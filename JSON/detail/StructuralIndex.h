@@ -3,6 +3,7 @@
 #include <simdjson.h>
 
 #include <algorithm>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -12,11 +13,50 @@
 
 #include "QELModels/Platform/Export.h"
 
-// Part of the reader's source alone.
+// Part of the reader's source alone, and the only part that names simdjson. The structural characters are
+// found by an interface that simdjson has for itself, the same from version 3.0.1 to 4.6: where another
+// version differs, one of the assertions says in what.
 namespace QELModels {
 inline namespace QELMODELS_ABI {
 namespace detail {
 namespace {
+
+template <class Implementation, class Parser>
+concept MakesParsers = requires(const Implementation& implementation, std::unique_ptr<Parser>& parser,
+                                std::size_t capacity, std::size_t maxDepth) {
+    {
+        implementation.create_dom_parser_implementation(capacity, maxDepth, parser)
+        } -> std::same_as<simdjson::error_code>;
+    { implementation.supported_by_runtime_system() } -> std::same_as<bool>;
+};
+template <class Parser>
+concept HasCapacity = requires(Parser& parser, std::size_t capacity) {
+    { parser.capacity() } -> std::same_as<std::size_t>;
+    { parser.set_capacity(capacity) } -> std::same_as<simdjson::error_code>;
+};
+template <class Parser, class Mode>
+concept FindsStructurals = requires(Parser& parser, const std::uint8_t* text, std::size_t size) {
+    { parser.stage1(text, size, Mode::regular) } -> std::same_as<simdjson::error_code>;
+};
+template <class Parser>
+concept KeepsStructurals = requires(const Parser& parser) {
+    { parser.structural_indexes.get() } -> std::same_as<std::uint32_t*>;
+    { parser.n_structural_indexes } -> std::same_as<const std::uint32_t&>;
+};
+
+using SimdjsonParser = simdjson::internal::dom_parser_implementation;
+static_assert(
+    MakesParsers<simdjson::implementation, SimdjsonParser>,
+    "simdjson: this version has no implementation::create_dom_parser_implementation(capacity, depth, "
+    "parser), or no supported_by_runtime_system()");
+static_assert(HasCapacity<SimdjsonParser>,
+              "simdjson: this version's parsers have no capacity(), or no set_capacity(capacity)");
+static_assert(FindsStructurals<SimdjsonParser, simdjson::stage1_mode>,
+              "simdjson: this version's parsers have no stage1(text, size, stage1_mode::regular)");
+static_assert(
+    KeepsStructurals<SimdjsonParser>,
+    "simdjson: this version's parsers have no structural_indexes of 32 bits each, or do not count them in "
+    "n_structural_indexes");
 
 /// How reading ends.
 enum class Outcome : unsigned char { done, malformed, tooLarge };
@@ -50,6 +90,10 @@ public:
     /// Whether the last text was malformed because a string in it does not end.
     bool endsInText() const noexcept { return endsInText_; }
 
+    /// simdjson's implementations are static objects that exist from their first use to the end of the
+    /// process: this is one.
+    static void useImplementations() { simdjson::get_active_implementation()->supported_by_runtime_system(); }
+
     std::size_t size() const noexcept { return parser_->n_structural_indexes; }
     const std::uint32_t* first() const noexcept { return parser_->structural_indexes.get(); }
     const std::uint32_t* end() const noexcept { return first() + size(); }
@@ -75,7 +119,7 @@ private:
         if (error != simdjson::SUCCESS) throw std::bad_alloc();
     }
 
-    std::unique_ptr<simdjson::internal::dom_parser_implementation> parser_;
+    std::unique_ptr<SimdjsonParser> parser_;
     bool endsInText_ = false;
 };
 

@@ -3,7 +3,7 @@
 #     // expect: <regular expression> | <name>
 #
 # the compiler must say the sentence and name what it is about. With FIXED defined it must compile, which shows
-# that nothing but the mistakes is refused.
+# that nothing but the mistakes is refused. A folder of the source's name holds headers that it finds before others.
 file(STRINGS ${SOURCE} expectations REGEX "^ *// expect: ")
 if(NOT expectations)
     message(FATAL_ERROR "${SOURCE} expects nothing")
@@ -16,7 +16,8 @@ else()
     set(noCaret -fno-diagnostics-show-caret)
 endif()
 separate_arguments(FLAGS UNIX_COMMAND "${FLAGS}")
-set(compile ${COMPILER} ${FLAGS} -std=c++20 ${noCaret} -fsyntax-only -I${INCLUDE} -DQELMODELS_STATIC)
+cmake_path(REMOVE_EXTENSION SOURCE OUTPUT_VARIABLE headers)
+set(compile ${COMPILER} ${FLAGS} -std=c++20 ${noCaret} -fsyntax-only -I${headers} -I${INCLUDE} -DQELMODELS_STATIC)
 
 execute_process(COMMAND ${compile} ${SOURCE} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
 if(result EQUAL 0)
