@@ -40,7 +40,7 @@
 #include "QELModels/Records/MappingFault.h"
 #include "fuzz/DocumentMutator.h"
 #include "fuzz/Require.h"
-#include "tests/TestSupport.h"
+#include "tests/JSONSupport.h"
 
 namespace {
 

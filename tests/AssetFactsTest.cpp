@@ -10,7 +10,7 @@
 
 #include "QELModels/Mapping/FEMDeserializer.h"
 #include "QELModels/Models/QELAsset+Utilities.h"
-#include "tests/TestSupport.h"
+#include "tests/JSONSupport.h"
 
 namespace QELModels::test {
 namespace {

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "QELModels/Models/QELAssetAdditional+Utils.h"
-#include "tests/TestSupport.h"
+#include "tests/JSONSupport.h"
 
 namespace QELModels::test {
 namespace {

@@ -16,7 +16,7 @@
 #include "QELModels/Records/Declaration.h"
 #include "QELModels/Records/MappingFault.h"
 #include "tests/Doubles.h"
-#include "tests/TestSupport.h"
+#include "tests/JSONSupport.h"
 
 namespace QELModels::test {
 namespace {

@@ -7,7 +7,7 @@
 #include "QELModels/Mapping/FEMRuleWords.h"
 #include "QELModels/Models/QELAsset.h"
 #include "QELModels/Records/Declaration.h"
-#include "tests/TestSupport.h"
+#include "tests/JSONSupport.h"
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {

@@ -10,7 +10,7 @@
 #include "QELModels/Models/QELCategory+Utilities.h"
 #include "QELModels/Models/QELEditorial+Utilities.h"
 #include "QELModels/Models/QELSeason+Utilities.h"
-#include "tests/TestSupport.h"
+#include "tests/JSONSupport.h"
 
 namespace QELModels::test {
 namespace {

@@ -18,7 +18,7 @@
 #include "QELModels/Records/Declaration.h"
 #include "QELModels/Records/MappingFault.h"
 #include "QELModels/Transformers/QELValueTransformerRegistry.h"
-#include "tests/TestSupport.h"
+#include "tests/JSONSupport.h"
 
 namespace QELModels::test {
 namespace {

@@ -11,7 +11,7 @@
 #include "QELModels/Records/MappingFault.h"
 #include "tests/Command.h"
 #include "tests/DamagedDocuments.h"
-#include "tests/TestSupport.h"
+#include "tests/JSONSupport.h"
 #include "tool/Explanation.h"
 
 namespace QELModels::test {

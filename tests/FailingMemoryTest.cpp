@@ -10,7 +10,7 @@
 #include "JSON/JSONMapping.h"
 #include "QELModels/QELModels.h"
 #include "tests/DamagedDocuments.h"
-#include "tests/TestSupport.h"
+#include "tests/JSONSupport.h"
 #include "tool/Explanation.h"
 
 namespace QELModels::test {

@@ -10,7 +10,7 @@
 
 #include "QELModels/Values/Date.h"
 #include "QELModels/Values/URL.h"
-#include "tests/TestSupport.h"
+#include "tests/JSONSupport.h"
 
 namespace QELModels {
 inline namespace QELMODELS_ABI {

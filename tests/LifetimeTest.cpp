@@ -14,7 +14,7 @@
 #include "QELModels/Models/QELEditorial.h"
 #include "QELModels/Models/QELSeason.h"
 #include "QELModels/Representation/RepresentationBuilder.h"
-#include "tests/TestSupport.h"
+#include "tests/JSONSupport.h"
 
 namespace QELModels::test {
 namespace {

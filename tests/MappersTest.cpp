@@ -20,7 +20,7 @@
 #include "QELModels/Mappers/QELSeasonsMapper.h"
 #include "QELModels/Records/MappingFault.h"
 #include "tests/DamagedDocuments.h"
-#include "tests/TestSupport.h"
+#include "tests/JSONSupport.h"
 
 namespace QELModels::test {
 namespace {

@@ -22,7 +22,7 @@
 #include "QELModels/Records/Declaration.h"
 #include "QELModels/Records/MappingFault.h"
 #include "QELModels/Representation/RepresentationBuilder.h"
-#include "tests/TestSupport.h"
+#include "tests/JSONSupport.h"
 
 namespace QELModels::test {
 namespace {

@@ -23,7 +23,7 @@
 #include "QELModels/Platform/KeyPath.h"
 #include "QELModels/Platform/detail/Hash.h"
 #include "QELModels/Records/MappingFault.h"
-#include "tests/TestSupport.h"
+#include "tests/JSONSupport.h"
 
 namespace QELModels::test {
 namespace {

@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "tests/DamagedDocuments.h"
-#include "tests/TestSupport.h"
+#include "tests/JSONSupport.h"
 #include "tool/generate/Schema.h"
 
 namespace QELModels::test {

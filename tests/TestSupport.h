@@ -1,6 +1,6 @@
 #pragma once
 
-// What the tests share: documents as JSON, records and values as short texts, zones, and changes of the
+// What the tests share and the library alone is needed for: values at paths, zones, and changes of the
 // process that last as long as an object lives.
 
 #include <algorithm>
@@ -17,13 +17,8 @@
 #include <utility>
 #include <vector>
 
-#include "JSON/JSONReader.h"
-#include "JSON/JSONWriter.h"
-#include "QELModels/Mappers/QELMapperProtocol.h"
 #include "QELModels/Mapping/FEMObserver.h"
 #include "QELModels/Memory/detail/BlockWriter.h"
-#include "QELModels/Models/QELAsset.h"
-#include "QELModels/Models/QELBaseModel.h"
 #include "QELModels/Process/Clock.h"
 #include "QELModels/Process/Log.h"
 #include "QELModels/Records/detail/ObjectAccess.h"
@@ -31,52 +26,6 @@
 #include "QELModels/Transformers/QELValueTransformerRegistry.h"
 
 namespace QELModels::test {
-
-inline Representation json(std::string_view text) {
-    JSONError error;
-    auto read = representationFromJSON(text, &error);
-    if (!read) throw std::invalid_argument(std::string(text) + ": " + error.reason);
-    return *read;
-}
-
-template <class Model>
-Ref<Model> mapped(std::string_view text, const FEMOptions& options = {}) {
-    return mappedObject<Model>(json(text), options);
-}
-inline Ref<QELAsset> assetFrom(std::string_view text) {
-    return mapped<QELAsset>(text);
-}
-
-/// A value as a short text, in which every kind looks different: 1, true, "text", <url>, @date, #(colour),
-/// raw JSON, `QELAsset` for a record and `[2]` for a list of two.
-inline std::string show(const Value& value) {
-    switch (value.kind()) {
-        case Value::Kind::null:
-            return "null";
-        case Value::Kind::number:
-            if (value.number()->isBoolean()) return value.number()->boolValue() ? "true" : "false";
-            return value.number()->toString();
-        case Value::Kind::text:
-            return '"' + std::string(*value.text()) + '"';
-        case Value::Kind::url:
-            return '<' + std::string(value.url()->text()) + '>';
-        case Value::Kind::date:
-            return '@' + Number(secondsSince1970(*value.date())).toString();
-        case Value::Kind::color: {
-            const Color color = *value.color();
-            const auto part = [](double component) { return Number(component * 255).toString(); };
-            return "#(" + part(color.red) + ' ' + part(color.green) + ' ' + part(color.blue) + ' ' +
-                   Number(color.alpha).toString() + ')';
-        }
-        case Value::Kind::representation:
-            return jsonFromRepresentation(*value.representation());
-        case Value::Kind::record:
-            return std::string(value.record()->isa().name());
-        case Value::Kind::list:
-            return '[' + std::to_string(value.list()->size()) + ']';
-    }
-    return "?";
-}
 
 /// The value at a path such as "assetAdditional.chapters[2].title", read by property names.
 inline Value at(const Object& record, std::string_view path) {
@@ -90,9 +39,6 @@ inline Value at(const Object& record, std::string_view path) {
     const Object* element = value.list()->objects()[index];
     const std::size_t dot = path.find('.', end);
     return dot == std::string_view::npos ? Value(element) : at(*element, path.substr(dot + 1));
-}
-inline std::string showAt(const Object& record, std::string_view path) {
-    return show(at(record, path));
 }
 
 /// A record with a single value, as the engine makes it; null when the property does not take the value.

@@ -18,7 +18,7 @@
 #include "QELModels/Models/QELAsset+Utilities.h"
 #include "QELModels/Models/QELAssetAdditional+Utils.h"
 #include "QELModels/Process/MainScreen.h"
-#include "tests/TestSupport.h"
+#include "tests/JSONSupport.h"
 
 namespace QELModels::test {
 namespace {

@@ -15,7 +15,7 @@
 #include "QELModels/Mappers/QELAssetMapper.h"
 #include "QELModels/Records/MappingFault.h"
 #include "tests/Command.h"
-#include "tests/TestSupport.h"
+#include "tests/JSONSupport.h"
 #include "tool/CommandLine.h"
 #include "tool/Display.h"
 #include "tool/System.h"

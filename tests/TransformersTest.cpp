@@ -22,7 +22,7 @@
 #include "QELModels/Transformers/QELNSURLTransformer.h"
 #include "QELModels/Transformers/QELTimestampTransformer.h"
 #include "QELModels/Transformers/QELUIColorTransformer.h"
-#include "tests/TestSupport.h"
+#include "tests/JSONSupport.h"
 
 namespace QELModels::test {
 namespace {

@@ -11,7 +11,7 @@
 #include "QELModels/Mapping/FEMMapping.h"
 #include "QELModels/Mapping/FEMUnreadKeys.h"
 #include "QELModels/Models/QELAsset.h"
-#include "tests/TestSupport.h"
+#include "tests/JSONSupport.h"
 
 namespace QELModels::test {
 namespace {
