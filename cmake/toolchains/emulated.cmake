@@ -8,8 +8,9 @@ macro(emulated processor triplet emulator)
     # The C library that programs start with lies where the cross compiler's packages have it.
     set(CMAKE_CROSSCOMPILING_EMULATOR ${emulator} -L /usr/${triplet})
 
-    # Libraries come from the packages of that architecture alone, never from this machine.
+    # Libraries come from the packages of that architecture and from CMAKE_PREFIX_PATH, never from this machine.
     cmake_path(SET CMAKE_FIND_ROOT_PATH NORMALIZE ${CMAKE_CURRENT_LIST_DIR}/../../build/platforms/${processor}/sysroot)
+    list(PREPEND CMAKE_FIND_ROOT_PATH ${CMAKE_PREFIX_PATH})
     set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
     set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
     set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)

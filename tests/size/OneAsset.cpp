@@ -1,7 +1,4 @@
-// The least that a program does with the library: it reads one document and maps the asset in it. Its size is what
-// the library adds to an app (docs/platforms.md).
-//
-//     example-one_asset [asset.json]
+// The least that a program does with the library: it reads a document and maps the asset in it.
 
 #include <JSON/JSONMapping.h>
 #include <QELModels/Mappers/QELAssetMapper.h>
@@ -11,7 +8,7 @@
 #include <string>
 
 int main(int count, char* arguments[]) {
-    std::FILE* const file = std::fopen(count > 1 ? arguments[1] : "asset.json", "rb");
+    std::FILE* const file = count == 2 ? std::fopen(arguments[1], "rb") : nullptr;
     if (file == nullptr) return 1;
     std::string bytes;
     std::array<char, 4096> piece;
