@@ -41,6 +41,10 @@ function(qelmodels_warnings target)
         # g++ 12 sees overlapping copies in std::string itself, where a literal is assigned.
         target_compile_options(${target} PRIVATE -Wno-restrict)
     endif()
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang" AND CMAKE_CXX_COMPILER_VERSION VERSION_GREATER_EQUAL 15)
+        # clang 15 and later see that std::stable_sort of libstdc++ 12 calls what libstdc++ says is deprecated.
+        target_compile_options(${target} PRIVATE -Wno-deprecated-declarations)
+    endif()
     if(CMAKE_CXX_COMPILER_ID MATCHES "Clang" AND NOT CMAKE_CXX_COMPILER_ID STREQUAL "AppleClang"
        AND CMAKE_CXX_COMPILER_VERSION VERSION_GREATER_EQUAL 13)
         target_compile_options(${target} PRIVATE -Wreserved-identifier -Wreserved-macro-identifier)

@@ -133,7 +133,7 @@ std::pair<std::string_view, std::string_view> lineAround(std::string_view text, 
 
 char32_t decoded(std::string_view character) {
     const std::u16string units = Text::toUTF16(character);
-    return units.size() == 1 ? units[0] : Text::joined(char32_t{units[0]}, char32_t{units[1]});
+    return units.size() == 1 ? char32_t{units[0]} : Text::joined(char32_t{units[0]}, char32_t{units[1]});
 }
 
 }  // namespace

@@ -7,7 +7,7 @@ inline namespace QELMODELS_ABI {
 
 namespace {
 
-constexpr char16_t kReplacementCharacter = 0xFFFD;
+constexpr char32_t kReplacementCharacter = 0xFFFD;
 
 constexpr bool isHighHalf(char32_t unit) noexcept {
     return unit >= 0xD800 && unit <= 0xDBFF;
