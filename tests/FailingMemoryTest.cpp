@@ -79,7 +79,7 @@ struct Keeper final : JSONElementHandler {
 
 // A small document and a large one ask for memory in different ways.
 TEST(FailingMemory, LeavesReadersAsTheyWere) {
-    for (const std::size_t members : {60, 1100}) {
+    for (const std::size_t members : {60U, 1100U}) {
         const std::string value = largeValue(members);
         for (const std::string& text : {value, value + ", tru", "{\"a\":[" + value + ",1," + value + "]}"}) {
             expectNothingHalfMade("reading", [&](Zone& zone, auto again) {
