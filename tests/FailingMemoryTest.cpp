@@ -64,9 +64,9 @@ void expectNothingHalfMade(const std::string& name, const Work& work, std::ptrdi
 }
 
 // What needs memory of its own: nesting deeper than usual, an index of many keys, keys that are repeated.
-std::string largeValue(std::size_t members) {
+std::string largeValue() {
     std::string text = std::string(40, '[') + '{';
-    for (std::size_t i = 0; i < members; ++i)
+    for (int i = 0; i < 60; ++i)
         text += "\"\\u00e5" + std::to_string(i % 50) + "\":[[]],";
     return text + "\"last\":0}" + std::string(40, ']');
 }
@@ -77,11 +77,15 @@ struct Keeper final : JSONElementHandler {
     std::vector<Representation> kept;
 };
 
-// A small document and a large one ask for memory in different ways.
+// A small document and a large one, of more values than its length promises, ask for memory in different
+// ways.
 TEST(FailingMemory, LeavesReadersAsTheyWere) {
-    for (const std::size_t members : {60U, 1100U}) {
-        const std::string value = largeValue(members);
-        for (const std::string& text : {value, value + ", tru", "{\"a\":[" + value + ",1," + value + "]}"}) {
+    std::string zeros = "0";
+    while (zeros.size() < 16'500)
+        zeros += ",0";
+    for (const std::string& more : {std::string("0"), zeros}) {
+        const std::string list = "{\"a\":[" + largeValue() + ",[" + more + "]]}";
+        for (const std::string& text : {list, list + ", tru"}) {
             expectNothingHalfMade("reading", [&](Zone& zone, auto again) {
                 JSONReader reader(100, &zone);
                 return again([&] {
@@ -89,9 +93,11 @@ TEST(FailingMemory, LeavesReadersAsTheyWere) {
                     JSONError error;
                     const auto read = reader.read(text, &error);
                     const auto lent = reader.lend(text, &error);
-                    const std::string all = lent ? jsonFromRepresentation(*lent) : error.reason;
+                    const bool isSame = read && lent && *read == *lent;
                     reader.readElements(text, "a", keeper, &error);
-                    return all + jsonFromRepresentation(read.value_or(Representation::array(keeper.kept)));
+                    const auto elements = Representation::array(keeper.kept);
+                    return error.reason +
+                           (isSame && *(*read)->valueForKey("a") == elements ? "same" : "none");
                 });
             });
         }
@@ -99,7 +105,7 @@ TEST(FailingMemory, LeavesReadersAsTheyWere) {
 }
 
 TEST(FailingMemory, LeavesRepresentationsAsTheyWere) {
-    const Representation large = json(largeValue(60)), same = json(largeValue(60));
+    const Representation large = json(largeValue()), same = json(largeValue());
     const Representation small{{"a", Representation::array({1, "two", nullptr})}};
     expectNothingHalfMade("building and comparing", [&](Zone& zone, auto) {
         RepresentationBuilder builder(&zone);
@@ -128,7 +134,7 @@ void expectOf(std::string_view name, const Representation& document) {
             return std::string(fault.pointer()) + fault.what();
         }
     };
-    expectNothingHalfMade("explaining", [&](Zone&, auto) {
+    const auto explaining = [&](Zone&, auto) {
         std::string told;
         return madeOrFault([&] {
             tool::explain(kind, document, {}, [&](const tool::Finding& finding) {
@@ -136,7 +142,9 @@ void expectOf(std::string_view name, const Representation& document) {
             });
             return Value::text(told);
         });
-    });
+    };
+    // Pages are explained as their records are, which takes a thousand requests.
+    if (!kind.isPage() || name == "categories") expectNothingHalfMade("explaining", explaining);
     const std::string text = jsonFromRepresentation(document);
     for (const std::size_t padding : {std::size_t{1}, JSONReader::kUsualWindow}) {
         const std::string bytes = "{\"padding\":\"" + std::string(padding, ' ') + "\"," + text.substr(1);
@@ -188,10 +196,10 @@ TEST(FailingMemory, LeavesNothingOfAMapping) {
     expectOf<QELSeasonMapper>("season", whole("season"));
     expectOf<QELSeasonsMapper>("seasons", whole("seasons"));
     // A fault, a value that is linked, and lists of records that take far more room than they promise.
-    const Representation nulls = Representation::array(std::vector<Representation>(60));
+    const Representation nulls = Representation::array(std::vector<Representation>(20));
     expectOf<QELCategoryMapper>(
         "category", {{"parent", {{"id", 1}}}, {"additional", {{"logo", "a b"}, {"backgroundColor", 5}}}});
-    expectOf<QELAssetMapper>("asset", {{"additional", {{"barrels", json(largeValue(60))}}}});
+    expectOf<QELAssetMapper>("asset", {{"additional", {{"barrels", json(largeValue())}}}});
     expectOf<QELAssetMapper>("asset",
                              {{"title", "&amp;" + std::string(2000, 'x')},
                               {"additional", {{"chapters", nulls}, {"subtitles", nulls}}}});
