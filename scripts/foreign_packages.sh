@@ -1,11 +1,17 @@
 # Packages of other architectures and releases, and sources of packages: fetched with the archive and the keys that
 # this machine trusts, and laid into folders of the build. Nothing is installed. Sourced by ./dev and scripts.
 
-# foreign_apt SUITE ARCHITECTURE COMMAND...: apt-get for that release and architecture, with lists of its own.
+# foreign_apt SUITE ARCHITECTURE COMMAND...: apt-get for that release and architecture, with lists of its own. The suite
+# `own` is whatever this machine installs from, security updates included.
 foreign_apt() {
     local suite=$1 architecture=$2
     shift 2
     local state=$PWD/build/apt/$suite-$architecture
+    if [[ $suite == own ]]; then
+        mkdir -p "$state"
+        apt-get -q "$@" >"$state/log" 2>&1 || { cat "$state/log" >&2 && return 1; }
+        return 0
+    fi
     if [[ ! -e $state/updated ]]; then
         mkdir -p "$state/lists/partial" "$state/cache/archives/partial" "$state/parts"
         : >"$state/status"

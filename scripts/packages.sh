@@ -4,7 +4,7 @@
 packages_build=(g++ cmake ninja-build ccache libsimdjson-dev libfast-float-dev libcli11-dev libfmt-dev)
 packages_test=(libgtest-dev librapidcheck-dev pkg-config python3-minimal)
 packages_clang=(clang-14 libclang-rt-14-dev)
-packages_libcxx=(libc++-14-dev libc++abi-14-dev)
+packages_libcxx=(cmake ninja-build ccache python3-minimal)
 packages_emulated=(qemu-user)
 declare -A cross_compilers=([aarch64]=g++-aarch64-linux-gnu [armhf]=g++-arm-linux-gnueabihf [s390x]=g++-s390x-linux-gnu)
 packages_lint=(clang-format-14 clang-tidy-22 python3-minimal git)

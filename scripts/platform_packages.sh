@@ -1,5 +1,5 @@
 # The libraries of platforms that are not this machine's: which packages each needs, and where they are unpacked.
-# Sourced by ./dev, after packages.sh and foreign_packages.sh.
+# Sourced by ./dev, after packages.sh, foreign_packages.sh and dependencies.sh.
 
 # The release that this machine's own packages are of.
 own_suite() {
@@ -21,3 +21,11 @@ unpack_simdjson() {
 }
 
 declare -A simdjson_suites=([3.12]=trixie [4.6]=sid)
+
+# unpack_libcxx VERSION: libc++ of that version, and what we need compiled for it, for cmake/toolchains/libcxx.cmake.
+unpack_libcxx() {
+    local root=build/platforms/libcxx-$1
+    unpack_packages "$root" own "$(dpkg --print-architecture)" "libc++-$1-dev" "libc++abi-$1-dev" &&
+        build_dependencies "$root/dependencies" -DQELMODELS_LIBCXX="$1" \
+            -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/toolchains/libcxx.cmake"
+}
