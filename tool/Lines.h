@@ -67,7 +67,7 @@ public:
     /// The line, without what ends it.
     std::string_view line() const noexcept;
     /// Its number, from 1; the lines passed over count.
-    std::size_t number() const noexcept { return lines_.number(); }
+    std::uint64_t number() const noexcept { return lines_.number(); }
 
 private:
     LinePieces pieces_;

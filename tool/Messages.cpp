@@ -6,7 +6,7 @@
 
 namespace QELModels::tool {
 
-std::string messageAt(std::string_view name, std::size_t line, std::size_t column, std::string_view reason,
+std::string messageAt(std::string_view name, std::uint64_t line, std::size_t column, std::string_view reason,
                       std::string_view text, std::size_t offset) {
     return fmt::format("{}:{}:{}: {}\n{}", name, line, column, reason, excerpt(text, offset));
 }

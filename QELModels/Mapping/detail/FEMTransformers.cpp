@@ -36,7 +36,7 @@ constinit std::array<std::atomic<Name*>, 1 << kBucketBits> buckets{};
 constinit std::atomic<std::size_t> places{0};
 
 std::atomic<Name*>& bucketOf(std::string_view name) noexcept {
-    return buckets[hashOfText(name) >> (64 - kBucketBits)];
+    return buckets[static_cast<std::size_t>(hashOfText(name) >> (64 - kBucketBits))];
 }
 
 Name* find(Name* newest, std::string_view name) noexcept {
