@@ -5,14 +5,17 @@
 #include <QELModels/Platform/detail/KeyHash.h>
 #include <QELModels/Representation/Representation.h>
 #include <QELModels/Representation/RepresentationBuilder.h>
+#include <QELModels/Representation/detail/RepresentationNodes.h>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <functional>
 #include <limits>
 #include <map>
+#include <new>
 #include <random>
 #include <string>
 #include <string_view>
@@ -454,6 +457,38 @@ TEST(Representation, ComparesWhatComesAfterTheDeepest) {
             EXPECT_EQ(value, builtDeepAmongOthers("one", level, isReversed));
             EXPECT_NE(value, builtDeepAmongOthers("two", level, isReversed));
         }
+    }
+}
+
+// Has memory for small documents alone.
+struct SmallZone final : Zone {
+    void* allocate(std::size_t bytes) override {
+        if (bytes > 1024) throw std::bad_alloc();
+        return std::malloc(bytes);
+    }
+    void deallocate(void* memory, std::size_t) noexcept override { std::free(memory); }
+};
+
+TEST(Representation, AsksForAllNodesOrNone) {
+    using detail::RepresentationNodes;
+    // With addresses of 32 bits, the bytes of these wrap around to 16.
+    constexpr std::size_t kNodes = (std::size_t{1} << 28) + 1;
+    const std::function<void(SmallZone&)> ways[] = {
+        [](SmallZone& zone) { RepresentationNodes(kNodes, 0, &zone); },
+        [](SmallZone& zone) { RepresentationNodes(1, 0, &zone).grow(0, kNodes); },
+        [](SmallZone& zone) {
+            RepresentationNodes nodes(0, 8, &zone);
+            nodes.extendAfter(nodes.writer().allocate<char>(8), kNodes);
+        },
+        [](SmallZone& zone) {
+            RepresentationNodes nodes(1, 0, &zone);
+            nodes.grow(0, 8);
+            nodes.grow(0, kNodes);
+        },
+    };
+    for (const auto& askForAll : ways) {
+        SmallZone zone;
+        EXPECT_THROW(askForAll(zone), std::bad_alloc);
     }
 }
 

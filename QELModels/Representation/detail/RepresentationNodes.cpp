@@ -22,10 +22,17 @@ static_assert(static_cast<int>(Tag::boolean) - static_cast<int>(Tag::int64) ==
 
 constexpr std::size_t kLeastNodesGrown = 32;
 
+// Of that many nodes, which are counted in 32 bits: where addresses have no more bits either, that can be
+// more bytes than there are.
+std::size_t bytesOf(std::size_t nodes) {
+    if (nodes > SIZE_MAX / 4 / sizeof(Node)) throw std::bad_alloc();
+    return nodes * sizeof(Node);
+}
+
 // For a block of that many nodes and bytes of text, and for what it keeps.
 std::size_t bytesFor(std::size_t nodes, std::size_t textBytes) {
     if (nodes > UINT32_MAX || textBytes > SIZE_MAX / 2) throw std::bad_alloc();
-    return nodes * sizeof(Node) + textBytes + BlockKeeper::kBytesForFirst;
+    return bytesOf(nodes) + textBytes + BlockKeeper::kBytesForFirst;
 }
 
 // Where the members of a dictionary lie, in the order of their keys and, among equal keys, of the document.
@@ -53,7 +60,7 @@ RepresentationNodes::RepresentationNodes(std::size_t nodes, std::size_t textByte
 
 char* RepresentationNodes::extendAfter(char* text, std::size_t nodes) {
     const std::ptrdiff_t offset = text - reinterpret_cast<char*>(writer_.block());
-    nodes_ = static_cast<Node*>(writer_.extend(nodes * sizeof(Node)));
+    nodes_ = static_cast<Node*>(writer_.extend(bytesOf(nodes)));
     capacity_ = nodes;
     return reinterpret_cast<char*>(writer_.block()) + offset;
 }
@@ -63,9 +70,9 @@ void RepresentationNodes::grow(std::size_t count, std::size_t capacity) {
     if (count >= UINT32_MAX / 2) throwTooLong();
     capacity = std::max(capacity, kLeastNodesGrown);
     if (piece_.isOpen()) {
-        nodes_ = static_cast<Node*>(piece_.grow(count * sizeof(Node), capacity * sizeof(Node)));
+        nodes_ = static_cast<Node*>(piece_.grow(count * sizeof(Node), bytesOf(capacity)));
     } else {
-        auto* nodes = static_cast<Node*>(piece_.open(capacity * sizeof(Node)));
+        auto* nodes = static_cast<Node*>(piece_.open(bytesOf(capacity)));
         std::copy_n(nodes_, count, nodes);
         nodes_ = nodes;
     }
