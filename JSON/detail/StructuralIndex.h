@@ -1,5 +1,7 @@
 #pragma once
 
+// simdjson's portable kernel, which is all that there is for some processors, is good enough for the reader.
+#define SIMDJSON_NO_PORTABILITY_WARNING
 #include <simdjson.h>
 
 #include <algorithm>
