@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# How large a program becomes that maps one asset (tests/size): stripped, with all that it needs within it, for each
+# How large a program becomes that maps one asset (bench/size): stripped, with all that it needs within it, for each
 # platform that can read JSON. Prints a table. The last column is what the C and C++ libraries take of it.
 set -euo pipefail
 
@@ -24,7 +24,7 @@ platforms=(
 build_program() {
     local folder=$1 configuration=$2
     shift 2
-    cmake -G Ninja -S tests/size -B "$folder" -DCMAKE_BUILD_TYPE="$configuration" \
+    cmake -G Ninja -S bench/size -B "$folder" -DCMAKE_BUILD_TYPE="$configuration" \
         -DCMAKE_PREFIX_PATH="$PWD/$prefix" "$@" >"$folder.log" 2>&1 &&
         cmake --build "$folder" --parallel "$(nproc)" >>"$folder.log" 2>&1 &&
         ctest --test-dir "$folder" --output-on-failure --no-tests=error >>"$folder.log" 2>&1 ||
