@@ -37,6 +37,10 @@ endfunction()
 
 function(qelmodels_warnings target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_SYSTEM_PROCESSOR MATCHES "^arm")
+        # On 32-bit ARM, g++ notes at every call for which it uses other registers than g++ 6 did.
+        target_compile_options(${target} PRIVATE -Wno-psabi)
+    endif()
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
         # g++ 12 sees overlapping copies in std::string itself, where a literal is assigned.
         target_compile_options(${target} PRIVATE -Wno-restrict)

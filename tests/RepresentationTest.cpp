@@ -255,7 +255,7 @@ bool equalByDefinition(RepresentationView a, RepresentationView b) {
 Representation randomValue(std::mt19937_64& tree, std::mt19937_64& way, int depth) {
     const auto number = static_cast<int>(tree() % 3 + (way() % 1024 == 1023 ? 1 : 0));
     const auto isPlain = way() % 8 != 0;
-    const std::size_t size = tree() % 16 == 0 ? tree() % 40 : tree() % 4;
+    const auto size = static_cast<std::size_t>(tree() % 16 == 0 ? tree() % 40 : tree() % 4);
     const auto kind = depth == 0 ? tree() % 4 : tree() % 8;
     if (kind == 0) return kNull;
     if (kind == 1) return std::to_string(number);
@@ -367,8 +367,10 @@ TEST(Representation, IsMadeOfAnyRange) {
     EXPECT_EQ(Representation::dictionary(std::map<std::string, int>{{"a", 1}}), dictionary({{"a", 1}}));
     EXPECT_EQ(Representation::dictionary(dictionary({{"a", 1}}).view().members()), dictionary({{"a", 1}}));
     EXPECT_TRUE((Representation{{"k", {}}}).view().valueForKey("k")->isNull());
+    // On some machines a long double is no longer than a double.
+    constexpr bool kIsDouble = sizeof(long double) == sizeof(double);
     static_assert(!std::is_constructible_v<Representation, char> &&
-                  !std::is_convertible_v<long double, Representation> &&
+                  std::is_convertible_v<long double, Representation> == kIsDouble &&
                   std::is_convertible_v<signed char, Representation>);
 }
 
