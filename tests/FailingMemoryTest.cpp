@@ -277,22 +277,5 @@ TEST(FailingMemory, LeavesTheProcessAsItWas) {
     EXPECT_EQ(testing::internal::GetCapturedStderr(), line + '\n');
 }
 
-TEST(FailingMemory, LeavesNothingOfTextsThatAreMade) {
-    const auto asset = assetFrom(R"({"id": 1234567890, "additional": {"cuePoints": [{"timeline": 2}, {}]}})");
-    const auto category = mapped<QELCategory>(R"({"id": 1234567890})");
-    const URLView url = *URLView::parse("https://a.example/image-with-a-long-name");
-    const std::string html = "<p>a long text &amp; &#65; </p>" + std::string(40, 'x');
-    expectNothingHalfMade("making", [&](Zone&, auto) {
-        return jsonFromValue(Value(sortedAdCuePoints(*asset->assetAdditional()))) + shareURLString(*asset) +
-               commentsShareURLString(*asset) + show(Value::url(*shareURLFromPlayhead(*asset, 123))) +
-               editorialKey(*category) + show(Value::url(QELKavoHelper::getURLWithSize(url, {300, 169}))) +
-               HTMLRemoval::stringByStrippingHTML(html) + HTMLRemoval::qel_decodeHTMLCharacterEntities(html) +
-               HTMLRemoval::mz_encodeHTMLCharacterEntities(html) + show(Value::text(html)) +
-               NSStringRepresentingTimeLeftUntilLive(1e5) + NSStringFromMovieDuration(-1) +
-               NSStringWithNamedSeparatorsFromMovieDuration(-1e15) + Number(-1.25e-300).toString() +
-               Text::fromUTF16(Text::toUTF16(html));
-    });
-}
-
 }  // namespace
 }  // namespace QELModels::test
