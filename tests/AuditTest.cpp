@@ -78,8 +78,8 @@ Audit explained(const Kind& kind, const std::vector<Document>& documents) {
             continue;
         }
         try {
-            explain(kind, *document, {}, [&, &file = file, &line = line](const Finding& finding) {
-                const AuditTally seen{1, {file, line, finding.path}};
+            explain(kind, *document, {}, [&, &inFile = file, &inLine = line](const Finding& finding) {
+                const AuditTally seen{1, {inFile, inLine, finding.path}};
                 const std::string path = withStars(finding.path, '/');
                 if (finding.outcome == kUnread) return audit.unread[path].add(seen);
                 for (const FEMOutcome outcome : kAuditOutcomes)

@@ -121,8 +121,8 @@ TEST(Tool, FactsAreAllOperations) {
     for (const auto& [kind, header] : kinds) {
         Texts expected = operationsIn(header), facts;
         ASSERT_FALSE(expected.empty()) << header;
-        std::erase_if(exceptions, [&, &kind = kind](const Exception& exception) {
-            if (exception.kind != kind) return false;
+        std::erase_if(exceptions, [&, &asked = kind](const Exception& exception) {
+            if (exception.kind != asked) return false;
             if (exception.what == Exception::furtherFact) expected.push_back(exception.name);
             return exception.what == Exception::furtherFact || std::erase(expected, exception.name) != 0;
         });
