@@ -88,7 +88,7 @@ TEST(Text, ConvertsEveryCharacterBothWays) {
         ASSERT_EQ(value, character);
         const std::u16string units = Text::toUTF16(text);
         ASSERT_EQ(units.size(), character < 0x10000 ? 1u : 2u);
-        ASSERT_EQ(units.size() == 1 ? units[0] : Text::joined(units[0], units[1]), character);
+        ASSERT_EQ(units.size() == 1 ? char32_t{units[0]} : Text::joined(units[0], units[1]), character);
         ASSERT_EQ(Text::fromUTF16(units), text);
     }
 }
