@@ -31,7 +31,7 @@ constexpr std::size_t kMostBytesApart = std::size_t{16} << 10;
 
 // Reading calls static objects of simdjson. They are used before the static objects of applications are
 // constructed, so that the destructors of these may read JSON.
-#if defined(__GNUC__) && defined(__ELF__)
+#if defined(__GNUC__) && (defined(__ELF__) || defined(_WIN32))
 [[gnu::constructor(101)]] void useImplementations() {
     detail::StructuralIndex::useImplementations();
 }

@@ -95,7 +95,7 @@ public:
     }
 
     std::string write(const std::string& name, std::string_view text) const {
-        std::ofstream(name, std::ios::binary) << text;
+        std::ofstream(pathOf(name), std::ios::binary) << text;
         return name;
     }
     std::string writeLines(const std::string& name, const Texts& lines) const {
@@ -110,7 +110,7 @@ private:
 };
 
 inline std::string fileText(const std::string& name) {
-    std::ifstream file(name, std::ios::binary);
+    std::ifstream file(pathOf(name), std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
 }
 

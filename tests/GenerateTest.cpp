@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <regex>
 #include <set>
 #include <string>
@@ -55,6 +56,9 @@ TEST(Generate, HasAllThatTheHelpHas) {
 struct Reader {
     const char *program, *check;
 };
+void PrintTo(const Reader& reader, std::ostream* out) {
+    *out << reader.program;
+}
 class EveryReader : public testing::TestWithParam<Reader> {};
 
 TEST_P(EveryReader, FindsNoFault) {

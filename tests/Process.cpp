@@ -6,7 +6,6 @@
 
 #include <array>
 #include <cstddef>
-#include <filesystem>
 
 #ifdef _WIN32
 #include <io.h>
@@ -35,9 +34,10 @@ namespace {
 
 // An argument as programs take it apart again: in quotes, with backslashes doubled before a quote.
 std::wstring quoted(const std::string& argument) {
+    const std::wstring wide = pathOf(argument).native();
     std::wstring text = L"\"";
     std::size_t backslashes = 0;
-    for (const wchar_t unit : std::filesystem::path(argument).native()) {
+    for (const wchar_t unit : wide) {
         if (unit == L'"') text.append(backslashes + 1, L'\\');
         backslashes = unit == L'\\' ? backslashes + 1 : 0;
         text += unit;
@@ -78,7 +78,7 @@ Process startProgram(const std::vector<std::string>& programAndArguments, const 
     for (const std::wstring& text : texts)
         pointers.push_back(text.c_str());
     pointers.push_back(nullptr);
-    const std::wstring program = std::filesystem::path(programAndArguments[0]).make_preferred().native();
+    const std::wstring program = pathOf(programAndArguments[0]).make_preferred().native();
     const Redirected in(0, files.in), out(1, files.out), err(2, files.err);
     return ::_wspawnv(_P_NOWAIT, program.c_str(), pointers.data());
 }

@@ -2,13 +2,18 @@
 
 // Processes and files of the tests, where systems differ. Texts are UTF-8.
 
-#include <array>
 #include <cstdint>
 #include <cstdio>
+#include <filesystem>
 #include <string>
 #include <vector>
 
 namespace QELModels::test {
+
+/// The path of a name. (Made of the name itself it would be one of the system's code page.)
+inline std::filesystem::path pathOf(const std::string& name) {
+    return std::u8string(name.begin(), name.end());
+}
 
 /// The descriptors that a process has for its standard input, output and error.
 struct Files {

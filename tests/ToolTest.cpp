@@ -316,6 +316,16 @@ TEST(Tool, BadInputHasItsPlace) {
     EXPECT_TRUE(run("map asset", std::string(100'000, '[')).err.starts_with("-:1:1025: "));
 }
 
+TEST(Tool, NamesOfFilesAreUTF8) {
+    const Folder folder;
+    const std::string name = folder.write("\xC3\xA5 \xE6\x97\xA5.json", "{");
+    expect({{{"map", "season", name},
+             "",
+             "",
+             name + ":1:2: the document ends before its value does\n{\n ^\n",
+             1}});
+}
+
 TEST(Tool, FaultsOfMappingsHaveTheirPlace) {
     const std::string asset(kFaultyAsset), assets = "{\"assets\":[{}," + asset + "]}";
     const std::string category = R"({"additional":{"backgroundColor":5}})";

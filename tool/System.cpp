@@ -9,10 +9,7 @@
 #ifdef _WIN32
 #include <io.h>
 #include <windows.h>
-// After what it is made of:
-#include <shellapi.h>
 
-#include <memory>
 #include <string_view>
 
 #include "QELModels/Values/Text.h"
@@ -54,6 +51,36 @@ std::string narrow(std::wstring_view text) {
     return Text::fromUTF16(std::u16string(text.begin(), text.end()));
 }
 
+void skipBlanks(std::wstring_view& line) {
+    line.remove_prefix(std::min(line.find_first_not_of(L" \t"), line.size()));
+}
+
+// Takes the first argument away from a command line. Quotes keep blanks; within them, two are one of the
+// text. Backslashes before a quote are halved, and an odd one makes the quote one of the text.
+std::wstring takeArgument(std::wstring_view& line) {
+    std::wstring text;
+    bool isQuoted = false;
+    while (!line.empty() && (isQuoted || (line.front() != L' ' && line.front() != L'\t'))) {
+        const std::size_t backslashes = std::min(line.find_first_not_of(L'\\'), line.size());
+        line.remove_prefix(backslashes);
+        if (line.empty() || line.front() != L'"') {
+            text.append(backslashes, L'\\');
+            if (backslashes != 0) continue;
+            text += line.front();
+        } else {
+            text.append(backslashes / 2, L'\\');
+            const bool isDouble = isQuoted && line.substr(0, 2) == L"\"\"";
+            if (backslashes % 2 != 0 || isDouble)
+                text += L'"';
+            else
+                isQuoted = !isQuoted;
+            if (backslashes % 2 == 0 && isDouble) line.remove_prefix(1);
+        }
+        line.remove_prefix(1);
+    }
+    return text;
+}
+
 int opened(const std::string& name, int flags) {
     return ::_wopen(wide(name).c_str(), flags | _O_BINARY | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
 }
@@ -61,14 +88,14 @@ int opened(const std::string& name, int flags) {
 }  // namespace
 
 std::vector<std::string> programArguments(int, char*[]) {
-    // What main() is given has lost all that the system's code page lacks.
-    int count = 0;
-    const std::unique_ptr<wchar_t*, decltype(&::LocalFree)> arguments(
-        ::CommandLineToArgvW(::GetCommandLineW(), &count), &::LocalFree);
-    std::vector<std::string> texts;
-    for (int i = 1; i < count; ++i)
-        texts.push_back(narrow(arguments.get()[i]));
-    return texts;
+    // What main() is given has lost all that the system's code page lacks. The system's own function for this
+    // lies in a library of windows and fonts, which take longer to load than most documents to map.
+    std::wstring_view line = ::GetCommandLineW();
+    takeArgument(line);  // the program's name
+    std::vector<std::string> arguments;
+    for (skipBlanks(line); !line.empty(); skipBlanks(line))
+        arguments.push_back(narrow(takeArgument(line)));
+    return arguments;
 }
 
 void prepareFiles() {
