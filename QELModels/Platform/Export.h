@@ -30,7 +30,8 @@
 #define QELMODELS_EXPORT
 #endif
 
-/// Marks what a shared build keeps to itself where every template would be shown. On Windows nothing is shown unasked.
+/// Marks what a shared build keeps to itself where every template would be shown. On Windows nothing is shown
+/// unasked.
 #if defined(__GNUC__) && !defined(_WIN32)
 #define QELMODELS_HIDDEN [[gnu::visibility("hidden")]]
 #else
