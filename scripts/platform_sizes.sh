@@ -1,12 +1,21 @@
 #!/usr/bin/env bash
 # How large a program becomes that maps one asset (bench/size): stripped, with all that it needs within it, for each
-# platform that can read JSON. Prints a table. The last column is what the C and C++ libraries take of it.
+# platform that can read JSON, or for those alone whose names match a regular expression. Prints a table. The last
+# column is what the C and C++ libraries take of it.
+#
+# usage: platform_sizes.sh [REGEX]
 set -euo pipefail
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 source scripts/packages.sh
 source scripts/foreign_packages.sh
+source scripts/platform_packages.sh
 source scripts/dependencies.sh
+
+# What compiles for all of them; libc++ is unpacked.
+need_packages "${packages_build[@]}" "${packages_emulated[@]}" "${cross_compilers[aarch64]}" "${cross_compilers[armhf]}" \
+    "${packages_windows[@]}" clang-14
+unpack_libcxx 14
 
 # Only what the program needs.
 dependencies=("fast-float bookworm" "simdjson bookworm")
@@ -40,6 +49,7 @@ echo "| platform | Release | MinSizeRel | the C and C++ libraries |"
 echo "|---|--:|--:|--:|"
 for platform in "${platforms[@]}"; do
     name=${platform%%|*}
+    [[ $name =~ ${1-} ]] || continue
     read -r -a arguments <<<"${platform#*|}"
     folder=build/sizes/${name//[^a-z0-9A-Z]/_}
     prefix=$folder/dependencies
