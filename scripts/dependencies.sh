@@ -16,7 +16,8 @@ dependencies=(
 # a folder within the project's, which CMake finds them in with -DCMAKE_PREFIX_PATH=PREFIX (an absolute path).
 # The arguments say for what: the compiler, its flags, a toolchain file. What was made for the same arguments stays.
 #
-#   build_dependencies build/platforms/libcxx/dependencies -DCMAKE_CXX_COMPILER=clang++-14 -DCMAKE_CXX_FLAGS=-stdlib=libc++
+#   build_dependencies build/platforms/libcxx/dependencies -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/toolchains/libcxx.cmake" \
+#       -DQELMODELS_LIBCXX=14
 build_dependencies() {
     local prefix=$PWD/$1
     shift

@@ -1,6 +1,11 @@
 # Packages of other architectures and releases, and sources of packages: fetched with the archive and the keys that
 # this machine trusts, and laid into folders of the build. Nothing is installed. Sourced by ./dev and scripts.
 
+# The release that this machine's own packages are of.
+own_suite() {
+    (. /etc/os-release && echo "$VERSION_CODENAME")
+}
+
 # foreign_apt SUITE ARCHITECTURE COMMAND...: apt-get for that release and architecture, with lists of its own. The suite
 # `own` is whatever this machine installs from, security updates included.
 foreign_apt() {
@@ -18,7 +23,7 @@ foreign_apt() {
         # The archive is the one that this release's own packages come from.
         local uri
         uri=$(apt-get indextargets --format '$(REPO_URI) $(RELEASE)' 'Created-By: Packages' 'Component: main' |
-            sed -n "s/ $(. /etc/os-release && echo "$VERSION_CODENAME")\$//p" | head -n 1)
+            sed -n "s/ $(own_suite)\$//p" | head -n 1)
         [[ -n $uri ]] || { echo "no archive of this release is known to apt-get" >&2 && return 1; }
         printf 'Types: deb deb-src\nURIs: %s\nSuites: %s\nComponents: main\nArchitectures: %s\nSigned-By: %s\n' \
             "$uri" "$suite" "$architecture" /usr/share/keyrings/debian-archive-keyring.gpg >"$state/parts/archive.sources"

@@ -1,11 +1,6 @@
 # The libraries of platforms that are not this machine's: which packages each needs, and where they are unpacked.
 # Sourced by ./dev, after packages.sh, foreign_packages.sh and dependencies.sh.
 
-# The release that this machine's own packages are of.
-own_suite() {
-    (. /etc/os-release && echo "$VERSION_CODENAME")
-}
-
 # unpack_emulated_libraries PROCESSOR: what the library, the command and the tests are linked with on that processor,
 # for cmake/toolchains. Packages for all architectures are unpacked, too: nothing is taken from /usr/include.
 unpack_emulated_libraries() {

@@ -26,8 +26,17 @@ namespace {
 // No system takes more in one call.
 constexpr std::size_t kMostBytes = std::size_t{1} << 30;
 
-template <class Status>
-FileStatus described(const Status& status) {
+#ifdef _WIN32
+using Status = struct ::_stat64;
+#else
+using Status = struct ::stat;
+#endif
+
+// What the system's `look` says of a file; nothing when it fails.
+template <class Look>
+std::optional<FileStatus> statusBy(const Look& look) {
+    Status status{};
+    if (look(&status) != 0) return std::nullopt;
     FileStatus description;
     description.isFolder = (status.st_mode & S_IFMT) == S_IFDIR;
     if ((status.st_mode & S_IFMT) == S_IFREG) description.size = static_cast<std::uint64_t>(status.st_size);
@@ -105,15 +114,11 @@ void prepareFiles() {
 }
 
 std::optional<FileStatus> statusOf(const std::string& name) {
-    struct _stat64 status {};
-    if (::_wstat64(wide(name).c_str(), &status) != 0) return std::nullopt;
-    return described(status);
+    return statusBy([&](Status* status) { return ::_wstat64(wide(name).c_str(), status); });
 }
 
 std::optional<FileStatus> statusOf(int file) {
-    struct _stat64 status {};
-    if (::_fstat64(file, &status) != 0) return std::nullopt;
-    return described(status);
+    return statusBy([&](Status* status) { return ::_fstat64(file, status); });
 }
 
 bool isReadable(const std::string& name) {
@@ -186,15 +191,11 @@ void prepareFiles() {
 }
 
 std::optional<FileStatus> statusOf(const std::string& name) {
-    struct stat status {};
-    if (::stat(name.c_str(), &status) != 0) return std::nullopt;
-    return described(status);
+    return statusBy([&](Status* status) { return ::stat(name.c_str(), status); });
 }
 
 std::optional<FileStatus> statusOf(int file) {
-    struct stat status {};
-    if (::fstat(file, &status) != 0) return std::nullopt;
-    return described(status);
+    return statusBy([&](Status* status) { return ::fstat(file, status); });
 }
 
 bool isReadable(const std::string& name) {
